@@ -1,0 +1,54 @@
+#include "app/Messages.h"
+
+#include "core/Fault.h"
+
+#include <cstdio>
+
+namespace tav {
+
+void Messages::fault(const RuntimeFault& fault) { message(fault.messageText()); }
+
+StderrMessages::StderrMessages(Writer writer) : writer_(std::move(writer))
+{
+    if (!writer_) {
+        writer_ = [](const QString& line) {
+            const QByteArray bytes = line.toUtf8() + '\n';
+            std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+        };
+    }
+}
+
+void StderrMessages::showMessage(const QString& text, const QString&)
+{
+    ++count_;
+    QString line = text;
+    line.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    writer_(line);
+}
+
+bool StderrMessages::askYesNo(const QString&, const QString&) { return true; }
+
+QStringList RecordingMessages::texts() const
+{
+    QStringList list;
+    for (const Entry& e : entries)
+        list << e.text;
+    return list;
+}
+
+void RecordingMessages::showMessage(const QString& text, const QString& title)
+{
+    entries.push_back({text, title, false});
+}
+
+bool RecordingMessages::askYesNo(const QString& text, const QString& title)
+{
+    entries.push_back({text, title, true});
+    if (answers.empty())
+        return true;
+    const bool answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+}  // namespace tav

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <cstdint>
+
+namespace tav {
+
+// Makes realistic GEDCOM files of any size, the same bytes for the same
+// options: people with names, dates, places, occupations and notes, families
+// chained over a dozen or more generations, source and note records.
+struct GeneratorOptions {
+    int individuals = 1000;
+    uint64_t seed = 1;
+    bool crlf = true;
+};
+
+QByteArray generateGedcom(const GeneratorOptions& options);
+
+}  // namespace tav

@@ -1,0 +1,78 @@
+// Load benchmarks: a generated file of 40000 individuals (about 12 MB) and of
+// 10000 for the linearity check, beside `wc -l` on the same files.
+#include "app/GedcomLoading.h"
+#include "app/Messages.h"
+#include "app/Session.h"
+#include "bench/GedcomGenerator.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+QString generatedFile(int individuals)
+{
+    static QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("generated-%1.ged").arg(individuals));
+    if (!QFile::exists(path)) {
+        QFile file(path);
+        tav::GeneratorOptions options;
+        options.individuals = individuals;
+        if (!file.open(QIODevice::WriteOnly) || file.write(tav::generateGedcom(options)) < 0)
+            std::abort();
+    }
+    return path;
+}
+
+// A load as at start-up: a new session each time, destroyed outside the timing.
+void BM_LoadGenerated(benchmark::State& state)
+{
+    const QString path = generatedFile(int(state.range(0)));
+    tav::RecordingMessages messages;
+    int32_t individuals = 0, families = 0;
+    for (auto _ : state) {
+        auto session = std::make_unique<tav::Session>(messages);
+        if (!tav::loadGedcom(*session, path))
+            state.SkipWithError("load failed");
+        individuals = session->records.individualCount();
+        families = session->records.familyCount();
+        state.PauseTiming();
+        session.reset();
+        state.ResumeTiming();
+    }
+    state.counters["individuals"] = individuals;
+    state.counters["families"] = families;
+    state.counters["MB"] = double(QFile(path).size()) / 1e6;
+}
+BENCHMARK(BM_LoadGenerated)->Arg(10000)->Arg(40000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
+
+// Opening a file over another: the old tables are freed inside the load.
+void BM_ReloadGenerated(benchmark::State& state)
+{
+    const QString path = generatedFile(int(state.range(0)));
+    tav::RecordingMessages messages;
+    tav::Session session(messages);
+    for (auto _ : state) {
+        if (!tav::loadGedcom(session, path))
+            state.SkipWithError("load failed");
+    }
+}
+BENCHMARK(BM_ReloadGenerated)->Arg(40000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
+
+void BM_WcLines(benchmark::State& state)
+{
+    const QByteArray command = "wc -l " + QFile::encodeName(generatedFile(int(state.range(0)))) + " >/dev/null";
+    for (auto _ : state) {
+        if (std::system(command.constData()) != 0)
+            state.SkipWithError("wc failed");
+    }
+}
+BENCHMARK(BM_WcLines)->Arg(10000)->Arg(40000)->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(5)->ReportAggregatesOnly(true);
+
+}  // namespace
+
+BENCHMARK_MAIN();

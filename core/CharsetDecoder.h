@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace tav {
+
+// Turns the bytes of a GEDCOM value into text, by the character set the
+// file's header names.
+class CharsetDecoder {
+public:
+    enum class Charset {
+        Automatic,  // no or unknown CHAR: UTF-8 when valid, else windows-1252
+        Utf8,
+        Ansel,
+        Windows1252,
+        CodePage437,
+        CodePage850,
+    };
+
+    explicit CharsetDecoder(Charset charset = Charset::Automatic) : charset_(charset) {}
+
+    // Maps the value of a HEAD / 1 CHAR line ("UTF-8", "ANSEL", "IBMPC" ...).
+    static Charset charsetFromName(QByteArrayView name);
+
+    Charset charset() const { return charset_; }
+    QString decode(const char* bytes, qsizetype length) const;
+
+private:
+    Charset charset_;
+};
+
+// Prepares raw file bytes for the line reader: a UTF-16 file (either byte
+// order, with or without a byte order mark) is converted to UTF-8 in place,
+// and the returned view skips a UTF-8 byte order mark.
+QByteArrayView prepareFileBytes(QByteArray& raw);
+
+// Finds the value of the first "1 CHAR" line of the file's HEAD record.
+QByteArray headerCharsetName(QByteArrayView bytes);
+
+bool isValidUtf8(const char* bytes, qsizetype length);
+
+}  // namespace tav

@@ -1,0 +1,152 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace tav {
+
+// Field names follow the GEDCOM file's meaning; `...Id` fields hold the number
+// inside a cross-reference such as @F12@, `...Index` fields the resolved slot
+// (0 = none or not found). Slots count from 1 in file order.
+
+struct Individual {
+    static constexpr int maxSpouseFamilies = 10;
+
+    int32_t id = 0;
+    QString name;
+    QString sex;
+    QString occupation;
+    QString birthDate;
+    QString birthPlace;
+    QString deathDate;
+    QString deathPlace;
+    int32_t spouseFamilyCount = 0;  // FAMS lines seen; only the first 10 are kept
+    std::array<int32_t, maxSpouseFamilies + 1> spouseFamilyId{};
+    std::array<int32_t, maxSpouseFamilies + 1> spouseFamilyIndex{};
+    int32_t childFamilyId = 0;
+    int32_t childFamilyIndex = 0;
+    QString note;
+    // Descendant-counting cache, cleared by every load.
+    bool descCounted = false;
+    int32_t descCount = 0;
+    int32_t descSpouseCount = 0;
+    int32_t descGenerations = 0;
+
+    // Number of FAMS entries actually stored (the count may run past 10).
+    int storedSpouseFamilies() const { return spouseFamilyCount < maxSpouseFamilies ? spouseFamilyCount : maxSpouseFamilies; }
+};
+
+struct Family {
+    static constexpr int maxChildren = 20;
+
+    int32_t id = 0;
+    int32_t husbandId = 0;
+    int32_t wifeId = 0;
+    int32_t husbandIndex = 0;
+    int32_t wifeIndex = 0;
+    int32_t childCount = 0;  // CHIL lines seen; only the first 20 are kept
+    std::array<int32_t, maxChildren + 1> childId{};
+    std::array<int32_t, maxChildren + 1> childIndex{};
+    QString marriageDate;
+    QString marriagePlace;
+    bool divorced = false;
+
+    int storedChildren() const { return childCount < maxChildren ? childCount : maxChildren; }
+};
+
+struct Source {
+    int32_t id = 0;
+    QString title;
+    QString author;
+    QString publication;
+    QString note;
+};
+
+struct Note {
+    int32_t id = 0;
+    QString text;
+};
+
+// The whole in-memory picture of one GEDCOM file. Reading a slot outside
+// 1..count gives an empty record, so a bad slot never reads past a table.
+class RecordStore {
+public:
+    static constexpr int32_t individualCapacity = 40000;
+    static constexpr int32_t familyCapacity = 40000;
+    static constexpr int32_t sourceCapacity = 4000;
+    static constexpr int32_t noteCapacity = 4000;
+
+    RecordStore();
+
+    // Clears the tables, the truncation flags and the GEDCOM version; the header
+    // date and character set deliberately survive into the next load.
+    void resetRecords();
+
+    int32_t individualCount() const { return int32_t(individuals_.size()) - 1; }
+    int32_t familyCount() const { return int32_t(families_.size()) - 1; }
+    int32_t sourceCount() const { return int32_t(sources_.size()) - 1; }
+    int32_t noteCount() const { return int32_t(notes_.size()) - 1; }
+
+    const Individual& individual(int32_t slot) const;
+    const Family& family(int32_t slot) const;
+    const Source& source(int32_t slot) const;
+    const Note& note(int32_t slot) const;
+
+    // Writable access for the reader and the descendant cache; slot must be valid.
+    Individual& individualAt(int32_t slot) { return individuals_[size_t(slot)]; }
+    Family& familyAt(int32_t slot) { return families_[size_t(slot)]; }
+    Source& sourceAt(int32_t slot) { return sources_[size_t(slot)]; }
+    Note& noteAt(int32_t slot) { return notes_[size_t(slot)]; }
+
+    Individual& addIndividual() { return individuals_.emplace_back(); }
+    Family& addFamily() { return families_.emplace_back(); }
+    Source& addSource() { return sources_.emplace_back(); }
+    Note& addNote() { return notes_.emplace_back(); }
+
+    // Called once the reader has set every record's id: the lookups search a
+    // compact copy of the ids, which keeps the resolution pass in the cache.
+    void indexIds();
+
+    // Slot of the record with this cross-reference number, 0 when absent.
+    int32_t indIndexFromId(int32_t id) const;
+    // The family lookup's result is 16-bit: a match above slot 32767 raises Overflow.
+    int16_t famIndexFromId(int32_t id) const;
+
+    // Clears every descendant-count cache flag.
+    void clearDescendantCache();
+
+    QString fileName;
+    QString headerDate;
+    QString gedcomVersion;
+    QString characterSet;
+    bool individualsTruncated = false;
+    bool familiesTruncated = false;
+    bool sourcesTruncated = false;
+    bool notesTruncated = false;
+
+private:
+    std::vector<Individual> individuals_;  // element 0 is the unused slot 0
+    std::vector<Family> families_;
+    std::vector<Source> sources_;
+    std::vector<Note> notes_;
+    // A lookup answers from the ids in slot order; when they are strictly
+    // ascending every correct search gives the same slot, so a direct table
+    // from id to slot answers instead.
+    struct IdIndex {
+        std::vector<int32_t> ids;     // element k is the id of slot k
+        std::vector<int32_t> byId;    // slot of each id, when `direct`
+        bool direct = false;
+
+        // Fills the index in place: reusing the buffers keeps a reload from
+        // freeing and reallocating large blocks.
+        template <typename Record>
+        void build(const std::vector<Record>& table);
+        int32_t find(int32_t id) const;
+    };
+    IdIndex individualIds_;
+    IdIndex familyIds_;
+};
+
+}  // namespace tav

@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Builds and runs the benchmarks, then measures the peak memory of tav-cli
+# on a generated file of 40000 individuals.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/deps.sh
+cmake --preset release >/dev/null
+cmake --build --preset release
+
+for b in build/release/bench/bench-*; do
+  echo "=== $(basename "$b")"
+  "$b" "$@"
+done
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+build/release/tav-generate 40000 "$work/g40000.ged"
+if [ -x /usr/bin/time ]; then
+  /usr/bin/time -f "tav-cli info on 40000 individuals: peak resident memory %M KB, %e s" \
+    build/release/tav-cli info "$work/g40000.ged" >/dev/null
+fi

@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test twice: an optimised build, then a
+# debug build under AddressSanitizer and UndefinedBehaviorSanitizer.
+# Exits non-zero on the first failure.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/deps.sh
+
+for preset in release asan; do
+  echo "=== $preset ==="
+  cmake --preset "$preset"
+  cmake --build --preset "$preset"
+  ctest --preset "$preset"
+done

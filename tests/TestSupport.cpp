@@ -1,0 +1,46 @@
+#include "tests/TestSupport.h"
+
+#include "app/GedcomLoading.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace tav::test {
+
+QByteArray gedcomText(std::initializer_list<const char*> lines, const char* eol)
+{
+    QByteArray text;
+    for (const char* line : lines) {
+        text += line;
+        text += eol;
+    }
+    return text;
+}
+
+QString sharedGedcomFile(const char* name)
+{
+    const QString path = QDir(QStringLiteral(TAV_SHARED_GEDCOM_DIR)).filePath(QString::fromLatin1(name));
+    return QFileInfo::exists(path) ? path : QString();
+}
+
+SessionTest::SessionTest()
+{
+    session.setClock([] { return QDate(2026, 11, 21); });
+}
+
+QString SessionTest::writeFile(const QByteArray& bytes, const char* fileName) const
+{
+    const QString path = dir.filePath(QString::fromLatin1(fileName));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        ADD_FAILURE() << "cannot write " << path.toStdString();
+    return path;
+}
+
+bool SessionTest::load(const QByteArray& bytes, const char* fileName)
+{
+    return loadGedcom(session, writeFile(bytes, fileName));
+}
+
+}  // namespace tav::test

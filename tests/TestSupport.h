@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/Messages.h"
+#include "app/Session.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <initializer_list>
+
+namespace tav::test {
+
+// Joins lines with the given line ending (after every line, the last included).
+QByteArray gedcomText(std::initializer_list<const char*> lines, const char* eol = "\n");
+
+// The folder of real GEDCOM files beside the project, or "" when absent.
+QString sharedGedcomFile(const char* name);
+
+// A session with recorded message boxes and files written to a private folder.
+class SessionTest : public ::testing::Test {
+protected:
+    SessionTest();
+
+    // Writes the bytes to a file and loads it as the viewer would.
+    bool load(const QByteArray& bytes, const char* fileName = "test.ged");
+    QString writeFile(const QByteArray& bytes, const char* fileName) const;
+
+    const Individual& ind(int32_t slot) const { return session.records.individual(slot); }
+    const Family& fam(int32_t slot) const { return session.records.family(slot); }
+
+    QTemporaryDir dir;
+    RecordingMessages messages;
+    Session session{messages};
+};
+
+}  // namespace tav::test
+
+// Skips the test when the real files are not beside the project.
+#define TAV_REQUIRE_SHARED_FILE(var, name)                                    \
+    const QString var = ::tav::test::sharedGedcomFile(name);                  \
+    if (var.isEmpty())                                                        \
+    GTEST_SKIP() << "../shared/gedcom/" << name << " is not present"

@@ -1,0 +1,126 @@
+#include "tests/TestSupport.h"
+
+using namespace tav;
+using tav::test::gedcomText;
+
+namespace {
+// The bytes of a literal, embedded NULs included.
+template <size_t N>
+QByteArray literalBytes(const char (&text)[N])
+{
+    return QByteArray(text, qsizetype(N - 1));
+}
+
+const QString subscript = QStringLiteral("Error no:  9 Subscript out of range");
+const QString invalidCall = QStringLiteral("Error no:  5 Invalid procedure call or argument");
+const QString overflow = QStringLiteral("Error no:  6 Overflow");
+}  // namespace
+
+class ReaderFaultTest : public tav::test::SessionTest {};
+
+TEST_F(ReaderFaultTest, EleventhSpouseFamilyIsReportedWhenReadAndWhenResolved)
+{
+    QByteArray text = "0 @I1@ INDI\n";
+    for (int f = 1; f <= 12; ++f)
+        text += "1 FAMS @F" + QByteArray::number(f) + "@\n";
+    text += "1 FAMC @F3@\n";
+    for (int f = 1; f <= 12; ++f)
+        text += "0 @F" + QByteArray::number(f) + "@ FAM\n";
+    ASSERT_TRUE(load(text));
+    const Individual& p = ind(1);
+    EXPECT_EQ(p.spouseFamilyCount, 12);
+    EXPECT_EQ(p.spouseFamilyIndex[10], 10);
+    EXPECT_EQ(p.childFamilyIndex, 3) << "the statement after the faulty ones still runs";
+    EXPECT_EQ(messages.texts(), QStringList({subscript, subscript, subscript, subscript}));
+}
+
+TEST_F(ReaderFaultTest, TwentyFirstChildIsReportedWhenReadAndWhenResolved)
+{
+    QByteArray text = "0 @F1@ FAM\n";
+    for (int c = 1; c <= 21; ++c)
+        text += "1 CHIL @I" + QByteArray::number(c) + "@\n";
+    text += "1 MARR\n2 DATE 1900\n";
+    for (int c = 1; c <= 21; ++c)
+        text += "0 @I" + QByteArray::number(c) + "@ INDI\n";
+    ASSERT_TRUE(load(text));
+    EXPECT_EQ(fam(1).childCount, 21);
+    EXPECT_EQ(fam(1).childIndex[20], 20);
+    EXPECT_EQ(fam(1).marriageDate, QStringLiteral("1900"));
+    EXPECT_EQ(messages.texts(), QStringList({subscript, subscript}));
+}
+
+TEST_F(ReaderFaultTest, CrossReferenceWithoutAtSignsIsReportedAndSkipped)
+{
+    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 FAMS F1", "1 FAMC @F1", "1 FAMS @F1@", "0 @F1@ FAM",
+                                 "1 HUSB", "1 WIFE @I1@", "1 CHIL I1@"})));
+    EXPECT_EQ(ind(1).spouseFamilyCount, 2) << "the count still grows";
+    EXPECT_EQ(ind(1).spouseFamilyId[1], 0);
+    EXPECT_EQ(ind(1).spouseFamilyId[2], 1);
+    EXPECT_EQ(fam(1).childCount, 1);
+    EXPECT_EQ(fam(1).wifeIndex, 1);
+    EXPECT_EQ(messages.texts(), QStringList({invalidCall, invalidCall, invalidCall, invalidCall}));
+}
+
+TEST_F(ReaderFaultTest, NumbersTooLargeForTheirFieldOverflow)
+{
+    ASSERT_TRUE(load(gedcomText({"0 @I99999999999@ INDI", "1 NAME Still /Read/", "1 FAMC @F88888888888@",
+                                 "0 @N77777777777@ NOTE", "1 CONC kept"})));
+    EXPECT_EQ(ind(1).id, 0);
+    EXPECT_EQ(ind(1).name, QStringLiteral("Still /Read/"));
+    EXPECT_EQ(session.records.note(1).text, QStringLiteral("kept"));
+    EXPECT_EQ(messages.texts(), QStringList({overflow, overflow, overflow}));
+}
+
+TEST_F(ReaderFaultTest, CapacityMessagesAppearOncePerTableAndLaterRecordsAreSkipped)
+{
+    QByteArray text;
+    text.reserve(40002 * 40);
+    for (int i = 1; i <= 40002; ++i)
+        text += "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME P" + QByteArray::number(i) + " /X/\n";
+    for (int s = 1; s <= 4001; ++s)
+        text += "0 @S" + QByteArray::number(s) + "@ SOUR\n";
+    for (int n = 1; n <= 4001; ++n)
+        text += "0 @N" + QByteArray::number(n) + "@ NOTE\n";
+    text += "0 @F1@ FAM\n1 HUSB @I40000@\n1 WIFE @I40001@\n";
+    ASSERT_TRUE(load(text));
+    const RecordStore& r = session.records;
+    EXPECT_EQ(r.individualCount(), 40000);
+    EXPECT_EQ(r.sourceCount(), 4000);
+    EXPECT_EQ(r.noteCount(), 4000);
+    EXPECT_EQ(r.familyCount(), 1);
+    EXPECT_EQ(ind(40000).name, QStringLiteral("P40000 /X/")) << "lines of skipped records go nowhere";
+    EXPECT_EQ(fam(1).husbandIndex, 40000);
+    EXPECT_EQ(fam(1).wifeIndex, 0);
+    EXPECT_TRUE(r.individualsTruncated);
+    EXPECT_FALSE(r.familiesTruncated);
+    EXPECT_EQ(messages.texts(),
+              QStringList({QStringLiteral("Maximum no. of individuals (40000) has been exceeded. Truncating..."),
+                           QStringLiteral("Maximum no. of sources (4000) has been exceeded. Truncating..."),
+                           QStringLiteral("Maximum no. of notes (4000) has been exceeded. Truncating...")}));
+    EXPECT_EQ(messages.entries[0].title, QStringLiteral("Tav"));
+}
+
+TEST_F(ReaderFaultTest, BadInputNeverCrashesOrHangs)
+{
+    QByteArray garbage(1 << 20, '\0');
+    uint32_t x = 12345;
+    for (char& c : garbage) {
+        x = x * 1103515245u + 12345u;
+        c = char(x >> 24);
+    }
+    EXPECT_TRUE(load(garbage, "garbage.ged"));
+
+    QByteArray oneLine(10 * 1024 * 1024, 'A');
+    oneLine.prepend("1 NOTE ");
+    EXPECT_TRUE(load("0 @I1@ INDI\n" + oneLine, "long.ged"));
+    EXPECT_EQ(ind(1).note.size(), 10 * 1024 * 1024);
+
+    EXPECT_TRUE(load(literalBytes("          \n\n\r\r\n   "), "blanks.ged"));
+    EXPECT_EQ(session.records.individualCount(), 0);
+
+    EXPECT_TRUE(load(literalBytes("0 @I1@ INDI\n1 NAME A\0B /C/\n\0\0\0\n0 @I2\0@ INDI\n"), "nul.ged"));
+    EXPECT_EQ(session.records.individualCount(), 2);
+    EXPECT_EQ(ind(1).name, QString::fromUtf8("A\0B /C/", 7));
+
+    EXPECT_TRUE(load("0 @\n0 @I\n0 @S\n0 @N\n0 @F\n1\n2\n1 FAMS\n0 H\n@I1@\n", "short.ged"));
+}

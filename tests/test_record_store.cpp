@@ -1,0 +1,97 @@
+#include "core/Fault.h"
+#include "tests/TestSupport.h"
+
+using namespace tav;
+using tav::test::gedcomText;
+
+class RecordStoreTest : public tav::test::SessionTest {};
+
+TEST_F(RecordStoreTest, LookupFindsSlotsByCrossReferenceNumber)
+{
+    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "0 @I5@ INDI", "0 @I9@ INDI", "0 @F3@ FAM", "0 @F8@ FAM"})));
+    const RecordStore& r = session.records;
+    EXPECT_EQ(r.indIndexFromId(5), 2);
+    EXPECT_EQ(r.indIndexFromId(1), 1);
+    EXPECT_EQ(r.indIndexFromId(9), 3);
+    EXPECT_EQ(r.indIndexFromId(4), 0);
+    EXPECT_EQ(r.indIndexFromId(10), 0);
+    EXPECT_EQ(r.famIndexFromId(8), 2);
+    EXPECT_EQ(r.famIndexFromId(3), 1);
+    EXPECT_EQ(r.famIndexFromId(4), 0);
+}
+
+TEST_F(RecordStoreTest, LookupOverManyRecordsFindsEveryOne)
+{
+    // Close numbering and numbering far sparser than the table: every
+    // record is found and no number in between.
+    for (int step : {3, 100003}) {
+        QByteArray text;
+        for (int i = 1; i <= 1000; ++i)
+            text += "0 @I" + QByteArray::number(i * step) + "@ INDI\n";
+        ASSERT_TRUE(load(text));
+        for (int i = 1; i <= 1000; ++i) {
+            ASSERT_EQ(session.records.indIndexFromId(i * step), i);
+            ASSERT_EQ(session.records.indIndexFromId(i * step + 1), 0);
+        }
+        EXPECT_EQ(session.records.indIndexFromId(0), 0);
+        EXPECT_EQ(session.records.indIndexFromId(-5), 0);
+    }
+}
+
+TEST_F(RecordStoreTest, RecordsOutOfOrderMayNotBeFound)
+{
+    ASSERT_TRUE(load(gedcomText({"0 @I9@ INDI", "0 @I2@ INDI", "0 @I5@ INDI", "0 @I1@ INDI", "0 @I7@ INDI"})));
+    // The search relies on ascending numbers; these lie out of order.
+    EXPECT_EQ(session.records.indIndexFromId(9), 0);
+    EXPECT_EQ(session.records.indIndexFromId(5), 3);
+}
+
+TEST_F(RecordStoreTest, OneRecordAndEmptyTablesAnswerZeroForAnAbsentId)
+{
+    ASSERT_TRUE(load(gedcomText({"0 @I4@ INDI", "0 @F6@ FAM"})));
+    EXPECT_EQ(session.records.indIndexFromId(4), 1);
+    EXPECT_EQ(session.records.famIndexFromId(6), 1);
+    EXPECT_EQ(session.records.indIndexFromId(3), 0);
+    EXPECT_EQ(session.records.famIndexFromId(7), 0);
+    ASSERT_TRUE(load(gedcomText({"0 HEAD"})));
+    EXPECT_EQ(session.records.indIndexFromId(1), 0);
+    EXPECT_EQ(session.records.famIndexFromId(0), 0);
+}
+
+TEST_F(RecordStoreTest, SlotsOutsideATableReadAsEmptyRecords)
+{
+    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME A /B/", "0 @S1@ SOUR", "1 TITL T"})));
+    const RecordStore& r = session.records;
+    EXPECT_EQ(r.individual(1).name, QStringLiteral("A /B/"));
+    for (int32_t slot : {0, -1, 2, 40001, INT32_MAX}) {
+        EXPECT_TRUE(r.individual(slot).name.isEmpty());
+        EXPECT_EQ(r.family(slot).childCount, 0);
+        EXPECT_EQ(r.note(slot).id, 0);
+    }
+    EXPECT_TRUE(r.source(2).title.isEmpty());
+}
+
+TEST_F(RecordStoreTest, FamilyLookupAboveSlot32767Overflows)
+{
+    QByteArray text = "0 @I1@ INDI\n1 FAMS @F32768@\n1 FAMC @F32767@\n";
+    for (int f = 1; f <= 32768; ++f)
+        text += "0 @F" + QByteArray::number(f) + "@ FAM\n";
+    ASSERT_TRUE(load(text));
+    EXPECT_EQ(session.records.familyCount(), 32768);
+    EXPECT_EQ(session.records.famIndexFromId(32767), 32767);
+    EXPECT_THROW(session.records.famIndexFromId(32768), RuntimeFault);
+    // The resolution pass reported the fault and left the slot at 0.
+    EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  6 Overflow")});
+    EXPECT_EQ(ind(1).spouseFamilyIndex[1], 0);
+    EXPECT_EQ(ind(1).childFamilyIndex, 32767);
+}
+
+TEST_F(RecordStoreTest, ANewLoadKeepsHeaderDateAndCharacterSetButNotVersion)
+{
+    ASSERT_TRUE(load(gedcomText({"0 HEAD", "1 DATE 1 JAN 2000", "1 CHAR ANSI", "1 GEDC", "2 VERS 5.5"})));
+    EXPECT_EQ(session.records.gedcomVersion, QStringLiteral("5.5"));
+    ASSERT_TRUE(load(gedcomText({"0 HEAD", "1 SOUR X", "0 @I1@ INDI"})));
+    EXPECT_EQ(session.records.headerDate, QStringLiteral("1 JAN 2000"));
+    EXPECT_EQ(session.records.characterSet, QStringLiteral("ANSI"));
+    EXPECT_TRUE(session.records.gedcomVersion.isEmpty());
+}
