@@ -2,12 +2,16 @@
 
 #include "app/Messages.h"
 #include "core/RecordStore.h"
+#include "settings/Settings.h"
 
 #include <QDate>
 #include <QString>
 #include <functional>
 
 namespace tav {
+
+// Windows that one window or routine asks to be shown.
+enum class AppWindow { Text, List, Find, Tree, Options };
 
 // The state the windows share: the record store, the current records, the
 // texts one window leaves for another, and the user's settings. Every window
@@ -18,11 +22,24 @@ public:
 
     Messages& messages() { return messages_; }
 
+    // Runs a command. A fault inside it is shown as "Error no: ..." and ends
+    // the command there; the windows keep what they showed. False after a fault.
+    bool guarded(const std::function<void()>& command);
+
+    // Asks for a window; the viewer shows it, tav-cli and tests note the request.
+    void showWindow(AppWindow window)
+    {
+        if (windowRequested)
+            windowRequested(window);
+    }
+    std::function<void(AppWindow)> windowRequested;
+
     // Today's date; tests fix it with setClock.
     QDate today() const { return clock_ ? clock_() : QDate::currentDate(); }
     void setClock(std::function<QDate()> clock) { clock_ = std::move(clock); }
 
     RecordStore records;
+    Settings settings;
 
     int32_t curInd = 0;
     int32_t curFam = 0;
@@ -31,6 +48,10 @@ public:
 
     // Line break of every report and message text.
     QString lineSeparator = QStringLiteral("\r\n");
+
+    // The report the text viewer shows, and its caption.
+    QString reportText;
+    QString reportTitle;
 
     // What the main window shows: its caption and the current-individual box.
     QString mainCaption;

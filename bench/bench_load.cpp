@@ -3,30 +3,16 @@
 #include "app/GedcomLoading.h"
 #include "app/Messages.h"
 #include "app/Session.h"
-#include "bench/GedcomGenerator.h"
+#include "bench/BenchFiles.h"
 
-#include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <memory>
 
 namespace {
 
-QString generatedFile(int individuals)
-{
-    static QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("generated-%1.ged").arg(individuals));
-    if (!QFile::exists(path)) {
-        QFile file(path);
-        tav::GeneratorOptions options;
-        options.individuals = individuals;
-        if (!file.open(QIODevice::WriteOnly) || file.write(tav::generateGedcom(options)) < 0)
-            std::abort();
-    }
-    return path;
-}
+using tav::bench::generatedFile;
 
 // A load as at start-up: a new session each time, destroyed outside the timing.
 void BM_LoadGenerated(benchmark::State& state)

@@ -3,9 +3,12 @@
 #include "app/GedcomLoading.h"
 #include "app/Messages.h"
 #include "app/Session.h"
+#include "calc/DescendantCounting.h"
+#include "calc/RelationshipFinder.h"
 #include "ui/main/HeaderInformation.h"
 
 #include <map>
+#include <optional>
 
 namespace tav {
 
@@ -14,7 +17,14 @@ namespace {
 const char usageText[] =
     "usage: tav-cli [--surname-style N] [--surname-posn N] COMMAND FILE [ARGS...]\n"
     "commands:\n"
-    "  info FILE    caption, source and note counts, GEDCOM header";
+    "  info FILE                caption, source and note counts, GEDCOM header\n"
+    "  relate FILE A B          how individuals A and B (slots) are related\n"
+    "  descendants FILE SLOT    descendant, spouse, generation and largest-family totals";
+
+// Raised for a command argument that is not what the command takes.
+struct UsageError {
+    QString problem;
+};
 
 struct CliRun {
     const CliOutput& output;
@@ -22,6 +32,30 @@ struct CliRun {
     QStringList args;  // the command's arguments after FILE
 
     void print(const QString& line) const { output.out(line); }
+
+    // A report text, its CR LF line breaks printed as newlines.
+    void printReport(const QString& text) const
+    {
+        QString plain = text;
+        plain.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+        for (const QString& line : plain.split(QLatin1Char('\n')))
+            print(line);
+    }
+
+    int32_t intArg(qsizetype i) const { return integerArgument(args.value(i)); }
+
+    static int32_t integerArgument(const QString& text)
+    {
+        bool ok = false;
+        const int value = text.toInt(&ok);
+        if (!ok)
+            throw UsageError{QStringLiteral("\"%1\" is not a whole number").arg(text)};
+        return value;
+    }
+
+    // Runs a routine of the viewer; a fault it raises is reported as the
+    // viewer would and gives the exit status 3.
+    int run(const std::function<void()>& routine) const { return session.guarded(routine) ? 0 : 3; }
 };
 
 struct Command {
@@ -41,10 +75,37 @@ int infoCommand(CliRun& run)
     return 0;
 }
 
+int relateCommand(CliRun& run)
+{
+    const int32_t a = run.intArg(0), b = run.intArg(1);
+    if (const int status = run.run([&] { findRelationship(run.session, a, b); }))
+        return status;
+    run.printReport(run.session.reportText);
+    return 0;
+}
+
+int descendantsCommand(CliRun& run)
+{
+    const int32_t slot = run.intArg(0);
+    RecordStore& records = run.session.records;
+    return run.run([&] {
+        const int32_t descendants = countDescendants(records, slot);
+        const int32_t spouses = countDescendantSpouses(records, slot);
+        const int32_t generations = countGenerations(records, slot);
+        const int32_t largest = largestFamilySlot(records, slot);
+        run.print(QStringLiteral("Descendants: %1").arg(descendants));
+        run.print(QStringLiteral("Spouses: %1").arg(spouses));
+        run.print(QStringLiteral("Generations: %1").arg(generations));
+        run.print(QStringLiteral("Largest family: %1").arg(largest));
+    });
+}
+
 const std::map<QString, Command>& commands()
 {
     static const std::map<QString, Command> table = {
         {QStringLiteral("info"), {0, 0, infoCommand}},
+        {QStringLiteral("relate"), {2, 2, relateCommand}},
+        {QStringLiteral("descendants"), {1, 1, descendantsCommand}},
     };
     return table;
 }
@@ -62,10 +123,24 @@ int usage(const CliOutput& output, const QString& problem)
 
 int runCli(const QStringList& arguments, const CliOutput& output)
 {
+    // The surname options may stand anywhere; everything else is positional.
     QStringList positional;
-    for (qsizetype i = 0; i < arguments.size(); ++i)
-        positional << arguments[i];
-
+    std::optional<int32_t> surnameStyle, surnamePosn;
+    try {
+        for (qsizetype i = 0; i < arguments.size(); ++i) {
+            const QString& arg = arguments[i];
+            if (arg == QLatin1String("--surname-style") || arg == QLatin1String("--surname-posn")) {
+                if (i + 1 >= arguments.size())
+                    return usage(output, arg + QStringLiteral(" needs a number"));
+                (arg.endsWith(QLatin1String("style")) ? surnameStyle : surnamePosn) =
+                    CliRun::integerArgument(arguments[++i]);
+            } else {
+                positional << arg;
+            }
+        }
+    } catch (const UsageError& error) {
+        return usage(output, error.problem);
+    }
     if (positional.size() < 2)
         return usage(output, positional.isEmpty() ? QString() : QStringLiteral("FILE is missing"));
     const auto found = commands().find(positional[0]);
@@ -78,13 +153,21 @@ int runCli(const QStringList& arguments, const CliOutput& output)
 
     StderrMessages messages(output.err);
     Session session(messages);
+    if (surnameStyle)
+        session.settings.SurnameStyle = *surnameStyle;
+    if (surnamePosn)
+        session.settings.SurnamePosn = *surnamePosn;
     QString failure;
     if (!loadGedcom(session, positional[1], &failure)) {
         output.err(failure);
         return 1;
     }
     CliRun run{output, session, args};
-    return command.run(run);
+    try {
+        return command.run(run);
+    } catch (const UsageError& error) {
+        return usage(output, error.problem);
+    }
 }
 
 }  // namespace tav

@@ -1,5 +1,6 @@
 #include "core/RecordStore.h"
 
+#include "core/Fault.h"
 #include "core/TextNumbers.h"
 
 namespace tav {
@@ -99,25 +100,27 @@ void RecordStore::indexIds()
     familyIds_.build(families_);
 }
 
+template <typename Record>
+const Record& recordAt(const std::vector<Record>& table, int32_t slot, int32_t capacity, const Record& empty)
+{
+    if (slot < 0 || slot > capacity)
+        raiseFault(RuntimeFault::SubscriptOutOfRange);
+    return slot >= 1 && size_t(slot) < table.size() ? table[size_t(slot)] : empty;
+}
+
 const Individual& RecordStore::individual(int32_t slot) const
 {
-    return slot >= 1 && slot <= individualCount() ? individuals_[size_t(slot)] : emptyIndividual;
+    return recordAt(individuals_, slot, individualCapacity, emptyIndividual);
 }
 
 const Family& RecordStore::family(int32_t slot) const
 {
-    return slot >= 1 && slot <= familyCount() ? families_[size_t(slot)] : emptyFamily;
+    return recordAt(families_, slot, familyCapacity, emptyFamily);
 }
 
-const Source& RecordStore::source(int32_t slot) const
-{
-    return slot >= 1 && slot <= sourceCount() ? sources_[size_t(slot)] : emptySource;
-}
+const Source& RecordStore::source(int32_t slot) const { return recordAt(sources_, slot, sourceCapacity, emptySource); }
 
-const Note& RecordStore::note(int32_t slot) const
-{
-    return slot >= 1 && slot <= noteCount() ? notes_[size_t(slot)] : emptyNote;
-}
+const Note& RecordStore::note(int32_t slot) const { return recordAt(notes_, slot, noteCapacity, emptyNote); }
 
 int32_t RecordStore::indIndexFromId(int32_t id) const { return individualIds_.find(id); }
 

@@ -69,8 +69,9 @@ struct Note {
     QString text;
 };
 
-// The whole in-memory picture of one GEDCOM file. Reading a slot outside
-// 1..count gives an empty record, so a bad slot never reads past a table.
+// The whole in-memory picture of one GEDCOM file. The tables are as large as
+// their capacity: a slot from 0 to the capacity that holds no record reads as
+// an empty record, and a slot outside that raises SubscriptOutOfRange.
 class RecordStore {
 public:
     static constexpr int32_t individualCapacity = 40000;

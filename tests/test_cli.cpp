@@ -63,3 +63,38 @@ TEST_F(CliTest, MissingFilesAndBadUsageHaveTheirOwnExitStatus)
     EXPECT_TRUE(r.err.first().contains(QStringLiteral("unknown command")));
     EXPECT_EQ(runTavCli({QStringLiteral("info"), missing, QStringLiteral("extra")}).status, 2);
 }
+
+TEST_F(CliTest, RelateAndDescendantsPrintTheViewersTexts)
+{
+    const QString path = writeFile(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /smith/", "1 SEX F", "1 FAMS @F1@",
+                                                           "0 @I2@ INDI", "1 NAME Ben /Smith/", "1 SEX M", "1 FAMC @F1@",
+                                                           "0 @F1@ FAM", "1 WIFE @I1@", "1 CHIL @I2@"}),
+                                   "relate.ged");
+    CliResult r = runTavCli({QStringLiteral("relate"), path, QStringLiteral("1"), QStringLiteral("2")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, QStringList({"Ann /smith/ is mother of Ben /Smith/", "", "Ben /Smith/ is son of Ann /smith/)", "",
+                                  "(Blood relations only)"}));
+    r = runTavCli({QStringLiteral("descendants"), path, QStringLiteral("1")});
+    EXPECT_EQ(r.out, QStringList({"Descendants: 1", "Spouses: 1", "Generations: 1", "Largest family: 1"}));
+
+    // A slot past the table's capacity is the viewer's fault message and status 3.
+    r = runTavCli({QStringLiteral("relate"), path, QStringLiteral("1"), QStringLiteral("40001")});
+    EXPECT_EQ(r.status, 3);
+    EXPECT_EQ(r.err, QStringList{QStringLiteral("Error no:  9 Subscript out of range")});
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_EQ(runTavCli({QStringLiteral("descendants"), path, QStringLiteral("x")}).status, 2);
+    EXPECT_EQ(runTavCli({QStringLiteral("relate"), path, QStringLiteral("1")}).status, 2);
+}
+
+TEST_F(CliTest, SurnameOptionsStandAnywhere)
+{
+    const QString path = writeFile(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /smith/"}), "names.ged");
+    // The relationship text uses names as stored; the options must still parse.
+    const CliResult r = runTavCli({QStringLiteral("--surname-style"), QStringLiteral("5"), QStringLiteral("relate"), path,
+                                   QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("--surname-posn"),
+                                   QStringLiteral("1")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out.first(), QStringLiteral("Ann /smith/ is Ann /smith/"));
+    EXPECT_EQ(runTavCli({QStringLiteral("--surname-style"), QStringLiteral("five"), QStringLiteral("info"), path}).status, 2);
+    EXPECT_EQ(runTavCli({QStringLiteral("info"), path, QStringLiteral("--surname-posn")}).status, 2);
+}

@@ -58,17 +58,23 @@ TEST_F(RecordStoreTest, OneRecordAndEmptyTablesAnswerZeroForAnAbsentId)
     EXPECT_EQ(session.records.famIndexFromId(0), 0);
 }
 
-TEST_F(RecordStoreTest, SlotsOutsideATableReadAsEmptyRecords)
+TEST_F(RecordStoreTest, EmptySlotsReadAsEmptyRecordsAndSlotsPastCapacityFault)
 {
     ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME A /B/", "0 @S1@ SOUR", "1 TITL T"})));
     const RecordStore& r = session.records;
     EXPECT_EQ(r.individual(1).name, QStringLiteral("A /B/"));
-    for (int32_t slot : {0, -1, 2, 40001, INT32_MAX}) {
+    for (int32_t slot : {0, 2, 4000}) {
         EXPECT_TRUE(r.individual(slot).name.isEmpty());
         EXPECT_EQ(r.family(slot).childCount, 0);
         EXPECT_EQ(r.note(slot).id, 0);
     }
     EXPECT_TRUE(r.source(2).title.isEmpty());
+    EXPECT_TRUE(r.individual(40000).name.isEmpty());
+    EXPECT_THROW(r.individual(40001), RuntimeFault);
+    EXPECT_THROW(r.individual(-1), RuntimeFault);
+    EXPECT_THROW(r.family(INT32_MAX), RuntimeFault);
+    EXPECT_THROW(r.source(4001), RuntimeFault);
+    EXPECT_THROW(r.note(4001), RuntimeFault);
 }
 
 TEST_F(RecordStoreTest, FamilyLookupAboveSlot32767Overflows)

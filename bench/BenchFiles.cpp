@@ -1,0 +1,33 @@
+#include "bench/BenchFiles.h"
+
+#include "bench/GedcomGenerator.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <cstdlib>
+
+namespace tav::bench {
+
+QString generatedFile(int individuals)
+{
+    static QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("generated-%1.ged").arg(individuals));
+    if (!QFile::exists(path)) {
+        QFile file(path);
+        GeneratorOptions options;
+        options.individuals = individuals;
+        if (!file.open(QIODevice::WriteOnly) || file.write(generateGedcom(options)) < 0)
+            std::abort();
+    }
+    return path;
+}
+
+QString sharedFile(const char* name)
+{
+    const QString path = QDir(QStringLiteral(TAV_SHARED_GEDCOM_DIR)).filePath(QString::fromLatin1(name));
+    return QFileInfo::exists(path) ? path : QString();
+}
+
+}  // namespace tav::bench

@@ -1,0 +1,145 @@
+#include "calc/DescendantCounting.h"
+
+#include "core/Fault.h"
+#include "core/RecordStore.h"
+#include "core/TextNumbers.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tav {
+
+namespace {
+
+constexpr int maxLevels = 100;
+
+struct Totals {
+    int64_t descendants = 0;
+    int64_t spouses = 0;
+    int32_t generations = 0;
+
+    // Adds the totals of a child, given in the child's own numbering.
+    void addChild(int64_t childDescendants, int64_t childSpouses, int32_t childGenerations)
+    {
+        descendants += childDescendants;
+        spouses += childSpouses;
+        generations = std::max(generations, 1 + childGenerations);
+    }
+};
+
+// One level of the walk: the person there, the family and child being
+// visited, and the totals of the person's line so far.
+struct Level {
+    int32_t person = 0;
+    int family = 0;  // spouse-family slot being visited, 0 before the first
+    int child = 0;   // child slot within that family
+    int32_t familyIndex = 0;
+    Totals totals;
+};
+
+void cache(Individual& person, const Totals& totals)
+{
+    person.descCount = toLong(double(totals.descendants));
+    person.descSpouseCount = toLong(double(totals.spouses));
+    person.descGenerations = totals.generations;
+    person.descCounted = true;
+}
+
+// Walks down from the person without recursion, one level per generation.
+// Everyone whose line the walk finishes is cached, so a person met again
+// (on another line, or asked about later) costs nothing.
+Totals walk(RecordStore& records, int32_t root)
+{
+    std::array<Level, maxLevels + 1> levels;
+    int depth = 1;
+    levels[1] = Level{root, 0, 0, 0, Totals{0, records.individual(root).spouseFamilyCount, 0}};
+    for (;;) {
+        Level& level = levels[size_t(depth)];
+        const Individual& person = records.individual(level.person);
+        int32_t next = 0;
+        while (next == 0) {
+            const Family& family = records.family(level.familyIndex);
+            if (level.family == 0 || level.child >= family.storedChildren()) {
+                if (level.family >= person.storedSpouseFamilies())
+                    break;
+                ++level.family;
+                level.child = 0;
+                level.familyIndex = records.famIndexFromId(person.spouseFamilyId[size_t(level.family)]);
+                const int32_t children = records.family(level.familyIndex).childCount;
+                level.totals.descendants += children;
+                if (children > 0)
+                    level.totals.generations = std::max(level.totals.generations, 1);
+                continue;
+            }
+            ++level.child;
+            const int32_t child = records.indIndexFromId(family.childId[size_t(level.child)]);
+            if (child == 0)
+                continue;
+            const Individual& known = records.individual(child);
+            if (known.descCounted)
+                level.totals.addChild(known.descCount, known.descSpouseCount, known.descGenerations);
+            else
+                next = child;
+        }
+        if (next != 0) {
+            if (depth == maxLevels)
+                raiseFault(RuntimeFault::SubscriptOutOfRange);
+            ++depth;
+            levels[size_t(depth)] = Level{next, 0, 0, 0, Totals{0, records.individual(next).spouseFamilyCount, 0}};
+            continue;
+        }
+        const Totals done = level.totals;
+        if (level.person >= 1 && level.person <= records.individualCount())
+            cache(records.individualAt(level.person), done);
+        if (depth == 1)
+            return done;
+        --depth;
+        levels[size_t(depth)].totals.addChild(done.descendants, done.spouses, done.generations);
+    }
+}
+
+const Individual& counted(RecordStore& records, int32_t individual)
+{
+    const Individual& person = records.individual(individual);
+    if (!person.descCounted)
+        walk(records, individual);
+    return person;
+}
+
+}  // namespace
+
+int32_t countDescendants(RecordStore& records, int32_t individual)
+{
+    return counted(records, individual).descCount;
+}
+
+int32_t countDescendantSpouses(RecordStore& records, int32_t individual)
+{
+    return counted(records, individual).descSpouseCount;
+}
+
+int32_t countGenerations(RecordStore& records, int32_t individual)
+{
+    return counted(records, individual).descGenerations;
+}
+
+int32_t largestFamilySlot(RecordStore& records, int32_t individual)
+{
+    const Individual& person = records.individual(individual);
+    int32_t best = 0;
+    int64_t bestValue = 0;
+    for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
+        const Family& family = records.family(records.famIndexFromId(person.spouseFamilyId[size_t(k)]));
+        for (int c = 1; c <= family.storedChildren(); ++c) {
+            const int64_t value =
+                int64_t(family.childCount) + countDescendants(records, records.indIndexFromId(family.childId[size_t(c)]));
+            if (value > bestValue) {
+                bestValue = value;
+                best = k;
+            }
+        }
+    }
+    return best;
+}
+
+}  // namespace tav

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <cstdint>
+
+namespace tav {
+
+// The user's settings as the program holds them while it runs: read from the
+// settings store at start-up, written back at exit and when the options
+// dialog is confirmed. Defaults are those of a first run.
+struct Settings {
+    static constexpr int maxRecentFiles = 10;
+
+    std::array<QString, maxRecentFiles + 2> recentFiles;  // 1..10 used, most recent first
+    int32_t recentCount = 0;
+    QString autoLoadFile;
+    int32_t SurnameStyle = 2;
+    int32_t SurnamePosn = 2;
+    QString dirLast;
+
+    bool ViewDates = false;
+    bool ViewSurnames = false;
+    bool ViewDescendentMark = false;
+    bool ViewMainLine = false;
+    bool ViewNoSpouse = false;
+    bool BackColour = false;
+    int32_t FontSize = 2;
+};
+
+}  // namespace tav
