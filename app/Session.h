@@ -11,7 +11,7 @@
 namespace tav {
 
 // Windows that one window or routine asks to be shown.
-enum class AppWindow { Text, List, Find, Tree, Options };
+enum class AppWindow { Text, Options };
 
 // The state the windows share: the record store, the current records, the
 // texts one window leaves for another, and the user's settings. Every window
@@ -33,6 +33,14 @@ public:
             windowRequested(window);
     }
     std::function<void(AppWindow)> windowRequested;
+
+    // Closes every window but the main one, as the main window does when it closes.
+    void closeOtherWindows()
+    {
+        if (otherWindowsCloseRequested)
+            otherWindowsCloseRequested();
+    }
+    std::function<void()> otherWindowsCloseRequested;
 
     // Today's date; tests fix it with setClock.
     QDate today() const { return clock_ ? clock_() : QDate::currentDate(); }
@@ -56,6 +64,12 @@ public:
     // What the main window shows: its caption and the current-individual box.
     QString mainCaption;
     QString currentIndividualText;
+
+    // The first individual picked for the relationship finder.
+    int32_t relFirst = 0;
+
+    // Whether each window was last put above all others ("Top" button).
+    bool textViewerOnTop = false;
 
 private:
     Messages& messages_;

@@ -5,7 +5,12 @@
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
 #include "calc/RelationshipFinder.h"
+#include "settings/RegistryStore.h"
+#include "settings/SettingsPersistence.h"
 #include "ui/main/HeaderInformation.h"
+#include "ui/main/HelpTopics.h"
+
+#include <QDir>
 
 #include <map>
 #include <optional>
@@ -19,7 +24,8 @@ const char usageText[] =
     "commands:\n"
     "  info FILE                caption, source and note counts, GEDCOM header\n"
     "  relate FILE A B          how individuals A and B (slots) are related\n"
-    "  descendants FILE SLOT    descendant, spouse, generation and largest-family totals";
+    "  descendants FILE SLOT    descendant, spouse, generation and largest-family totals\n"
+    "  help KEY                 a topic of help.txt in the current folder";
 
 // Raised for a command argument that is not what the command takes.
 struct UsageError {
@@ -141,6 +147,19 @@ int runCli(const QStringList& arguments, const CliOutput& output)
     } catch (const UsageError& error) {
         return usage(output, error.problem);
     }
+    if (positional.value(0) == QLatin1String("help")) {
+        if (positional.size() != 2)
+            return usage(output, QStringLiteral("help takes one KEY"));
+        QString text, problem;
+        if (!readHelpFile(QDir::currentPath(), text, problem)) {
+            output.err(problem);
+            return 1;
+        }
+        StderrMessages messages(output.err);
+        Session session(messages);
+        CliRun run{output, session, {}};
+        return run.run([&] { run.printReport(helpTopic(text, positional[1])); });
+    }
     if (positional.size() < 2)
         return usage(output, positional.isEmpty() ? QString() : QStringLiteral("FILE is missing"));
     const auto found = commands().find(positional[0]);
@@ -153,6 +172,12 @@ int runCli(const QStringList& arguments, const CliOutput& output)
 
     StderrMessages messages(output.err);
     Session session(messages);
+    // The viewer's settings apply here too; they are read, never written.
+    RegistryStore store;
+    if (!store.loadProblem().isEmpty())
+        output.err(QStringLiteral("tav-cli: the settings file %1 is damaged (%2); using the defaults")
+                       .arg(RegistryStore::defaultRegistryFile(), store.loadProblem()));
+    loadSettings(session.settings, store, QStringLiteral("ALL"));
     if (surnameStyle)
         session.settings.SurnameStyle = *surnameStyle;
     if (surnamePosn)

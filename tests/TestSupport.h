@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QString>
 #include <QTemporaryDir>
+#include "tests/QtPrinters.h"
+
 #include <gtest/gtest.h>
 #include <initializer_list>
 

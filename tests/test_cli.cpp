@@ -1,6 +1,9 @@
 #include "cli/CliApp.h"
 #include "tests/TestSupport.h"
 
+#include <QDir>
+#include <QFile>
+
 using namespace tav;
 
 namespace {
@@ -97,4 +100,20 @@ TEST_F(CliTest, SurnameOptionsStandAnywhere)
     EXPECT_EQ(r.out.first(), QStringLiteral("Ann /smith/ is Ann /smith/"));
     EXPECT_EQ(runTavCli({QStringLiteral("--surname-style"), QStringLiteral("five"), QStringLiteral("info"), path}).status, 2);
     EXPECT_EQ(runTavCli({QStringLiteral("info"), path, QStringLiteral("--surname-posn")}).status, 2);
+}
+
+TEST_F(CliTest, HelpPrintsATopicOfTheHelpFileInTheCurrentFolder)
+{
+    const QString before = QDir::currentPath();
+    writeFile("***!!!Find\r\nFirst line.\r\nSecond line.\r\n***!!!List\r\n", "help.txt");
+    QDir::setCurrent(dir.path());
+    CliResult r = runTavCli({QStringLiteral("help"), QStringLiteral("Find")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, QStringList({"", "First line.", "Second line."}));
+    EXPECT_EQ(runTavCli({QStringLiteral("help"), QStringLiteral("Nothing")}).out, QStringList{QString()});
+    QFile::remove(QStringLiteral("help.txt"));
+    r = runTavCli({QStringLiteral("help"), QStringLiteral("Find")});
+    QDir::setCurrent(before);
+    EXPECT_EQ(r.status, 1);
+    EXPECT_TRUE(r.err.value(0).startsWith(QStringLiteral("Cannot open help.txt")));
 }

@@ -1,6 +1,8 @@
 #include "calc/Dates.h"
 #include "core/Fault.h"
 
+#include "tests/QtPrinters.h"
+
 #include <gtest/gtest.h>
 
 using namespace tav;

@@ -1,6 +1,8 @@
 #include "core/Fault.h"
 #include "core/TextNumbers.h"
 
+#include "tests/QtPrinters.h"
+
 #include <gtest/gtest.h>
 
 using namespace tav;

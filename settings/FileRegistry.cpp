@@ -1,0 +1,98 @@
+#include "settings/RegFile.h"
+#include "settings/RegistryBackend.h"
+
+namespace tav {
+
+namespace {
+
+QString rootName(int64_t root)
+{
+    switch (root) {
+    case 0x80000000: return QStringLiteral("HKEY_CLASSES_ROOT");
+    case 0x80000001: return QStringLiteral("HKEY_CURRENT_USER");
+    case 0x80000002: return QStringLiteral("HKEY_LOCAL_MACHINE");
+    case 0x80000003: return QStringLiteral("HKEY_USERS");
+    case 0x80000005: return QStringLiteral("HKEY_CURRENT_CONFIG");
+    case 0x80000006: return QStringLiteral("HKEY_DYN_DATA");
+    default: return QString();
+    }
+}
+
+// The registry as a text file: read once, replaced whole on each change
+// (or once per batch of changes).
+class FileRegistry : public RegistryBackend {
+public:
+    explicit FileRegistry(const QString& path) : file_(path)
+    {
+        if (!file_.load(&problem_) && problem_.isEmpty())
+            problem_ = QStringLiteral("unreadable");
+    }
+
+    int32_t openKey(int64_t root, const QString& path) override
+    {
+        return file_.hasKey(keyName(root, path)) ? 0 : notFound;
+    }
+
+    int32_t queryValue(int64_t root, const QString& path, const QString& name, uint32_t& type,
+                       QByteArray& data) override
+    {
+        const RegFile::Value* value = file_.value(keyName(root, path), name);
+        if (!value)
+            return notFound;
+        type = value->type;
+        data = value->data;
+        return 0;
+    }
+
+    int32_t createKey(int64_t root, const QString& path) override
+    {
+        if (!file_.hasKey(keyName(root, path))) {
+            file_.createKey(keyName(root, path));
+            return store();
+        }
+        return 0;
+    }
+
+    int32_t setValue(int64_t root, const QString& path, const QString& name, uint32_t type,
+                     const QByteArray& data) override
+    {
+        file_.setValue(keyName(root, path), RegFile::Value{name, type, data});
+        return store();
+    }
+
+    void beginBatch() override { ++batchDepth_; }
+    void endBatch() override
+    {
+        if (--batchDepth_ == 0 && dirty_)
+            store();
+    }
+
+    QString loadProblem() const override { return problem_; }
+
+private:
+    static constexpr int32_t notFound = 2;
+    static constexpr int32_t accessDenied = 5;
+
+    static QString keyName(int64_t root, const QString& path) { return rootName(root) + QLatin1Char('\\') + path; }
+
+    int32_t store()
+    {
+        if (batchDepth_ > 0) {
+            dirty_ = true;
+            return 0;
+        }
+        dirty_ = false;
+        return file_.save() ? 0 : accessDenied;
+    }
+
+    RegFile file_;
+    QString problem_;
+    int batchDepth_ = 0;
+    bool dirty_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<RegistryBackend> makeFileRegistry(const QString& path) { return std::make_unique<FileRegistry>(path); }
+
+}  // namespace tav

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <cstdint>
+#include <memory>
+
+namespace tav {
+
+// Where registry keys and values really live: the system registry, or a
+// text file standing in for it. Results are registry error codes, 0 for done.
+class RegistryBackend {
+public:
+    virtual ~RegistryBackend() = default;
+
+    virtual int32_t openKey(int64_t root, const QString& path) = 0;
+    virtual int32_t queryValue(int64_t root, const QString& path, const QString& name, uint32_t& type,
+                               QByteArray& data) = 0;
+    virtual int32_t createKey(int64_t root, const QString& path) = 0;
+    virtual int32_t setValue(int64_t root, const QString& path, const QString& name, uint32_t type,
+                             const QByteArray& data) = 0;
+
+    virtual void beginBatch() {}
+    virtual void endBatch() {}
+    virtual QString loadProblem() const { return QString(); }
+};
+
+std::unique_ptr<RegistryBackend> makeFileRegistry(const QString& path);
+#ifdef Q_OS_WIN
+std::unique_ptr<RegistryBackend> makeSystemRegistry();
+#endif
+
+}  // namespace tav

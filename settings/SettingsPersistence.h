@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace tav {
+
+class RegistryStore;
+struct Settings;
+
+// Reads the settings of one section ("General", "Tree" or "ALL") from the
+// current user's Software\Wendrake\Tav keys; missing values take their
+// defaults, and the recent-file list stops at its first gap.
+void loadSettings(Settings& settings, RegistryStore& store, const QString& section);
+
+// Writes every setting back, all of them, as one replacement of the store.
+void saveSettings(const Settings& settings, RegistryStore& store);
+
+// " 1fPrev" ... " 10fPrev": the number as printed, with its leading blank.
+QString recentFileValueName(int i);
+
+}  // namespace tav

@@ -1,0 +1,81 @@
+// tav-screenshots FILE OUTDIR: saves pictures of the windows on FILE, for
+// looking at them as a user would (run under Xvfb: scripts/screenshots.sh).
+#include "app/Messages.h"
+#include "app/Session.h"
+#include "settings/RegistryStore.h"
+#include "ui/WindowManager.h"
+#include "ui/main/HeaderInformation.h"
+#include "ui/main/MainWindow.h"
+#include "ui/options/OptionsDialog.h"
+#include "ui/text/TextViewer.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QMessageBox>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+QString outDir;
+
+void save(QWidget* widget, const char* name)
+{
+    widget->show();
+    widget->raise();
+    QApplication::processEvents();
+    QTimer::singleShot(0, [] {});
+    QApplication::processEvents();
+    const QString path = QDir(outDir).filePath(QString::fromLatin1(name) + QStringLiteral(".png"));
+    if (!widget->grab().save(path))
+        std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+    else
+        std::printf("%s\n", qPrintable(path));
+}
+
+}  // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    if (argc < 3) {
+        std::fprintf(stderr, "usage: tav-screenshots FILE OUTDIR\n");
+        return 2;
+    }
+    const QString file = QFileInfo(QString::fromLocal8Bit(argv[1])).absoluteFilePath();
+    outDir = QFileInfo(QString::fromLocal8Bit(argv[2])).absoluteFilePath();
+    QDir().mkpath(outDir);
+
+    QTemporaryDir config;
+    tav::RegistryStore store(config.filePath(QStringLiteral("Tav.reg")));
+    tav::RecordingMessages messages;
+    tav::Session session(messages);
+    tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
+    window.startUp(file);
+    save(&window, "main-window");
+
+    // The relationship of the first individual with a parent to that parent.
+    int32_t child = 1;
+    while (child < session.records.individualCount() && session.records.individual(child).childFamilyIndex == 0)
+        ++child;
+    const tav::Family& family = session.records.family(session.records.individual(child).childFamilyIndex);
+    session.curInd = family.husbandIndex ? family.husbandIndex : family.wifeIndex;
+    window.findRelationshipAction()->trigger();
+    session.curInd = child;
+    window.findRelationshipAction()->trigger();
+    save(window.windows().textViewer(), "text-viewer-relationship");
+    window.windows().textViewer()->close();
+
+    tav::OptionsDialog options(session, store);
+    save(&options, "options-general");
+    options.tabs()->setCurrentIndex(1);
+    save(&options, "options-tree");
+    options.close();
+
+    QMessageBox header(QMessageBox::NoIcon, tav::headerInformationTitle(),
+                       tav::headerInformationLines(session.records).join(QLatin1Char('\n')), QMessageBox::Ok, &window);
+    save(&header, "header-box");
+    return 0;
+}

@@ -1,0 +1,152 @@
+#include "settings/RegistryStore.h"
+#include "tests/TestSupport.h"
+#include "ui/WindowManager.h"
+#include "ui/main/MainWindow.h"
+#include "ui/options/OptionsDialog.h"
+#include "ui/text/TextViewer.h"
+#include "settings/Settings.h"
+#include "settings/SettingsPersistence.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDir>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QTest>
+
+using namespace tav;
+using tav::test::gedcomText;
+
+class WindowTest : public tav::test::SessionTest {
+protected:
+    WindowTest() : store(dir.filePath(QStringLiteral("config/Tav.reg"))) {}
+    ~WindowTest() override { QDir::setCurrent(startFolder); }
+
+    QString familyFile()
+    {
+        return writeFile(gedcomText({"0 HEAD", "1 CHAR UTF-8", "0 @I1@ INDI", "1 NAME Dad /X/", "1 SEX M",
+                                     "1 FAMS @F1@", "0 @I2@ INDI", "1 NAME Kid /X/", "1 SEX F", "1 FAMC @F1@",
+                                     "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@"}),
+                         "family.ged");
+    }
+
+    QString startFolder = QDir::currentPath();
+    RegistryStore store;
+};
+
+TEST_F(WindowTest, MainWindowWithoutAndWithAFile)
+{
+    MainWindow empty(session, store, dir.path());
+    empty.startUp(QString());
+    EXPECT_EQ(empty.windowTitle(), QStringLiteral("File not open!"));
+    EXPECT_FALSE(empty.currentIndividualBox()->isEnabled());
+    EXPECT_FALSE(empty.headerAction()->isEnabled());
+    EXPECT_FALSE(empty.findRelationshipAction()->isEnabled());
+    EXPECT_FALSE(empty.recentAction(1)->isVisible());
+
+    const QString path = familyFile();
+    MainWindow window(session, store, dir.path());
+    window.startUp(path);
+    EXPECT_EQ(window.windowTitle(), path + QStringLiteral(" (2 individuals, 1 families)"));
+    EXPECT_TRUE(window.currentIndividualBox()->isEnabled());
+    EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 1"));
+    EXPECT_TRUE(window.headerAction()->isEnabled());
+    EXPECT_TRUE(window.recentAction(1)->isVisible());
+    EXPECT_EQ(window.recentAction(1)->text(), QStringLiteral("&0 family.ged"));
+    EXPECT_TRUE(window.progressBar()->isHidden()) << "the bar shows only while a file is read";
+}
+
+TEST_F(WindowTest, RelationshipCommandShowsItsAnswerInTheTextViewer)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    session.curInd = 1;
+    window.findRelationshipAction()->trigger();
+    EXPECT_TRUE(window.findRelationshipAction()->isChecked());
+    EXPECT_EQ(window.findRelationshipAction()->text(), QStringLiteral("Find relationship (1)"));
+    session.curInd = 2;
+    window.findRelationshipAction()->trigger();
+    EXPECT_FALSE(window.findRelationshipAction()->isChecked());
+    EXPECT_EQ(window.findRelationshipAction()->text(), QStringLiteral("Find relationship"));
+    TextViewer* viewer = window.windows().textViewer();
+    ASSERT_NE(viewer, nullptr);
+    EXPECT_TRUE(viewer->isVisible());
+    EXPECT_EQ(viewer->windowTitle(), QStringLiteral("Find relationship"));
+    EXPECT_EQ(viewer->textBox()->toPlainText(),
+              QStringLiteral("Kid /X/ is daughter of Dad /X/\n\nDad /X/ is father of Kid /X/)\n\n(Blood relations only)"));
+
+    // Closing the main window saves the settings and closes the viewer.
+    window.close();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.windows().textViewer(), nullptr);
+    Settings saved;
+    loadSettings(saved, store, QStringLiteral("ALL"));
+    EXPECT_EQ(saved.recentFiles[1], dir.filePath(QStringLiteral("family.ged")));
+}
+
+TEST_F(WindowTest, TextViewerCarriesItsTopFlagOverAndCopiesTheSelection)
+{
+    session.reportText = QStringLiteral("line one\r\nline two");
+    session.reportTitle = QStringLiteral("Report");
+    auto* first = new TextViewer(session);
+    first->show();
+    first->topAction()->trigger();
+    EXPECT_TRUE(first->topAction()->isChecked());
+    EXPECT_TRUE(first->windowFlags() & Qt::WindowStaysOnTopHint);
+    QTest::keyClick(first->textBox(), Qt::Key_Escape);
+    QCoreApplication::processEvents();
+
+    TextViewer second(session);
+    second.setAttribute(Qt::WA_DeleteOnClose, false);
+    second.show();
+    EXPECT_FALSE(second.topAction()->isChecked()) << "a new viewer opens in the normal band";
+    EXPECT_FALSE(second.windowFlags() & Qt::WindowStaysOnTopHint);
+    second.topAction()->trigger();
+    EXPECT_FALSE(second.topAction()->isChecked()) << "the flag said on top: this click takes it off";
+    second.topAction()->trigger();
+    EXPECT_TRUE(second.topAction()->isChecked());
+    EXPECT_TRUE(second.windowFlags() & Qt::WindowStaysOnTopHint);
+
+    QGuiApplication::clipboard()->setText(QStringLiteral("old"));
+    second.copySelection();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QString()) << "nothing selected, nothing copied";
+    second.selectAll();
+    second.copySelection();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("line one\nline two"));
+
+    session.reportText = QStringLiteral("a later report");
+    session.reportTitle = QStringLiteral("Later");
+    second.refresh();
+    EXPECT_EQ(second.windowTitle(), QStringLiteral("Later"));
+    EXPECT_EQ(second.textBox()->toPlainText(), QStringLiteral("a later report"));
+}
+
+TEST_F(WindowTest, OptionsDialogMapsFontSizesAndKeepsOpenForAMissingFile)
+{
+    session.settings.FontSize = 2;
+    session.settings.autoLoadFile = QString(41, u'x');
+    OptionsDialog dialog(session, store);
+    EXPECT_EQ(dialog.fontSizeList()->currentIndex(), 2);
+    EXPECT_EQ(dialog.surnameStyleList()->currentIndex(), 1);
+    EXPECT_EQ(dialog.autoLoadBox()->text(), QStringLiteral("...") + QString(37, u'x'));
+    dialog.fontSizeList()->setCurrentIndex(0);
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), QDialog::Rejected) << "the auto-load file does not exist";
+    EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Cannot find autoload file!")});
+    dialog.autoLoadBox()->clear();
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(session.settings.FontSize, 4);
+    EXPECT_TRUE(session.settings.autoLoadFile.isEmpty());
+
+    session.settings.SurnameStyle = 1;
+    OptionsDialog cancelled(session, store);
+    cancelled.show();
+    cancelled.surnameStyleList()->setCurrentIndex(4);
+    QTest::keyClick(&cancelled, Qt::Key_Escape);
+    EXPECT_EQ(cancelled.result(), QDialog::Rejected);
+    EXPECT_EQ(session.settings.SurnameStyle, 1);
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QIcon>
+
+namespace tav {
+
+// An icon of the program's own set by name ("open", "find", "top" ...).
+QIcon tavIcon(const char* name);
+
+}  // namespace tav

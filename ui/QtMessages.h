@@ -1,0 +1,14 @@
+#pragma once
+
+#include "app/Messages.h"
+
+namespace tav {
+
+// Message boxes as real dialogs, over the window that is active.
+class QtMessages : public Messages {
+protected:
+    void showMessage(const QString& text, const QString& title) override;
+    bool askYesNo(const QString& text, const QString& title) override;
+};
+
+}  // namespace tav

@@ -1,0 +1,42 @@
+#include "ui/WindowManager.h"
+
+#include "ui/options/OptionsDialog.h"
+#include "ui/text/TextViewer.h"
+
+namespace tav {
+
+WindowManager::WindowManager(Session& session, RegistryStore& store, QWidget* mainWindow)
+    : QObject(mainWindow), session_(session), store_(store), mainWindow_(mainWindow)
+{
+    session_.windowRequested = [this](AppWindow window) { show(window); };
+    session_.otherWindowsCloseRequested = [this] { closeAll(); };
+}
+
+void WindowManager::show(AppWindow window)
+{
+    switch (window) {
+    case AppWindow::Text:
+        if (!text_)
+            text_ = new TextViewer(session_);
+        text_->refresh();
+        text_->show();
+        text_->raise();
+        text_->activateWindow();
+        break;
+    case AppWindow::Options: {
+        OptionsDialog dialog(session_, store_, mainWindow_);
+        dialog.exec();
+        break;
+    }
+    }
+}
+
+TextViewer* WindowManager::textViewer() const { return text_; }
+
+void WindowManager::closeAll()
+{
+    if (text_)
+        text_->close();
+}
+
+}  // namespace tav

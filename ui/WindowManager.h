@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/Session.h"
+
+#include <QObject>
+#include <QPointer>
+
+class QWidget;
+
+namespace tav {
+
+class RegistryStore;
+class TextViewer;
+
+// Opens the windows the session asks for (one instance of each, created on
+// demand) and closes them all when the main window goes.
+class WindowManager : public QObject {
+    Q_OBJECT
+public:
+    WindowManager(Session& session, RegistryStore& store, QWidget* mainWindow);
+
+    void show(AppWindow window);
+    void closeAll();
+
+    TextViewer* textViewer() const;
+
+private:
+    Session& session_;
+    RegistryStore& store_;
+    QWidget* mainWindow_;
+    QPointer<TextViewer> text_;
+};
+
+}  // namespace tav

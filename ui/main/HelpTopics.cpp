@@ -1,0 +1,48 @@
+#include "ui/main/HelpTopics.h"
+
+#include "core/Fault.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace tav {
+
+const HelpTopic helpTopics[5] = {
+    {"QuickStart", "Quick Start"},
+    {"List", "Listing information"},
+    {"Find", "Find"},
+    {"Tree", "Showing the family tree"},
+    {"Options", "Setting options"},
+};
+
+QString helpTopic(const QString& helpText, const QString& key)
+{
+    const QString marker = QStringLiteral("***!!!");
+    const qsizetype p = helpText.indexOf(marker + key);
+    if (p < 0)
+        return QString();
+    qsizetype q = helpText.indexOf(marker, p + 1);  // 0-based; the length stands in when there is none
+    const qsizetype start = p + marker.size() + key.size();
+    if (q < 0)
+        q = helpText.size() - 1;  // so the last topic loses the file's last three characters
+    const qsizetype length = q - start - 2;
+    if (length < 0)
+        raiseFault(RuntimeFault::InvalidCall);
+    return helpText.mid(start, length);
+}
+
+bool readHelpFile(const QString& programFolder, QString& text, QString& problem)
+{
+    for (const QString& path : {QStringLiteral("help.txt"), QDir(programFolder).filePath(QStringLiteral("help.txt"))}) {
+        QFile file(path);
+        if (file.open(QIODevice::ReadOnly)) {
+            text = QString::fromUtf8(file.readAll());
+            return true;
+        }
+        if (problem.isEmpty())
+            problem = QStringLiteral("Cannot open help.txt: %1").arg(file.errorString());
+    }
+    return false;
+}
+
+}  // namespace tav

@@ -1,0 +1,235 @@
+#include "ui/main/MainWindow.h"
+
+#include "app/Session.h"
+#include "ui/Icons.h"
+#include "ui/WindowManager.h"
+#include "ui/main/HelpTopics.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace tav {
+
+namespace {
+
+// A .ged file among dropped URLs, or "".
+QString droppedGedcom(const QMimeData* mime)
+{
+    if (!mime || !mime->hasUrls())
+        return QString();
+    for (const QUrl& url : mime->urls()) {
+        if (url.isLocalFile() && url.toLocalFile().endsWith(QLatin1String(".ged"), Qt::CaseInsensitive))
+            return url.toLocalFile();
+    }
+    return QString();
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Session& session, RegistryStore& store, const QString& programFolder, QWidget* parent)
+    : QMainWindow(parent), session_(session), logic_(session, store, programFolder)
+{
+    windows_ = new WindowManager(session, store, this);
+    setWindowIcon(tavIcon("tav"));
+    setAcceptDrops(true);
+    buildMenus();
+    buildCentre();
+
+    logic_.setLoadProgress(LoadProgress{
+        [this](qint64 maximum) {
+            // The bar counts in kilobytes so that large files stay within its range.
+            progress_->setRange(0, int(maximum / 1024) + 1);
+            progress_->setValue(0);
+            progress_->show();
+            progress_->repaint();
+        },
+        [this](qint64 value) {
+            progress_->setValue(int(value / 1024));
+            progress_->repaint();
+        },
+        [this] { progress_->hide(); }});
+    resize(560, 300);
+    refresh();
+}
+
+void MainWindow::buildMenus()
+{
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    QAction* open = file->addAction(tavIcon("open"), QStringLiteral("&Open..."), this, &MainWindow::chooseFile);
+    open->setShortcut(QKeySequence::Open);
+    recentSeparator_ = file->addSeparator();
+    for (int i = 1; i <= 10; ++i) {
+        recent_[size_t(i)] = file->addAction(QString(), this, [this, i] { busy([this, i] { logic_.recentFileChosen(i); }); });
+        recent_[size_t(i)]->setVisible(false);
+    }
+    file->addSeparator();
+    QAction* exit = file->addAction(QStringLiteral("E&xit"), this, &QWidget::close);
+    exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    findRel_ = view->addAction(QStringLiteral("Find relationship"), this, [this] {
+        logic_.findRelationshipClicked();
+        refresh();
+    });
+    findRel_->setCheckable(true);
+    findRel_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
+    view->addSeparator();
+    header_ = view->addAction(QStringLiteral("Gedcom header information"), this, [this] { logic_.showHeaderInformation(); });
+    view->addSeparator();
+    QAction* options = view->addAction(QStringLiteral("&Options..."), this, [this] {
+        session_.showWindow(AppWindow::Options);
+        refresh();
+    });
+    options->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    view->addAction(QStringLiteral("&About Tav"), this, [this] { logic_.showAbout(); });
+
+    QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
+    for (int i = 0; i < int(std::size(helpTopics)); ++i) {
+        QAction* topic = help->addAction(QString::fromLatin1(helpTopics[i].title), this, [this, i] { logic_.showHelp(i); });
+        if (i == 0)
+            topic->setShortcut(QKeySequence::HelpContents);
+    }
+
+    QToolBar* toolbar = addToolBar(QStringLiteral("Toolbar"));
+    toolbar->setMovable(false);
+    toolbar->setIconSize(QSize(24, 24));
+    toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    QAction* openButton = toolbar->addAction(tavIcon("open"), QStringLiteral("Open"), this, &MainWindow::chooseFile);
+    openButton->setToolTip(QStringLiteral("Open a GEDCOM file"));
+}
+
+void MainWindow::buildCentre()
+{
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(12, 12, 12, 8);
+
+    auto* form = new QFormLayout;
+    text1_ = new QLineEdit(central);
+    text1_->setMaximumWidth(90);
+    text1_->setToolTip(QStringLiteral("Number of the current individual (its place in the file)"));
+    text1_->installEventFilter(this);
+    connect(text1_, &QLineEdit::textEdited, this, [this](const QString& text) { logic_.setCurrentIndividualText(text); });
+    form->addRow(QStringLiteral("Current individual:"), text1_);
+    layout->addLayout(form);
+    layout->addStretch();
+
+    progress_ = new QProgressBar(central);
+    progress_->setTextVisible(false);
+    progress_->hide();
+    layout->addWidget(progress_);
+
+    auto* footer = new QHBoxLayout;
+    image1_ = new QLabel(central);
+    image1_->setPixmap(tavIcon("tav").pixmap(40, 40));
+    image1_->setToolTip(QStringLiteral("Save the settings and close the other windows"));
+    image1_->setCursor(Qt::PointingHandCursor);
+    image1_->installEventFilter(this);
+    label1_ = new QLabel(QStringLiteral("Tav 1.0 \u2014 GEDCOM viewer"), central);
+    label1_->setCursor(Qt::PointingHandCursor);
+    label1_->installEventFilter(this);
+    footer->addWidget(image1_);
+    footer->addWidget(label1_);
+    footer->addStretch();
+    layout->addLayout(footer);
+    setCentralWidget(central);
+}
+
+void MainWindow::startUp(const QString& commandLine)
+{
+    busy([&] { logic_.startUp(commandLine); });
+}
+
+void MainWindow::openFile(const QString& path)
+{
+    busy([&] { logic_.openFile(path); });
+}
+
+void MainWindow::busy(const std::function<void()>& command)
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    command();
+    QApplication::restoreOverrideCursor();
+    refresh();
+}
+
+void MainWindow::chooseFile()
+{
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open"), QDir::currentPath(),
+                                                      QStringLiteral("(*.ged)"));
+    if (!path.isEmpty())
+        setWindowTitle(path);
+    busy([&] { logic_.fileOpenChosen(path); });
+}
+
+void MainWindow::refresh()
+{
+    setWindowTitle(logic_.caption());
+    if (text1_->text() != logic_.currentIndividualText())
+        text1_->setText(logic_.currentIndividualText());
+    const bool enabled = logic_.commandsEnabled();
+    text1_->setEnabled(enabled);
+    header_->setEnabled(enabled);
+    findRel_->setChecked(logic_.findRelationshipChecked());
+    findRel_->setText(logic_.findRelationshipCaption());
+    findRel_->setEnabled(logic_.fileOpen());
+    for (int i = 1; i <= 10; ++i) {
+        const MainWindowLogic::RecentItem& item = logic_.recentItems()[size_t(i)];
+        recent_[size_t(i)]->setVisible(item.visible);
+        recent_[size_t(i)]->setText(item.caption);
+    }
+    recentSeparator_->setVisible(logic_.recentSeparatorVisible());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    logic_.shutDown();
+    event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!droppedGedcom(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QString path = droppedGedcom(event->mimeData());
+    if (path.isEmpty())
+        return;
+    event->acceptProposedAction();
+    openFile(path);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == text1_ && event->type() == QEvent::FocusIn) {
+        QMetaObject::invokeMethod(text1_, &QLineEdit::selectAll, Qt::QueuedConnection);
+    } else if (event->type() == QEvent::MouseButtonRelease) {
+        if (watched == label1_) {
+            logic_.showCredit();
+            return true;
+        }
+        if (watched == image1_) {
+            logic_.shutDown();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+}  // namespace tav

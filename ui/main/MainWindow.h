@@ -1,0 +1,66 @@
+#pragma once
+
+#include "ui/main/MainWindowLogic.h"
+
+#include <QMainWindow>
+#include <array>
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+
+namespace tav {
+
+class WindowManager;
+
+// The main window (frmTav): menus, toolbar, the current individual, the
+// progress bar of a load. It forwards its events to MainWindowLogic and
+// shows that logic's state.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow(Session& session, RegistryStore& store, const QString& programFolder, QWidget* parent = nullptr);
+
+    // Loads the settings and the start-up file (see MainWindowLogic::startUp).
+    void startUp(const QString& commandLine);
+    void openFile(const QString& path);
+
+    MainWindowLogic& logic() { return logic_; }
+    WindowManager& windows() { return *windows_; }
+    QLineEdit* currentIndividualBox() const { return text1_; }
+    QProgressBar* progressBar() const { return progress_; }
+    QAction* findRelationshipAction() const { return findRel_; }
+    QAction* headerAction() const { return header_; }
+    QAction* recentAction(int i) const { return recent_[size_t(i)]; }
+
+    // Shows the logic's state: caption, enabled commands, recent files ...
+    void refresh();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildCentre();
+    // Runs a command with the busy pointer, then shows the new state.
+    void busy(const std::function<void()>& command);
+    void chooseFile();
+
+    Session& session_;
+    MainWindowLogic logic_;
+    WindowManager* windows_;
+    QLineEdit* text1_ = nullptr;
+    QProgressBar* progress_ = nullptr;
+    QLabel* image1_ = nullptr;
+    QLabel* label1_ = nullptr;
+    QAction* recentSeparator_ = nullptr;
+    std::array<QAction*, 11> recent_{};
+    QAction* findRel_ = nullptr;
+    QAction* header_ = nullptr;
+};
+
+}  // namespace tav

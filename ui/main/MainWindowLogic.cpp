@@ -1,0 +1,171 @@
+#include "ui/main/MainWindowLogic.h"
+
+#include "app/Session.h"
+#include "calc/RelationshipFinder.h"
+#include "settings/RegistryStore.h"
+#include "settings/SettingsPersistence.h"
+#include "ui/main/HeaderInformation.h"
+#include "ui/main/HelpTopics.h"
+#include "ui/main/RecentFiles.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace tav {
+
+MainWindowLogic::MainWindowLogic(Session& session, RegistryStore& store, QString programFolder)
+    : session_(session), store_(store), programFolder_(std::move(programFolder))
+{
+}
+
+void MainWindowLogic::startUp(const QString& commandLine)
+{
+    loadSettings(session_.settings, store_, QStringLiteral("ALL"));
+    const Settings& settings = session_.settings;
+    // At start the items carry the bare file names; the numbers come with the
+    // first file opened.
+    for (int i = 1; i <= settings.recentCount; ++i)
+        recentItems_[size_t(i)] = {true, fileNamePart(settings.recentFiles[size_t(i)])};
+    recentSeparatorVisible_ = settings.recentCount > 0;
+    session_.lineSeparator = QStringLiteral("\r\n");
+
+    QDir::setCurrent(programFolder_);
+    QString path = commandLine;
+    if (path.startsWith(QLatin1Char('"')))
+        path.remove(0, 1);
+    if (path.endsWith(QLatin1Char('"')))
+        path.chop(1);
+    if (!path.isEmpty()) {
+        QString name, folder;
+        splitPath(path, name, folder);
+        if (!folder.isEmpty())
+            QDir::setCurrent(folder);
+        openFile(path);
+    } else if (!settings.autoLoadFile.isEmpty()) {
+        openFile(settings.autoLoadFile);
+    }
+    if (!fileOpen_) {
+        setMenus(false);
+        session_.mainCaption = QStringLiteral("File not open!");
+    }
+}
+
+void MainWindowLogic::shutDown()
+{
+    saveSettings(session_.settings, store_);
+    session_.closeOtherWindows();
+}
+
+void MainWindowLogic::openFile(const QString& path)
+{
+    QString failure;
+    if (!loadGedcom(session_, path, &failure, progress_)) {
+        session_.messages().message(failure);
+        return;
+    }
+    fileOpen_ = true;
+    setMenus(true);
+    updateRecentItems(addRecentFile(session_.settings, path));
+}
+
+void MainWindowLogic::fileOpenChosen(const QString& path)
+{
+    if (!path.isEmpty())
+        openFile(path);
+}
+
+void MainWindowLogic::recentFileChosen(int index)
+{
+    if (index < 1 || index > Settings::maxRecentFiles)
+        return;
+    const QString path = session_.settings.recentFiles[size_t(index)];
+    if (path.trimmed().isEmpty() || !QFileInfo(path).isFile()) {
+        session_.messages().message(QStringLiteral("File not found."));
+        return;
+    }
+    openFile(path);
+}
+
+void MainWindowLogic::updateRecentItems(bool grew)
+{
+    const Settings& settings = session_.settings;
+    if (grew)
+        recentItems_[size_t(settings.recentCount)].visible = true;
+    for (int i = 1; i <= settings.recentCount; ++i)
+        recentItems_[size_t(i)].caption =
+            QStringLiteral("&%1 %2").arg(i - 1).arg(fileNamePart(settings.recentFiles[size_t(i)]));
+    if (settings.recentCount == 1)
+        recentSeparatorVisible_ = true;
+}
+
+void MainWindowLogic::findRelationshipClicked()
+{
+    if (!findRelChecked_) {
+        findRelChecked_ = true;
+        session_.relFirst = session_.curInd;
+        return;
+    }
+    findRelChecked_ = false;
+    session_.guarded([this] { findRelationship(session_, session_.curInd, session_.relFirst); });
+}
+
+QString MainWindowLogic::findRelationshipCaption() const
+{
+    return findRelChecked_ ? QStringLiteral("Find relationship (%1)").arg(session_.relFirst)
+                           : QStringLiteral("Find relationship");
+}
+
+void MainWindowLogic::showHeaderInformation()
+{
+    session_.messages().message(headerInformationLines(session_.records).join(QLatin1String("\r\n")),
+                                headerInformationTitle());
+}
+
+QString MainWindowLogic::aboutText(const QString& lineBreak)
+{
+    return QStringLiteral("Tav.exe ") + lineBreak + QStringLiteral("Version 1.0") + lineBreak + lineBreak +
+           QStringLiteral("A viewer and analyser of GEDCOM genealogy files.") + lineBreak +
+           QStringLiteral("Written by the Tav developers with C++ and Qt ") + QString::fromLatin1(qVersion()) +
+           QLatin1Char('.');
+}
+
+QString MainWindowLogic::creditText()
+{
+    return QStringLiteral("Tav, the GEDCOM viewer, is the work of the Tav developers.");
+}
+
+void MainWindowLogic::showAbout()
+{
+    // The About text is put together in the shared report text, as the
+    // reports are.
+    session_.reportText = aboutText(session_.lineSeparator);
+    session_.messages().message(session_.reportText, QStringLiteral("About"));
+}
+
+void MainWindowLogic::showCredit() { session_.messages().message(creditText()); }
+
+void MainWindowLogic::showHelp(int topic)
+{
+    if (topic < 0 || topic >= int(std::size(helpTopics)))
+        return;
+    QString text, problem;
+    if (!readHelpFile(programFolder_, text, problem)) {
+        session_.messages().message(problem);
+        return;
+    }
+    session_.guarded([&] {
+        session_.reportText = helpTopic(text, QString::fromLatin1(helpTopics[topic].key));
+        session_.reportTitle = QString::fromLatin1(helpTopics[topic].title);
+        session_.showWindow(AppWindow::Text);
+    });
+}
+
+QString MainWindowLogic::caption() const { return session_.mainCaption; }
+
+QString MainWindowLogic::currentIndividualText() const { return session_.currentIndividualText; }
+
+void MainWindowLogic::setCurrentIndividualText(const QString& text) { session_.currentIndividualText = text; }
+
+QString MainWindowLogic::currentFolder() const { return QDir::currentPath(); }
+
+}  // namespace tav

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "app/GedcomLoading.h"
+
+#include <QString>
+#include <array>
+
+namespace tav {
+
+class RegistryStore;
+class Session;
+
+// What the main window does and shows, without the window: start-up and
+// shut-down, opening files and the recent-file list, the relationship
+// command, help, About and the header box. The widget renders this state
+// after each call and forwards its events here.
+class MainWindowLogic {
+public:
+    struct RecentItem {
+        bool visible = false;
+        QString caption;
+    };
+
+    MainWindowLogic(Session& session, RegistryStore& store, QString programFolder);
+
+    // Drives the progress bar of every load.
+    void setLoadProgress(LoadProgress progress) { progress_ = std::move(progress); }
+
+    // Loading the window: settings, recent-file items, then the file named on
+    // the command line (quotes allowed; its folder becomes the current one)
+    // or else the auto-load file.
+    void startUp(const QString& commandLine);
+    // Unloading the window: save the settings and close every other window.
+    void shutDown();
+
+    void openFile(const QString& path);
+    // File Open answered: the chosen path, or "" when cancelled.
+    void fileOpenChosen(const QString& path);
+    void recentFileChosen(int index);
+
+    void findRelationshipClicked();
+    void showHeaderInformation();
+    void showAbout();
+    void showCredit();
+    void showHelp(int topic);
+
+    // The state the window shows.
+    bool commandsEnabled() const { return commandsEnabled_; }
+    bool fileOpen() const { return fileOpen_; }
+    QString caption() const;
+    QString currentIndividualText() const;
+    void setCurrentIndividualText(const QString& text);
+    bool findRelationshipChecked() const { return findRelChecked_; }
+    QString findRelationshipCaption() const;
+    const std::array<RecentItem, 11>& recentItems() const { return recentItems_; }
+    bool recentSeparatorVisible() const { return recentSeparatorVisible_; }
+    QString currentFolder() const;
+
+    static QString aboutText(const QString& lineBreak);
+    static QString creditText();
+
+private:
+    void setMenus(bool enable) { commandsEnabled_ = enable; }
+    void updateRecentItems(bool grew);
+
+    Session& session_;
+    RegistryStore& store_;
+    QString programFolder_;
+    LoadProgress progress_;
+    bool commandsEnabled_ = false;
+    bool fileOpen_ = false;
+    bool findRelChecked_ = false;
+    std::array<RecentItem, 11> recentItems_;
+    bool recentSeparatorVisible_ = false;
+};
+
+}  // namespace tav

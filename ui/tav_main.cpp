@@ -1,0 +1,68 @@
+// tav: the viewer.
+#include "app/Session.h"
+#include "settings/RegistryStore.h"
+#include "ui/QtMessages.h"
+#include "ui/main/MainWindow.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+// The command line taken whole, as one path: a name with blanks need not be
+// quoted. A relative path is taken from the folder the program was started
+// in, before the program moves to its own folder.
+QString startupPath(const QStringList& arguments)
+{
+    QString path = arguments.mid(1).join(QLatin1Char(' '));
+    QString bare = path;
+    if (bare.startsWith(QLatin1Char('"')))
+        bare.remove(0, 1);
+    if (bare.endsWith(QLatin1Char('"')))
+        bare.chop(1);
+    if (!bare.isEmpty() && QFileInfo(bare).isRelative())
+        return QFileInfo(bare).absoluteFilePath();
+    return path;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[])
+{
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tav"));
+    QApplication::setOrganizationName(QStringLiteral("Wendrake"));
+
+    tav::RegistryStore store;
+    if (!store.loadProblem().isEmpty())
+        std::fprintf(stderr, "tav: the settings file %s is damaged (%s); using the defaults\n",
+                     qPrintable(tav::RegistryStore::defaultRegistryFile()), qPrintable(store.loadProblem()));
+    tav::QtMessages messages;
+    tav::Session session(messages);
+    tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
+    const QString commandLine = startupPath(QCoreApplication::arguments());
+    window.show();
+    window.startUp(commandLine);
+
+    // TAV_SCREENSHOT=file.png: save a picture of the main window and quit
+    // (the README's run command uses it where there is no display).
+    const QString screenshot = qEnvironmentVariable("TAV_SCREENSHOT");
+    if (qEnvironmentVariableIsSet("TAV_STARTUP_TIME"))
+        std::fprintf(stderr, "tav: caption \"%s\" shown %lld ms after start\n", qPrintable(window.windowTitle()),
+                     static_cast<long long>(sinceStart.elapsed()));
+    if (!screenshot.isEmpty()) {
+        QTimer::singleShot(300, &window, [&window, screenshot] {
+            const bool saved = window.grab().save(screenshot);
+            std::fprintf(stderr, saved ? "tav: main window saved to %s\n" : "tav: cannot write %s\n",
+                         qPrintable(screenshot));
+            window.close();
+        });
+    }
+    return app.exec();
+}

@@ -1,0 +1,95 @@
+#include "ui/text/TextViewer.h"
+
+#include "ui/Icons.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace tav {
+
+TextViewer::TextViewer(Session& session, QWidget* parent) : QMainWindow(parent), logic_(session)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(tavIcon("tav"));
+
+    QToolBar* toolbar = addToolBar(QStringLiteral("Toolbar"));
+    toolbar->setMovable(false);
+    toolbar->setIconSize(QSize(20, 20));
+    toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    top_ = toolbar->addAction(tavIcon("top"), QStringLiteral("Top"), this, &TextViewer::toggleTop);
+    top_->setCheckable(true);
+    top_->setToolTip(QStringLiteral("Keep this screen on top all the time"));
+    QAction* select = toolbar->addAction(tavIcon("select-all"), QStringLiteral("Select all"), this, &TextViewer::selectAll);
+    select->setToolTip(QStringLiteral("Select all"));
+    QAction* copy = toolbar->addAction(tavIcon("copy"), QStringLiteral("Copy"), this, &TextViewer::copySelection);
+    copy->setToolTip(QStringLiteral("Copy the selected text to the clipboard"));
+
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    edit->addAction(QStringLiteral("Copy to clipboard"), QKeySequence::Copy, this, &TextViewer::copySelection);
+    edit->addSeparator();
+    edit->addAction(QStringLiteral("Select All"), QKeySequence::SelectAll, this, &TextViewer::selectAll);
+
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(6, 6, 6, 6);
+    text_ = new QPlainTextEdit(central);
+    text_->setReadOnly(true);
+    text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    text_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    layout->addWidget(text_);
+    auto* buttons = new QDialogButtonBox(central);
+    QPushButton* close = buttons->addButton(QStringLiteral("Close"), QDialogButtonBox::RejectRole);
+    connect(close, &QPushButton::clicked, this, &QWidget::close);
+    layout->addWidget(buttons);
+    setCentralWidget(central);
+    // Escape closes the window wherever the focus is.
+    new QShortcut(QKeySequence(Qt::Key_Escape), this, this, &QWidget::close);
+
+    // Along the right-hand edge of the screen, nearly its full height.
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        setGeometry(TextViewerLogic::placement(screen->availableGeometry(), 560));
+    refresh();
+}
+
+void TextViewer::refresh()
+{
+    QString text = logic_.text();
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    if (text_->toPlainText() != text)
+        text_->setPlainText(text);
+    setWindowTitle(logic_.title());
+}
+
+bool TextViewer::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        refresh();
+    return QMainWindow::event(event);
+}
+
+void TextViewer::copySelection()
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setText(text_->textCursor().selectedText().replace(QChar::ParagraphSeparator, QLatin1Char('\n')));
+}
+
+void TextViewer::selectAll() { text_->selectAll(); }
+
+void TextViewer::toggleTop()
+{
+    const TextViewerLogic::TopChange change = logic_.topClicked();
+    top_->setChecked(change.buttonPressed);
+    setWindowFlag(Qt::WindowStaysOnTopHint, change.topmost);
+    show();  // changing the flags hides the window
+}
+
+}  // namespace tav

@@ -1,0 +1,23 @@
+#include "ui/text/TextViewerLogic.h"
+
+#include "app/Session.h"
+
+namespace tav {
+
+QString TextViewerLogic::text() const { return session_.reportText; }
+
+QString TextViewerLogic::title() const { return session_.reportTitle; }
+
+QRect TextViewerLogic::placement(const QRect& screen, int width)
+{
+    return QRect(screen.right() + 1 - width, screen.top(), width, screen.height() - twipsToPixels(450));
+}
+
+TextViewerLogic::TopChange TextViewerLogic::topClicked()
+{
+    const bool wasOnTop = session_.textViewerOnTop;
+    session_.textViewerOnTop = !wasOnTop;
+    return {!wasOnTop, !wasOnTop};
+}
+
+}  // namespace tav

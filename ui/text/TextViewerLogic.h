@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QRect>
+#include <QString>
+
+namespace tav {
+
+class Session;
+
+// The text viewer's rules, without the window: it shows the shared report
+// text under the report title each time it is activated, lies along the
+// right-hand edge of the screen, and keeps a program-wide "on top" flag that
+// outlives the window (a new viewer opens in the normal band whatever the
+// flag says; the next "Top" click then inverts the flag).
+class TextViewerLogic {
+public:
+    explicit TextViewerLogic(Session& session) : session_(session) {}
+
+    QString text() const;
+    QString title() const;
+
+    // The window's place for a screen: top 0, full height less 450 twips,
+    // against the right-hand edge.
+    static QRect placement(const QRect& screen, int width);
+
+    struct TopChange {
+        bool topmost;        // put the window above all others, or back among them
+        bool buttonPressed;  // how the "Top" button is shown
+    };
+    TopChange topClicked();
+
+private:
+    Session& session_;
+};
+
+// Twips as the windows measure them: 15 to the pixel.
+constexpr int twipsToPixels(int twips) { return (twips + 7) / 15; }
+
+}  // namespace tav
