@@ -11,7 +11,7 @@
 namespace tav {
 
 // Windows that one window or routine asks to be shown.
-enum class AppWindow { Text, Options };
+enum class AppWindow { Text, List, Options };
 
 // The state the windows share: the record store, the current records, the
 // texts one window leaves for another, and the user's settings. Every window
@@ -65,11 +65,19 @@ public:
     QString mainCaption;
     QString currentIndividualText;
 
+    // What the record browser is asked to show: "IND", "FAM", "SOU", "NOT" or a
+    // list kind ("ALLINDS" ...), who asked ("frmTav" or "frmFind"), and
+    // whether the request has been loaded.
+    QString viewKind;
+    QString listCaller;
+    bool listLoaded = false;
+
     // The first individual picked for the relationship finder.
     int32_t relFirst = 0;
 
     // Whether each window was last put above all others ("Top" button).
     bool textViewerOnTop = false;
+    bool browserOnTop = false;
 
 private:
     Messages& messages_;

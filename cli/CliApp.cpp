@@ -6,6 +6,7 @@
 #include "calc/DescendantCounting.h"
 #include "calc/RelationshipFinder.h"
 #include "settings/RegistryStore.h"
+#include "ui/browser/BrowserLogic.h"
 #include "settings/SettingsPersistence.h"
 #include "ui/main/HeaderInformation.h"
 #include "ui/main/HelpTopics.h"
@@ -25,6 +26,9 @@ const char usageText[] =
     "  info FILE                caption, source and note counts, GEDCOM header\n"
     "  relate FILE A B          how individuals A and B (slots) are related\n"
     "  descendants FILE SLOT    descendant, spouse, generation and largest-family totals\n"
+    "  show FILE KIND [SLOT]    a record (IND, FAM, SOU, NOT and its SLOT) or a list\n"
+    "                           (ALLINDS, ALLFAMS, ALLSOUR, ALLNOTS, ALLOCCU, ALLBIRT,\n"
+    "                           ALLDEAT, ALLMARR) as the record browser shows it\n"
     "  help KEY                 a topic of help.txt in the current folder";
 
 // Raised for a command argument that is not what the command takes.
@@ -81,6 +85,64 @@ int infoCommand(CliRun& run)
     return 0;
 }
 
+// Grid cells and list lines with their control characters made visible.
+QString escaped(const QString& text)
+{
+    QString out;
+    out.reserve(text.size());
+    for (QChar c : text) {
+        switch (c.unicode()) {
+        case u'\\': out += QLatin1String("\\\\"); break;
+        case u'\r': out += QLatin1String("\\r"); break;
+        case u'\n': out += QLatin1String("\\n"); break;
+        case u'\t': out += QLatin1String("\\t"); break;
+        default: out += c;
+        }
+    }
+    return out;
+}
+
+// The browser's caption and every grid row: item, TAB, details, and in the
+// family grid TAB and the hidden slot where there is one.
+void printGrid(const CliRun& run, const BrowserLogic& browser)
+{
+    run.print(browser.caption());
+    const bool family = run.session.viewKind == QLatin1String("FAM");
+    for (int32_t row = 0; row < browser.rowCount(); ++row) {
+        QString line = escaped(browser.cell(row, 0)) + QLatin1Char('\t') + escaped(browser.cell(row, 1));
+        if (family && !browser.cell(row, 2).isEmpty())
+            line += QLatin1Char('\t') + escaped(browser.cell(row, 2));
+        run.print(line);
+    }
+}
+
+int showCommand(CliRun& run)
+{
+    const QString kind = run.args.value(0);
+    if (isRecordKind(kind)) {
+        if (run.args.size() != 2)
+            throw UsageError{QStringLiteral("%1 needs a SLOT").arg(kind)};
+        const int32_t slot = run.intArg(1);
+        if (kind == QLatin1String("IND"))
+            run.session.curInd = slot;
+        else if (kind == QLatin1String("FAM"))
+            run.session.curFam = slot;
+        else if (kind == QLatin1String("SOU"))
+            run.session.curSou = slot;
+        else
+            run.session.curNote = slot;
+    } else if (!isListKind(kind) || run.args.size() != 1) {
+        throw UsageError{QStringLiteral("\"%1\" is not a kind to show").arg(run.args.join(QLatin1Char(' ')))};
+    }
+    BrowserLogic browser(run.session);
+    run.session.viewKind = kind;
+    run.session.listCaller = QStringLiteral("frmTav");
+    if (!browser.gridLoad())
+        return 3;
+    printGrid(run, browser);
+    return 0;
+}
+
 int relateCommand(CliRun& run)
 {
     const int32_t a = run.intArg(0), b = run.intArg(1);
@@ -112,6 +174,7 @@ const std::map<QString, Command>& commands()
         {QStringLiteral("info"), {0, 0, infoCommand}},
         {QStringLiteral("relate"), {2, 2, relateCommand}},
         {QStringLiteral("descendants"), {1, 1, descendantsCommand}},
+        {QStringLiteral("show"), {1, 2, showCommand}},
     };
     return table;
 }

@@ -32,6 +32,7 @@ SessionTest::SessionTest()
 QString SessionTest::writeFile(const QByteArray& bytes, const char* fileName) const
 {
     const QString path = dir.filePath(QString::fromLatin1(fileName));
+    QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         ADD_FAILURE() << "cannot write " << path.toStdString();

@@ -1,3 +1,4 @@
+#include "app/GedcomLoading.h"
 #include "cli/CliApp.h"
 #include "tests/TestSupport.h"
 
@@ -89,17 +90,64 @@ TEST_F(CliTest, RelateAndDescendantsPrintTheViewersTexts)
     EXPECT_EQ(runTavCli({QStringLiteral("relate"), path, QStringLiteral("1")}).status, 2);
 }
 
-TEST_F(CliTest, SurnameOptionsStandAnywhere)
+TEST_F(CliTest, SurnamesFollowTheSettingsFileAndTheOptions)
 {
     const QString path = writeFile(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /smith/"}), "names.ged");
-    // The relationship text uses names as stored; the options must still parse.
-    const CliResult r = runTavCli({QStringLiteral("--surname-style"), QStringLiteral("5"), QStringLiteral("relate"), path,
-                                   QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("--surname-posn"),
-                                   QStringLiteral("1")});
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out.first(), QStringLiteral("Ann /smith/ is Ann /smith/"));
-    EXPECT_EQ(runTavCli({QStringLiteral("--surname-style"), QStringLiteral("five"), QStringLiteral("info"), path}).status, 2);
+    const QByteArray savedConfig = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
+    writeFile("Windows Registry Editor Version 5.00\n\n[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\n"
+              "\"SurnameStyle\"=dword:00000005\n\"SurnamePosn\"=dword:00000001\n",
+              "Wendrake/Tav.reg");
+    const CliResult fromSettings = runTavCli({QStringLiteral("show"), path, QStringLiteral("IND"), QStringLiteral("1")});
+    const CliResult overridden = runTavCli({QStringLiteral("--surname-style"), QStringLiteral("4"), QStringLiteral("show"),
+                                            path, QStringLiteral("IND"), QStringLiteral("1"),
+                                            QStringLiteral("--surname-posn"), QStringLiteral("2")});
+    const CliResult badOption =
+        runTavCli({QStringLiteral("--surname-style"), QStringLiteral("five"), QStringLiteral("info"), path});
+    qputenv("XDG_CONFIG_HOME", savedConfig);
+    EXPECT_EQ(fromSettings.out.value(0), QStringLiteral("Ann  Smith (1)"));
+    EXPECT_EQ(overridden.out.value(0), QStringLiteral("/SMITH/, Ann (1)"));
+    EXPECT_EQ(badOption.status, 2);
     EXPECT_EQ(runTavCli({QStringLiteral("info"), path, QStringLiteral("--surname-posn")}).status, 2);
+}
+
+TEST_F(CliTest, ShowPrintsTheBrowsersGridsOfRealFiles)
+{
+    TAV_REQUIRE_SHARED_FILE(royal, "royal92.ged");
+    // F14: HUSB I57, WIFE I52, CHIL I58 to I61, DIV N (a divorce, whatever its
+    // value), MARR 20 NOV 1947 at Westminster Abbey.
+    CliResult r = runTavCli({QStringLiteral("show"), royal, QStringLiteral("FAM"), QStringLiteral("14")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, QStringList({"Family (14)", "Item\tDetails", "No.\t14", "Husband\tMOUNTBATTEN, Philip\t57",
+                                  "Wife\tWINDSOR, Elizabeth_II Alexandra Mary\t52",
+                                  "Child 1\tWINDSOR, Charles Philip Arthur\t58",
+                                  "Child 2\tWINDSOR, Anne Elizabeth Alice\t59",
+                                  "Child 3\tWINDSOR, Andrew Albert Christian\t60",
+                                  "Child 4\tWINDSOR, Edward Anthony Richard\t61", "Marr. date\t20 NOV 1947",
+                                  "Marr. place\tWestminster,Abbey,London,England", "Divorce?\tYes"}));
+    // I57: Philip, born 10 JUN 1921 on Corfu, spouse in F14, child of F28.
+    r = runTavCli({QStringLiteral("show"), royal, QStringLiteral("IND"), QStringLiteral("57")});
+    EXPECT_EQ(r.out.mid(0, 11), QStringList({"MOUNTBATTEN, Philip (57)", "Item\tDetails", "No.\t 57",
+                                             "Name\tMOUNTBATTEN, Philip", "Sex\tM", "Occ\t", "Birth date\t10 JUN 1921",
+                                             "Birth place\tIsle of Kerkira,Mon Repos,Corfu,Greece", "Death date\t",
+                                             "Fams 1\t 14", "Famc\t 28"}));
+    EXPECT_TRUE(r.out.value(11).startsWith(QStringLiteral("Age \t 10"))) << r.out.value(11).toStdString();
+    EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("ALLINDS")}).out.size(), 3010 + 2);
+
+    TAV_REQUIRE_SHARED_FILE(pres, "pres2020.ged");
+    // N1 is CONC and CONT lines: CONC joins "wa" and "s legally", CONT breaks the line.
+    r = runTavCli({QStringLiteral("show"), pres, QStringLiteral("NOT"), QStringLiteral("1")});
+    EXPECT_EQ(r.out.value(3), QStringLiteral("Note\tBill Clinton was born William Jefferson Blythe IV.  His last name "
+                                             "was legally\\r\\nchanged to Clinton on 12 June 1962 in Garland, Arkansas."
+                                             "  Won the 1992\\r\\nelection over then president George Bush (votes not "
+                                             "currently available).\\r\\nHe was inaugurated as the 42nd President of "
+                                             "the United States\\r\\non 20 January 1993."));
+
+    EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("IND")}).status, 2);
+    EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("PEOPLE")}).status, 2);
+    r = runTavCli({QStringLiteral("show"), royal, QStringLiteral("IND"), QStringLiteral("50000")});
+    EXPECT_EQ(r.status, 3);
+    EXPECT_TRUE(r.out.isEmpty());
 }
 
 TEST_F(CliTest, HelpPrintsATopicOfTheHelpFileInTheCurrentFolder)

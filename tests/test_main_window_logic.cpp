@@ -88,7 +88,6 @@ TEST_F(MainWindowLogicTest, StartsWithoutAFileOrWithTheCommandLineFile)
     EXPECT_FALSE(empty.commandsEnabled());
     EXPECT_FALSE(empty.recentSeparatorVisible());
 
-    QDir().mkpath(dir.filePath(QStringLiteral("my data")));
     const QString path = writeFile(gedcomText({"0 @I1@ INDI", "0 @I2@ INDI", "0 @F1@ FAM"}), "my data/two people.ged");
     MainWindowLogic withFile = logic();
     withFile.startUp(QLatin1Char('"') + path + QLatin1Char('"'));
@@ -212,7 +211,7 @@ TEST_F(MainWindowLogicTest, TextViewerTopFlagOutlivesTheWindow)
 {
     EXPECT_EQ(TextViewerLogic::placement(QRect(0, 0, 1280, 1024), 500), QRect(780, 0, 500, 994));
     TextViewerLogic first(session);
-    TextViewerLogic::TopChange change = first.topClicked();
+    TopChange change = first.topClicked();
     EXPECT_TRUE(change.topmost && change.buttonPressed);
     // Closed while on top; the next viewer opens normally, and its first click
     // takes it out of the top band (where it already is not).

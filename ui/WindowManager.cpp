@@ -1,5 +1,6 @@
 #include "ui/WindowManager.h"
 
+#include "ui/browser/BrowserWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
 
@@ -23,6 +24,14 @@ void WindowManager::show(AppWindow window)
         text_->raise();
         text_->activateWindow();
         break;
+    case AppWindow::List:
+        if (!browser_)
+            browser_ = new BrowserWindow(session_);
+        browser_->show();
+        browser_->raise();
+        browser_->activateWindow();
+        browser_->activateRequest();
+        break;
     case AppWindow::Options: {
         OptionsDialog dialog(session_, store_, mainWindow_);
         dialog.exec();
@@ -33,10 +42,14 @@ void WindowManager::show(AppWindow window)
 
 TextViewer* WindowManager::textViewer() const { return text_; }
 
+BrowserWindow* WindowManager::browser() const { return browser_; }
+
 void WindowManager::closeAll()
 {
     if (text_)
         text_->close();
+    if (browser_)
+        browser_->close();
 }
 
 }  // namespace tav

@@ -10,6 +10,7 @@ class QWidget;
 namespace tav {
 
 class RegistryStore;
+class BrowserWindow;
 class TextViewer;
 
 // Opens the windows the session asks for (one instance of each, created on
@@ -23,12 +24,14 @@ public:
     void closeAll();
 
     TextViewer* textViewer() const;
+    BrowserWindow* browser() const;
 
 private:
     Session& session_;
     RegistryStore& store_;
     QWidget* mainWindow_;
     QPointer<TextViewer> text_;
+    QPointer<BrowserWindow> browser_;
 };
 
 }  // namespace tav

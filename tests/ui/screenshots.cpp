@@ -4,6 +4,7 @@
 #include "app/Session.h"
 #include "settings/RegistryStore.h"
 #include "ui/WindowManager.h"
+#include "ui/browser/BrowserWindow.h"
 #include "ui/main/HeaderInformation.h"
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
@@ -67,6 +68,26 @@ int main(int argc, char* argv[])
     window.findRelationshipAction()->trigger();
     save(window.windows().textViewer(), "text-viewer-relationship");
     window.windows().textViewer()->close();
+
+    // The record browser on a record of each kind and on all individuals.
+    const auto browse = [&](const char* kind, int32_t slot, const char* name) {
+        session.viewKind = QString::fromLatin1(kind);
+        session.curInd = session.curFam = session.curSou = session.curNote = slot;
+        session.listLoaded = false;
+        session.showWindow(tav::AppWindow::List);
+        save(window.windows().browser(), name);
+    };
+    int32_t noted = 1;
+    while (noted < session.records.individualCount() && session.records.individual(noted).note.isEmpty())
+        ++noted;
+    browse("IND", noted, "browser-individual");
+    browse("FAM", std::max(1, session.records.individual(noted).childFamilyIndex), "browser-family");
+    if (session.records.sourceCount() > 0)
+        browse("SOU", 1, "browser-source");
+    if (session.records.noteCount() > 0)
+        browse("NOT", 1, "browser-note");
+    browse("ALLINDS", 0, "browser-all-individuals");
+    window.windows().browser()->close();
 
     tav::OptionsDialog options(session, store);
     save(&options, "options-general");

@@ -1,6 +1,7 @@
 #include "settings/RegistryStore.h"
 #include "tests/TestSupport.h"
 #include "ui/WindowManager.h"
+#include "ui/browser/BrowserWindow.h"
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
@@ -15,6 +16,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QTableView>
 #include <QTest>
 
 using namespace tav;
@@ -149,4 +152,101 @@ TEST_F(WindowTest, OptionsDialogMapsFontSizesAndKeepsOpenForAMissingFile)
     QTest::keyClick(&cancelled, Qt::Key_Escape);
     EXPECT_EQ(cancelled.result(), QDialog::Rejected);
     EXPECT_EQ(session.settings.SurnameStyle, 1);
+}
+
+TEST_F(WindowTest, ShowSelectorOpensTheBrowserOnTheRecordInTheBox)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    EXPECT_EQ(window.showSelector()->count(), 10);
+    EXPECT_EQ(window.showSelector()->itemText(9), QStringLiteral("all marriage dates and places"));
+
+    window.currentIndividualBox()->selectAll();
+    QTest::keyClicks(window.currentIndividualBox(), QStringLiteral("2"));
+    QTest::keyClick(window.currentIndividualBox(), Qt::Key_Return);
+    BrowserWindow* browser = window.windows().browser();
+    ASSERT_NE(browser, nullptr);
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Kid (2)"));
+    EXPECT_EQ(window.showSelector()->currentIndex(), 2);
+
+    window.showSelector()->setCurrentIndex(3);
+    window.currentIndividualBox()->setText(QStringLiteral("1"));
+    window.logic().setCurrentIndividualText(QStringLiteral("1"));
+    window.showButton()->click();
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("Family (1)"));
+    EXPECT_TRUE(browser->action("Back")->isEnabled());
+    browser->action("Back")->trigger();
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Kid (2)"));
+
+    window.showSelector()->setCurrentIndex(4);
+    window.showButton()->click();
+    window.showSelector()->setCurrentIndex(5);
+    window.showButton()->click();
+    EXPECT_EQ(messages.texts(), QStringList({QStringLiteral("No notes."), QStringLiteral("No sources.")}));
+
+    // A number beyond the table's capacity: the message, and the grid stays.
+    window.logic().setCurrentIndividualText(QStringLiteral("99999"));
+    window.showSelector()->setCurrentIndex(2);
+    window.showButton()->click();
+    EXPECT_EQ(messages.texts().last(), QStringLiteral("Error no:  9 Subscript out of range"));
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Kid (2)"));
+}
+
+TEST_F(WindowTest, LargeListsAskFirstAndNoLeavesEverythingAsItWas)
+{
+    QByteArray text;
+    for (int i = 1; i <= 10001; ++i)
+        text += "0 @I" + QByteArray::number(i) + "@ INDI\n";
+    MainWindow window(session, store, dir.path());
+    window.startUp(writeFile(text, "large.ged"));
+    messages.answers = {false};
+    window.showSelector()->setCurrentIndex(0);
+    window.showButton()->click();
+    ASSERT_EQ(messages.entries.size(), 1u);
+    EXPECT_TRUE(messages.entries[0].question);
+    EXPECT_EQ(messages.entries[0].text, QStringLiteral("This may take some time. Do you wish to continue?"));
+    EXPECT_EQ(window.windows().browser(), nullptr);
+
+    window.showButton()->click();  // answered Yes this time
+    BrowserWindow* browser = window.windows().browser();
+    ASSERT_NE(browser, nullptr);
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("All individuals"));
+    EXPECT_EQ(browser->view()->model()->rowCount(), 10001);
+}
+
+TEST_F(WindowTest, BrowserRowsKeysAndHeight)
+{
+    ASSERT_TRUE(load(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Dad /X/", "1 FAMS @F1@", "0 @I2@ INDI",
+                                            "1 NAME Kid /X/", "1 FAMC @F1@", "0 @F1@ FAM", "1 HUSB @I1@",
+                                            "1 CHIL @I2@"})));
+    session.viewKind = QStringLiteral("IND");
+    session.curInd = 1;
+    session.listLoaded = false;
+    BrowserWindow browser(session);
+    browser.setAttribute(Qt::WA_DeleteOnClose, false);
+    browser.show();
+    browser.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&browser));
+    browser.activateRequest();
+    EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Dad (1)"));
+    EXPECT_EQ(browser.view()->model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Details"));
+    EXPECT_LT(browser.height(), 400) << "a short record shortens the window";
+
+    QTest::keyClick(&browser, Qt::Key_Right);
+    EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Kid (2)"));
+    QTest::keyClick(&browser, Qt::Key_Left);
+    EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Dad (1)"));
+    QTest::keyClick(&browser, Qt::Key_L, Qt::ControlModifier);
+    EXPECT_EQ(browser.windowTitle(), QStringLiteral("All individuals"));
+    EXPECT_FALSE(browser.action("Next")->isEnabled());
+    QTest::keyClick(&browser, Qt::Key_Right);
+    EXPECT_EQ(browser.windowTitle(), QStringLiteral("All individuals")) << "a disabled button's key does nothing";
+
+    // A click on the second list line opens that individual.
+    QTableView* view = browser.view();
+    const QRect cell = view->visualRect(view->model()->index(1, 1));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, cell.center());
+    EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Kid (2)"));
+    QTest::keyClick(&browser, Qt::Key_Escape);
+    EXPECT_FALSE(browser.isVisible());
 }

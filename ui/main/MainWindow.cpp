@@ -10,7 +10,9 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QFormLayout>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QPushButton>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -61,7 +63,7 @@ MainWindow::MainWindow(Session& session, RegistryStore& store, const QString& pr
             progress_->repaint();
         },
         [this] { progress_->hide(); }});
-    resize(560, 300);
+    resize(560, 250);
     refresh();
 }
 
@@ -117,14 +119,39 @@ void MainWindow::buildCentre()
     auto* layout = new QVBoxLayout(central);
     layout->setContentsMargins(12, 12, 12, 8);
 
-    auto* form = new QFormLayout;
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(10);
     text1_ = new QLineEdit(central);
-    text1_->setMaximumWidth(90);
-    text1_->setToolTip(QStringLiteral("Number of the current individual (its place in the file)"));
+    text1_->setFixedWidth(90);
+    text1_->setToolTip(QStringLiteral("Number of the current individual (its place in the file); Enter shows it"));
     text1_->installEventFilter(this);
     connect(text1_, &QLineEdit::textEdited, this, [this](const QString& text) { logic_.setCurrentIndividualText(text); });
-    form->addRow(QStringLiteral("Current individual:"), text1_);
-    layout->addLayout(form);
+    connect(text1_, &QLineEdit::returnPressed, this, [this] { busy([this] { logic_.currentIndividualEntered(); }); });
+    auto* individualLabel = new QLabel(QStringLiteral("&Current individual:"), central);
+    individualLabel->setBuddy(text1_);
+    grid->addWidget(individualLabel, 0, 0);
+    grid->addWidget(text1_, 0, 1, Qt::AlignLeft);
+
+    combo2_ = new QComboBox(central);
+    combo2_->addItems(MainWindowLogic::showChoices());
+    combo2_->setMinimumWidth(240);
+    combo2_->setToolTip(QStringLiteral("What to show in the record browser"));
+    connect(combo2_, &QComboBox::activated, this, [this](int index) { busy([this, index] { logic_.showChosen(index); }); });
+    command10_ = new QPushButton(QStringLiteral("&Go"), central);
+    command10_->setToolTip(QStringLiteral("Show it again"));
+    connect(command10_, &QPushButton::clicked, this,
+            [this] { busy([this] { logic_.showChosen(combo2_->currentIndex()); }); });
+    auto* showLabel = new QLabel(QStringLiteral("&Show:"), central);
+    showLabel->setBuddy(combo2_);
+    grid->addWidget(showLabel, 1, 0);
+    auto* showRow = new QHBoxLayout;
+    showRow->addWidget(combo2_);
+    showRow->addWidget(command10_);
+    showRow->addStretch();
+    grid->addLayout(showRow, 1, 1);
+    grid->setColumnStretch(1, 1);
+    layout->addLayout(grid);
     layout->addStretch();
 
     progress_ = new QProgressBar(central);
@@ -182,6 +209,10 @@ void MainWindow::refresh()
         text1_->setText(logic_.currentIndividualText());
     const bool enabled = logic_.commandsEnabled();
     text1_->setEnabled(enabled);
+    combo2_->setEnabled(enabled);
+    command10_->setEnabled(enabled);
+    if (combo2_->currentIndex() != logic_.showIndex())
+        combo2_->setCurrentIndex(logic_.showIndex());
     header_->setEnabled(enabled);
     findRel_->setChecked(logic_.findRelationshipChecked());
     findRel_->setText(logic_.findRelationshipCaption());

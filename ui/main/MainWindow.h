@@ -6,7 +6,9 @@
 #include <array>
 
 class QAction;
+class QComboBox;
 class QLabel;
+class QPushButton;
 class QLineEdit;
 class QProgressBar;
 
@@ -29,6 +31,8 @@ public:
     MainWindowLogic& logic() { return logic_; }
     WindowManager& windows() { return *windows_; }
     QLineEdit* currentIndividualBox() const { return text1_; }
+    QComboBox* showSelector() const { return combo2_; }
+    QPushButton* showButton() const { return command10_; }
     QProgressBar* progressBar() const { return progress_; }
     QAction* findRelationshipAction() const { return findRel_; }
     QAction* headerAction() const { return header_; }
@@ -54,6 +58,8 @@ private:
     MainWindowLogic logic_;
     WindowManager* windows_;
     QLineEdit* text1_ = nullptr;
+    QComboBox* combo2_ = nullptr;
+    QPushButton* command10_ = nullptr;
     QProgressBar* progress_ = nullptr;
     QLabel* image1_ = nullptr;
     QLabel* label1_ = nullptr;

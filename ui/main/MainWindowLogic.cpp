@@ -2,6 +2,7 @@
 
 #include "app/Session.h"
 #include "calc/RelationshipFinder.h"
+#include "core/TextNumbers.h"
 #include "settings/RegistryStore.h"
 #include "settings/SettingsPersistence.h"
 #include "ui/main/HeaderInformation.h"
@@ -97,6 +98,68 @@ void MainWindowLogic::updateRecentItems(bool grew)
     if (settings.recentCount == 1)
         recentSeparatorVisible_ = true;
 }
+
+namespace {
+
+struct ShowChoice {
+    const char* text;
+    const char* viewKind;
+    int32_t Session::*current;  // the current record taken from the box, or none
+};
+
+const ShowChoice showTable[] = {
+    {"all individuals", "ALLINDS", &Session::curInd},
+    {"all families", "ALLFAMS", &Session::curFam},
+    {"current individual", "IND", &Session::curInd},
+    {"current family", "FAM", &Session::curFam},
+    {"all notes", "ALLNOTS", &Session::curNote},
+    {"all sources", "ALLSOUR", &Session::curSou},
+    {"all occupations", "ALLOCCU", nullptr},
+    {"all birthdates and places", "ALLBIRT", nullptr},
+    {"all death dates and places", "ALLDEAT", nullptr},
+    {"all marriage dates and places", "ALLMARR", nullptr},
+};
+
+}  // namespace
+
+QStringList MainWindowLogic::showChoices()
+{
+    QStringList choices;
+    for (const ShowChoice& choice : showTable)
+        choices << QString::fromLatin1(choice.text);
+    return choices;
+}
+
+void MainWindowLogic::showChosen(int index)
+{
+    if (index < 0 || index >= int(std::size(showTable)))
+        return;
+    showIndex_ = index;
+    const RecordStore& r = session_.records;
+    if ((index == 0 && r.individualCount() > 10000) || (index == 1 && r.familyCount() > 10000)) {
+        if (!session_.messages().ask(QStringLiteral("This may take some time. Do you wish to continue?")))
+            return;
+    }
+    if (index == 4 && r.noteCount() == 0) {
+        session_.messages().message(QStringLiteral("No notes."));
+        return;
+    }
+    if (index == 5 && r.sourceCount() == 0) {
+        session_.messages().message(QStringLiteral("No sources."));
+        return;
+    }
+    session_.guarded([&] {
+        const ShowChoice& choice = showTable[index];
+        if (choice.current)
+            session_.*choice.current = toLong(leadingNumber(session_.currentIndividualText));
+        session_.viewKind = QString::fromLatin1(choice.viewKind);
+        session_.listCaller = QStringLiteral("frmTav");
+        session_.listLoaded = false;
+        session_.showWindow(AppWindow::List);
+    });
+}
+
+void MainWindowLogic::currentIndividualEntered() { showChosen(2); }
 
 void MainWindowLogic::findRelationshipClicked()
 {

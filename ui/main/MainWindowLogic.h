@@ -3,6 +3,7 @@
 #include "app/GedcomLoading.h"
 
 #include <QString>
+#include <QStringList>
 #include <array>
 
 namespace tav {
@@ -38,6 +39,14 @@ public:
     void fileOpenChosen(const QString& path);
     void recentFileChosen(int index);
 
+    // The "Show" selector: what the record browser is to show.
+    static QStringList showChoices();
+    int showIndex() const { return showIndex_; }
+    // A choice in the selector (its Go button repeats it).
+    void showChosen(int index);
+    // Enter in the current-individual box shows that individual.
+    void currentIndividualEntered();
+
     void findRelationshipClicked();
     void showHeaderInformation();
     void showAbout();
@@ -70,6 +79,7 @@ private:
     bool commandsEnabled_ = false;
     bool fileOpen_ = false;
     bool findRelChecked_ = false;
+    int showIndex_ = 0;
     std::array<RecentItem, 11> recentItems_;
     bool recentSeparatorVisible_ = false;
 };

@@ -1,6 +1,7 @@
 #include "ui/text/TextViewer.h"
 
 #include "ui/Icons.h"
+#include "ui/WindowFrames.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -9,7 +10,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QShortcut>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -50,8 +50,7 @@ TextViewer::TextViewer(Session& session, QWidget* parent) : QMainWindow(parent),
     connect(close, &QPushButton::clicked, this, &QWidget::close);
     layout->addWidget(buttons);
     setCentralWidget(central);
-    // Escape closes the window wherever the focus is.
-    new QShortcut(QKeySequence(Qt::Key_Escape), this, this, &QWidget::close);
+    closeOnEscape(this);
 
     // Along the right-hand edge of the screen, nearly its full height.
     if (const QScreen* screen = QGuiApplication::primaryScreen())
@@ -86,10 +85,7 @@ void TextViewer::selectAll() { text_->selectAll(); }
 
 void TextViewer::toggleTop()
 {
-    const TextViewerLogic::TopChange change = logic_.topClicked();
-    top_->setChecked(change.buttonPressed);
-    setWindowFlag(Qt::WindowStaysOnTopHint, change.topmost);
-    show();  // changing the flags hides the window
+    applyKeepOnTop(this, top_, logic_.topClicked());
 }
 
 }  // namespace tav

@@ -13,11 +13,6 @@ QRect TextViewerLogic::placement(const QRect& screen, int width)
     return QRect(screen.right() + 1 - width, screen.top(), width, screen.height() - twipsToPixels(450));
 }
 
-TextViewerLogic::TopChange TextViewerLogic::topClicked()
-{
-    const bool wasOnTop = session_.textViewerOnTop;
-    session_.textViewerOnTop = !wasOnTop;
-    return {!wasOnTop, !wasOnTop};
-}
+TopChange TextViewerLogic::topClicked() { return toggleKeepOnTop(session_.textViewerOnTop); }
 
 }  // namespace tav

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/KeepOnTop.h"
+
 #include <QRect>
 #include <QString>
 
@@ -23,10 +25,6 @@ public:
     // against the right-hand edge.
     static QRect placement(const QRect& screen, int width);
 
-    struct TopChange {
-        bool topmost;        // put the window above all others, or back among them
-        bool buttonPressed;  // how the "Top" button is shown
-    };
     TopChange topClicked();
 
 private:

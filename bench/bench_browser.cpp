@@ -1,0 +1,92 @@
+// Record browser benchmarks on a generated file of 40000 individuals: the
+// list of all individuals from the choice to the painted grid, one record
+// grid, and Back and Forward deep in a long history.
+#include "app/GedcomLoading.h"
+#include "app/Messages.h"
+#include "app/Session.h"
+#include "bench/BenchFiles.h"
+#include "ui/browser/BrowserLogic.h"
+#include "ui/browser/BrowserWindow.h"
+
+#include <QApplication>
+#include <QTableView>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+struct Loaded {
+    tav::RecordingMessages messages;
+    tav::Session session{messages};
+    Loaded() { tav::loadGedcom(session, tav::bench::generatedFile(40000)); }
+};
+
+Loaded& loaded()
+{
+    static Loaded file;
+    return file;
+}
+
+void BM_ShowAllIndividuals(benchmark::State& state)
+{
+    tav::Session& session = loaded().session;
+    tav::BrowserWindow window(session);
+    window.setAttribute(Qt::WA_DeleteOnClose, false);
+    window.show();
+    QApplication::processEvents();
+    bool individuals = false;
+    for (auto _ : state) {
+        // Alternate between the two large lists so that each round loads anew.
+        individuals = !individuals;
+        session.viewKind = individuals ? QStringLiteral("ALLINDS") : QStringLiteral("ALLFAMS");
+        session.listLoaded = false;
+        window.activateRequest();
+        window.view()->viewport()->repaint();
+        QApplication::processEvents();
+    }
+    state.counters["rows"] = window.view()->model()->rowCount();
+}
+BENCHMARK(BM_ShowAllIndividuals)->Unit(benchmark::kMillisecond);
+
+void BM_LoadRecordGrid(benchmark::State& state)
+{
+    tav::Session& session = loaded().session;
+    tav::BrowserLogic browser(session);
+    int32_t slot = 0;
+    for (auto _ : state) {
+        slot = slot % session.records.individualCount() + 1;
+        session.viewKind = QStringLiteral("IND");
+        session.curInd = slot;
+        benchmark::DoNotOptimize(browser.gridLoad());
+    }
+}
+BENCHMARK(BM_LoadRecordGrid)->Unit(benchmark::kMicrosecond);
+
+// One Back and one Forward with 10000 positions behind.
+void BM_BackForwardDeepHistory(benchmark::State& state)
+{
+    tav::Session& session = loaded().session;
+    tav::BrowserLogic browser(session);
+    for (int32_t i = 1; i <= 10000; ++i) {
+        session.viewKind = (i % 2) ? QStringLiteral("IND") : QStringLiteral("FAM");
+        session.curInd = session.curFam = i;
+        browser.gridLoad();
+    }
+    for (auto _ : state) {
+        browser.moveBackForward(QStringLiteral("Back"));
+        browser.moveBackForward(QStringLiteral("Forward"));
+    }
+    state.counters["history"] = double(browser.backHistory().size() / 9);
+}
+BENCHMARK(BM_BackForwardDeepHistory)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,252 @@
+#include "tests/TestSupport.h"
+#include "ui/browser/BrowserLogic.h"
+
+using namespace tav;
+using tav::test::gedcomText;
+
+namespace {
+
+// Rows of the grid as "item|details|hidden" lines, for whole-grid checks.
+QStringList rows(const BrowserLogic& b)
+{
+    QStringList lines;
+    for (int32_t r = 0; r < b.rowCount(); ++r) {
+        QString line = b.cell(r, 0) + QLatin1Char('|') + b.cell(r, 1);
+        if (!b.cell(r, 2).isEmpty())
+            line += QLatin1Char('|') + b.cell(r, 2);
+        lines << line;
+    }
+    return lines;
+}
+
+const QByteArray records = gedcomText({
+    "0 @I1@ INDI", "1 NAME John /smith/", "1 SEX M", "1 OCCU Miller", "1 BIRT", "2 DATE 3 MAR 1850", "2 PLAC Leeds",
+    "1 DEAT", "2 DATE 1 JAN 1914", "1 FAMS @F2@", "1 FAMS @F1@", "1 FAMS @F9@", "1 FAMC @F3@", "1 NOTE @N7@",
+    "0 @I2@ INDI", "1 NAME Ann /Lee/", "1 BIRT", "2 DATE ABT 1850", "1 NOTE Kind and clever.", "2 CONT A weaver.",
+    "0 @I3@ INDI", "1 NAME Tom /Smith/", "1 BIRT", "2 DATE 21 NOV 1996", "1 FAMC @F1@",
+    "0 @I4@ INDI",
+    "0 @F1@ FAM", "1 HUSB @I1@", "1 WIFE @I2@", "1 CHIL @I3@", "1 CHIL @I8@", "1 MARR", "2 DATE 1875", "2 PLAC York",
+    "0 @F2@ FAM", "1 HUSB @I1@", "1 DIV",
+    "0 @F3@ FAM",
+    "0 @S12@ SOUR", "1 TITL Parish register", "1 PUBL 1950", "1 NOTE @N8@",
+    "0 @N7@ NOTE", "1 CONC About John.",
+    "0 @N8@ NOTE", "1 CONC Register note."});
+
+}  // namespace
+
+class BrowserTest : public tav::test::SessionTest {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(load(records));
+        // Surname first: given names as written keep their trailing blank,
+        // which a surname placed after them would show as a double blank.
+        session.settings.SurnameStyle = 5;
+        session.settings.SurnamePosn = 2;
+    }
+
+    void show(const char* kind, int32_t slot = 0)
+    {
+        session.viewKind = QString::fromLatin1(kind);
+        if (session.viewKind == QLatin1String("FAM"))
+            session.curFam = slot;
+        else if (session.viewKind == QLatin1String("SOU"))
+            session.curSou = slot;
+        else if (session.viewKind == QLatin1String("NOT"))
+            session.curNote = slot;
+        else
+            session.curInd = slot;
+        session.listCaller = QStringLiteral("frmTav");
+        session.listLoaded = false;
+        browser.activate();
+    }
+
+    BrowserLogic browser{session};
+};
+
+TEST_F(BrowserTest, IndividualGrids)
+{
+    show("IND", 1);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Smith, John (1)"));
+    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.| 1", "Name|Smith, John", "Sex|M", "Occ|Miller",
+                                          "Birth date|3 MAR 1850", "Birth place|Leeds", "Death date|1 JAN 1914",
+                                          "Fams 1| 2", "Fams 2| 1", "Fams 3| 0", "Famc| 3", "Age | 63 at death",
+                                          "Note |@N7@"}));
+    show("IND", 2);
+    EXPECT_EQ(rows(browser).mid(8), QStringList({"Age |Cannot calculate", "Note |Kind and clever.\r\nA weaver."}));
+    show("IND", 3);
+    EXPECT_EQ(rows(browser).mid(8), QStringList({"Famc| 1", "Age | 30 now"}));
+    show("IND", 4);
+    EXPECT_EQ(browser.rowCount(), 9) << "no links, no note: rows 0 to 7 and the age";
+    EXPECT_EQ(browser.caption(), QStringLiteral("? (4)"));
+    show("IND", 400);
+    EXPECT_EQ(browser.caption(), QStringLiteral("? (400)")) << "an empty slot within the table's capacity";
+}
+
+TEST_F(BrowserTest, FamilySourceAndNoteGrids)
+{
+    show("FAM", 1);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
+    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|1", "Husband|Smith, John|1", "Wife|Lee, Ann|2",
+                                          "Child 1|Smith, Tom|3", "Child 2|?|0", "Marr. date|1875", "Marr. place|York",
+                                          "Divorce?|No"}));
+    show("FAM", 2);
+    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|2", "Husband|Smith, John|1", "Wife|?|0",
+                                          "Marr. date|", "Marr. place|", "Divorce?|Yes"}))
+        << "a childless family has 7 rows";
+    show("SOU", 1);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Source (S12)"));
+    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|S12", "Title|Parish register", "Author|", "Publ|1950",
+                                          "Note|@N8@"}));
+    show("NOT", 2);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Note 2")) << "the caption gives the slot";
+    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|N8", "Note|Register note."}));
+    EXPECT_EQ(browser.fitRequests(), 4);
+}
+
+TEST_F(BrowserTest, ListsHaveARowForEveryRecord)
+{
+    show("ALLOCCU");
+    EXPECT_EQ(browser.caption(), QStringLiteral("All occupations"));
+    EXPECT_EQ(rows(browser), QStringList({"Number|Occupation", "1|Miller", "2|", "3|", "4|"}));
+    show("ALLBIRT");
+    EXPECT_EQ(rows(browser).value(1), QStringLiteral("1|3 MAR 1850  Leeds"));
+    EXPECT_EQ(rows(browser).value(4), QStringLiteral("4|  "));
+    show("ALLFAMS");
+    EXPECT_EQ(rows(browser), QStringList({"Number|Family", "1|Smith, John & Lee, Ann", "2|Smith, John & ?", "3|? & ?"}));
+    show("ALLMARR");
+    EXPECT_EQ(browser.caption(), QStringLiteral("All marriages and places"));
+    show("ALLNOTS");
+    EXPECT_EQ(rows(browser).value(0), QStringLiteral("Number|Notes"));
+    EXPECT_EQ(browser.fitRequests(), 0) << "lists keep the window's height";
+    EXPECT_EQ(browser.positionToken(), QStringLiteral("*ALLNOTS "));
+}
+
+TEST_F(BrowserTest, RowsFollowTheirLinks)
+{
+    std::vector<AppWindow> shown;
+    session.windowRequested = [&](AppWindow w) { shown.push_back(w); };
+    show("IND", 1);
+    browser.rowClicked(9);  // Fams 2
+    EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
+    browser.rowClicked(4);  // Child 1
+    EXPECT_EQ(browser.caption(), QStringLiteral("Smith, Tom (3)"));
+    show("IND", 1);
+    browser.rowClicked(13);  // Note @N7@: the note record numbered 7
+    EXPECT_EQ(browser.caption(), QStringLiteral("Note 1"));
+    show("SOU", 1);
+    browser.rowClicked(5);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Note 2"));
+    show("IND", 2);
+    browser.rowClicked(9);  // a note written out goes to the text viewer
+    EXPECT_EQ(session.reportText, QStringLiteral("Kind and clever.\r\nA weaver."));
+    EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::Text});
+    EXPECT_EQ(browser.caption(), QStringLiteral("Lee, Ann (2)"));
+
+    for (const auto& [list, row, caption] :
+         {std::tuple{"ALLOCCU", 3, "Smith, Tom (3)"}, {"ALLDEAT", 1, "Smith, John (1)"}, {"ALLMARR", 2, "Family (2)"},
+          {"ALLSOUR", 1, "Source (S12)"}, {"ALLNOTS", 2, "Note 2"}}) {
+        show(list);
+        browser.rowClicked(0);
+        EXPECT_EQ(session.viewKind, QString::fromLatin1(list)) << "the heading row opens nothing";
+        browser.rowClicked(row);
+        EXPECT_EQ(browser.caption(), QString::fromLatin1(caption)) << list;
+    }
+}
+
+TEST_F(BrowserTest, BackForwardPreviousNextAndListAll)
+{
+    show("IND", 2);
+    EXPECT_FALSE(browser.backEnabled());
+    EXPECT_TRUE(browser.nextPreviousEnabled());
+    show("FAM", 1);
+    EXPECT_EQ(browser.backHistory(), QStringLiteral("*IND00002"));
+    browser.moveBackForward(QStringLiteral("Back"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("Lee, Ann (2)"));
+    EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*FAM00001"));
+    EXPECT_FALSE(browser.backEnabled());
+    // Forward onto a family takes the forward history from the back history.
+    browser.moveBackForward(QStringLiteral("Forward"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
+    EXPECT_EQ(browser.backHistory(), QStringLiteral("*IND00002"));
+    EXPECT_EQ(browser.forwardHistory(), QString()) << "the first 0 characters of the back history";
+
+    show("IND", 3);  // back: IND2 FAM1
+    browser.moveBackForward(QStringLiteral("Back"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
+    browser.moveBackForward(QStringLiteral("Back"));
+    EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*IND00003*FAM00001"));
+    browser.moveBackForward(QStringLiteral("Forward"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
+    EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*IND00002")) << "a piece of the back history";
+    EXPECT_TRUE(browser.forwardEnabled());
+    browser.moveBackForward(QStringLiteral("Back"));
+    browser.moveBackForward(QStringLiteral("Forward"));  // family again
+    browser.moveBackForward(QStringLiteral("Back"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("Lee, Ann (2)"));
+
+    show("IND", 1);
+    browser.moveBackForward(QStringLiteral("Previous"));
+    EXPECT_EQ(session.curInd, 1) << "Previous keeps slot 1";
+    show("IND", 4);
+    browser.moveBackForward(QStringLiteral("Next"));
+    EXPECT_EQ(session.curInd, 4) << "Next keeps the last slot";
+    browser.moveBackForward(QStringLiteral("Previous"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("Smith, Tom (3)"));
+
+    browser.listAll();
+    EXPECT_EQ(browser.caption(), QStringLiteral("All individuals"));
+    EXPECT_FALSE(browser.nextPreviousEnabled());
+    browser.listAll();
+    EXPECT_EQ(browser.caption(), QStringLiteral("All families"));
+    browser.moveBackForward(QStringLiteral("Next"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("All families")) << "lists do not step";
+    browser.moveBackForward(QStringLiteral("Back"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("All individuals"));
+}
+
+TEST_F(BrowserTest, SlotsComeBackFromTheirLastThreeDigits)
+{
+    QByteArray many;
+    for (int i = 1; i <= 1234; ++i)
+        many += "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME P" + QByteArray::number(i) + " /Q/\n";
+    many += "0 @F1@ FAM\n";
+    ASSERT_TRUE(load(many));
+    show("IND", 1234);
+    EXPECT_EQ(browser.positionToken(), QStringLiteral("*IND01234"));
+    show("FAM", 1);
+    browser.moveBackForward(QStringLiteral("Back"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("Q, P234 (234)"));
+}
+
+TEST_F(BrowserTest, AFaultKeepsTheGridAndTheHistory)
+{
+    show("IND", 1);
+    show("FAM", 1);
+    const QString back = browser.backHistory(), token = browser.positionToken();
+    show("IND", 40001);
+    EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  9 Subscript out of range")});
+    EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
+    EXPECT_EQ(browser.backHistory(), back);
+    EXPECT_EQ(browser.positionToken(), token);
+    show("SOU", -1);
+    EXPECT_EQ(messages.entries.size(), 2u);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
+}
+
+TEST_F(BrowserTest, OverfullRecordsShowTheirStoredEntries)
+{
+    QByteArray text = "0 @I1@ INDI\n";
+    for (int f = 1; f <= 11; ++f)
+        text += "1 FAMS @F" + QByteArray::number(f) + "@\n";
+    for (int f = 1; f <= 11; ++f) {
+        text += "0 @F" + QByteArray::number(f) + "@ FAM\n";
+        for (int c = 1; c <= (f == 1 ? 21 : 0); ++c)
+            text += "1 CHIL @I1@\n";
+    }
+    ASSERT_TRUE(load(text));
+    show("IND", 1);
+    EXPECT_EQ(rows(browser).filter(QStringLiteral("Fams")).size(), 10);
+    show("FAM", 1);
+    EXPECT_EQ(rows(browser).filter(QStringLiteral("Child")).size(), 20);
+}

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "ui/browser/RecordGrids.h"
+
+#include <QString>
+
+namespace tav {
+
+class Session;
+
+// The record browser without its window: what the grid shows, the history
+// of what it showed, the toolbar's commands and the clicks on its rows.
+//
+// Each position shown is a nine-character token: "*", the kind and the slot
+// as five digits ("*IND00012"), or "*", the list kind and a blank
+// ("*ALLINDS "). Earlier positions are kept, concatenated, in the back
+// history; positions left by Back in the forward history. A position is
+// restored from the last three digits of its token only, so slot 1234 comes
+// back as 234.
+//
+// A command that meets a fault (a slot beyond its table's capacity) shows
+// the message and changes nothing: the grid, the caption and both
+// histories stay as they were.
+class BrowserLogic {
+public:
+    explicit BrowserLogic(Session& session);
+
+    // The window becomes active: it loads the grid the session asks for when
+    // the request is new (the session's listLoaded is clear).
+    void activate();
+    // Loads the grid for the session's view kind and current slot; false
+    // after a fault (which was shown).
+    bool gridLoad();
+
+    // "Back", "Forward", "Previous" or "Next".
+    void moveBackForward(const QString& direction);
+    // Switches between all individuals and all families.
+    void listAll();
+    // Follows the link of a grid row (row 0 is the heading row).
+    void rowClicked(int32_t row);
+
+    const Grid& grid() const { return grid_; }
+    int32_t rowCount() const { return grid_.rowCount(); }
+    QString cell(int32_t row, int column) const;
+    QString caption() const { return grid_.caption; }
+    // Loads that fit the window's height to the grid, counted.
+    int fitRequests() const { return fitRequests_; }
+
+    bool backEnabled() const { return backEnabled_; }
+    bool forwardEnabled() const { return forwardEnabled_; }
+    bool nextPreviousEnabled() const { return nextPreviousEnabled_; }
+
+    const QString& positionToken() const { return positionToken_; }
+    const QString& backHistory() const { return backHistory_; }
+    const QString& forwardHistory() const { return forwardHistory_; }
+
+private:
+    // Shows a record or list: the grid is made first, so a fault leaves
+    // everything as it was; then the history moves on.
+    void load(const QString& kind, int32_t slot);
+    void commit(Grid grid, const QString& kind, int32_t slot);
+    void setArrows();
+    void back();
+    void forward();
+    void step(int delta);
+    void followNote(const QString& note);
+    int32_t& currentSlot(const QString& kind);
+
+    Session& session_;
+    Grid grid_;
+    QString positionToken_;
+    QString backHistory_;
+    QString forwardHistory_;
+    bool backEnabled_ = false;
+    bool forwardEnabled_ = false;
+    bool nextPreviousEnabled_ = false;
+    int fitRequests_ = 0;
+};
+
+// The nine-character token of a position.
+QString positionTokenFor(const QString& kind, int32_t slot);
+
+}  // namespace tav

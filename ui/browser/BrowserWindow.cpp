@@ -1,0 +1,192 @@
+#include "ui/browser/BrowserWindow.h"
+
+#include "app/Session.h"
+#include "ui/Icons.h"
+#include "ui/WindowFrames.h"
+
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QHeaderView>
+#include <QShortcut>
+#include <QTableView>
+#include <QToolBar>
+
+namespace tav {
+
+namespace {
+constexpr int fullHeight = 520;  // the window's height for long records and lists
+}
+
+// The grid as a table model: the heading row becomes the column headers,
+// the hidden third cell is not shown.
+class GridModel : public QAbstractTableModel {
+public:
+    explicit GridModel(const BrowserLogic& logic, QObject* parent) : QAbstractTableModel(parent), logic_(logic) {}
+
+    void reload()
+    {
+        beginResetModel();
+        endResetModel();
+    }
+
+    int rowCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : std::max(0, logic_.rowCount() - 1);
+    }
+    int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 2; }
+
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        if (!index.isValid())
+            return {};
+        if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
+            QString text = logic_.cell(index.row() + 1, index.column());
+            // A list shows each record on one line.
+            if (!logic_.grid().listKind.isEmpty() && role == Qt::DisplayRole)
+                text.replace(QLatin1String("\r\n"), QLatin1String("  "));
+            else
+                text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+            return role == Qt::ToolTipRole && text.size() < 40 ? QVariant() : QVariant(text);
+        }
+        if (role == Qt::BackgroundRole && index.column() == 0)
+            return QApplication::palette().button();
+        if (role == Qt::TextAlignmentRole)
+            return int(Qt::AlignLeft | Qt::AlignTop);
+        return {};
+    }
+
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
+            return logic_.cell(0, section);
+        if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
+            return int(Qt::AlignLeft | Qt::AlignVCenter);
+        return {};
+    }
+
+private:
+    const BrowserLogic& logic_;
+};
+
+BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
+    : QMainWindow(parent), session_(session), logic_(session)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(tavIcon("tav"));
+
+    QToolBar* toolbar = addToolBar(QStringLiteral("Toolbar"));
+    toolbar->setMovable(false);
+    toolbar->setIconSize(QSize(20, 20));
+    toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    top_ = toolbar->addAction(tavIcon("top"), QStringLiteral("Top"), this,
+                              [this] { applyKeepOnTop(this, top_, toggleKeepOnTop(session_.browserOnTop)); });
+    top_->setCheckable(true);
+    top_->setToolTip(QStringLiteral("Keep this screen on top all the time"));
+    listAll_ = toolbar->addAction(tavIcon("list"), QStringLiteral("ListAll"), this,
+                                  [this] { command([this] { logic_.listAll(); }); });
+    listAll_->setToolTip(QStringLiteral("List all individuals, or all families (Ctrl+L)"));
+    toolbar->addSeparator();
+    const auto move = [this](const char* direction) {
+        return [this, direction] { command([this, direction] { logic_.moveBackForward(QLatin1String(direction)); }); };
+    };
+    back_ = toolbar->addAction(tavIcon("back"), QStringLiteral("Back"), this, move("Back"));
+    back_->setToolTip(QStringLiteral("Back to what was shown before"));
+    forward_ = toolbar->addAction(tavIcon("forward"), QStringLiteral("Forward"), this, move("Forward"));
+    forward_->setToolTip(QStringLiteral("Forward again"));
+    previous_ = toolbar->addAction(tavIcon("previous"), QStringLiteral("Previous"), this, move("Previous"));
+    previous_->setToolTip(QStringLiteral("The record before this one (Left arrow)"));
+    next_ = toolbar->addAction(tavIcon("next"), QStringLiteral("Next"), this, move("Next"));
+    next_->setToolTip(QStringLiteral("The record after this one (Right arrow)"));
+
+    model_ = new GridModel(logic_, this);
+    view_ = new QTableView(this);
+    view_->setModel(model_);
+    view_->setSelectionMode(QAbstractItemView::NoSelection);
+    view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view_->setFocusPolicy(Qt::NoFocus);
+    view_->verticalHeader()->hide();
+    view_->horizontalHeader()->setStretchLastSection(true);
+    view_->horizontalHeader()->setHighlightSections(false);
+    view_->setWordWrap(true);
+    view_->setCursor(Qt::PointingHandCursor);
+    connect(view_, &QTableView::clicked, this,
+            [this](const QModelIndex& index) { command([this, index] { logic_.rowClicked(index.row() + 1); }); });
+    setCentralWidget(view_);
+
+    // The window sees these keys before the grid does.
+    const auto key = [this](QKeySequence sequence, QAction* action) {
+        new QShortcut(sequence, this, action, [action] {
+            if (action->isEnabled())
+                action->trigger();
+        });
+    };
+    key(QKeySequence(Qt::Key_Left), previous_);
+    key(QKeySequence(Qt::Key_Right), next_);
+    key(QKeySequence(Qt::CTRL | Qt::Key_L), listAll_);
+    closeOnEscape(this);
+    resize(640, fullHeight);
+    refresh();
+}
+
+BrowserWindow::~BrowserWindow() = default;
+
+QAction* BrowserWindow::action(const char* key) const
+{
+    const QString name = QLatin1String(key);
+    for (QAction* a : {top_, listAll_, back_, forward_, previous_, next_}) {
+        if (a->text() == name)
+            return a;
+    }
+    return nullptr;
+}
+
+void BrowserWindow::activateRequest()
+{
+    command([this] { logic_.activate(); });
+}
+
+void BrowserWindow::command(const std::function<void()>& run)
+{
+    run();
+    refresh();
+}
+
+void BrowserWindow::refresh()
+{
+    model_->reload();
+    setWindowTitle(logic_.caption());
+    back_->setEnabled(logic_.backEnabled());
+    forward_->setEnabled(logic_.forwardEnabled());
+    previous_->setEnabled(logic_.nextPreviousEnabled());
+    next_->setEnabled(logic_.nextPreviousEnabled());
+    const bool list = !logic_.grid().listKind.isEmpty();
+    QHeaderView* rows = view_->verticalHeader();
+    if (list) {
+        rows->setSectionResizeMode(QHeaderView::Fixed);
+        rows->setDefaultSectionSize(fontMetrics().height() + 8);
+    } else {
+        rows->setSectionResizeMode(QHeaderView::ResizeToContents);
+    }
+    view_->resizeColumnToContents(0);
+    view_->setColumnWidth(0, std::max(view_->columnWidth(0) + 12, 90));
+    if (logic_.fitRequests() != fitted_) {
+        fitted_ = logic_.fitRequests();
+        fitHeight();
+    } else if (list && height() < fullHeight) {
+        resize(width(), fullHeight);  // a list after a short record: room for its rows again
+    }
+}
+
+// A record grid that needs less than 6000 twips (400 pixels) shortens the
+// window to fit; a longer one gives the window its full height and scrolls.
+void BrowserWindow::fitHeight()
+{
+    int rowsHeight = view_->horizontalHeader()->height();
+    for (int r = 0; r < model_->rowCount(); ++r)
+        rowsHeight += view_->rowHeight(r);
+    const int gridTop = view_->geometry().top();
+    const int needed = rowsHeight + gridTop + 29;
+    resize(width(), needed < 400 ? needed : fullHeight);
+}
+
+}  // namespace tav

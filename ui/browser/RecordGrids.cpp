@@ -1,0 +1,230 @@
+#include "ui/browser/RecordGrids.h"
+
+#include "app/Session.h"
+#include "calc/Dates.h"
+#include "calc/Names.h"
+#include "core/TextNumbers.h"
+
+namespace tav {
+
+namespace {
+
+// Names in the browser: surname styled by the settings, given names as written.
+constexpr int gridNameFlags = NameSurname | NameGivenAsWritten;
+
+QString personName(const Session& session, int32_t slot)
+{
+    return formatName(session, session.records.individual(slot).name, gridNameFlags);
+}
+
+void addRow(Grid& grid, const QString& item, const QString& details, const QString& hidden = QString())
+{
+    grid.rows.push_back({item, details, hidden});
+}
+
+void addHeading(Grid& grid) { addRow(grid, QStringLiteral("Item"), QStringLiteral("Details")); }
+
+// Item numbers as the platform's "##" format prints them: no padding.
+QString numbered(const char* item, int k) { return QString::fromLatin1(item) + QString::number(k); }
+
+struct ListKind {
+    const char* kind;
+    const char* caption;
+    const char* heading;
+};
+
+const ListKind listKinds[] = {
+    {"ALLINDS", "All individuals", "Individual"},
+    {"ALLFAMS", "All families", "Family"},
+    {"ALLSOUR", "All sources", "Source"},
+    {"ALLNOTS", "All notes", "Notes"},
+    {"ALLOCCU", "All occupations", "Occupation"},
+    {"ALLBIRT", "All births and places", "Birth and place"},
+    {"ALLDEAT", "All deaths and places", "Deaths"},
+    {"ALLMARR", "All marriages and places", "Marriage and place"},
+};
+
+const ListKind* findListKind(const QString& kind)
+{
+    for (const ListKind& list : listKinds) {
+        if (kind == QLatin1String(list.kind))
+            return &list;
+    }
+    return nullptr;
+}
+
+QString twoBlanks(const QString& a, const QString& b) { return a + QStringLiteral("  ") + b; }
+
+// The text of record k in a list.
+QString listText(const Session& session, const QString& kind, int32_t k)
+{
+    const RecordStore& r = session.records;
+    if (kind == QLatin1String("ALLINDS"))
+        return personName(session, k);
+    if (kind == QLatin1String("ALLFAMS")) {
+        const Family& f = r.family(k);
+        return personName(session, r.indIndexFromId(f.husbandId)) + QStringLiteral(" & ") +
+               personName(session, r.indIndexFromId(f.wifeId));
+    }
+    if (kind == QLatin1String("ALLSOUR"))
+        return r.source(k).title;
+    if (kind == QLatin1String("ALLNOTS"))
+        return r.note(k).text;
+    if (kind == QLatin1String("ALLOCCU"))
+        return r.individual(k).occupation;
+    if (kind == QLatin1String("ALLBIRT"))
+        return twoBlanks(r.individual(k).birthDate, r.individual(k).birthPlace);
+    if (kind == QLatin1String("ALLDEAT"))
+        return twoBlanks(r.individual(k).deathDate, r.individual(k).deathPlace);
+    if (kind == QLatin1String("ALLMARR"))
+        return twoBlanks(r.family(k).marriageDate, r.family(k).marriagePlace);
+    return QString();
+}
+
+int32_t listCount(const RecordStore& r, const QString& kind)
+{
+    if (kind == QLatin1String("ALLFAMS") || kind == QLatin1String("ALLMARR"))
+        return r.familyCount();
+    if (kind == QLatin1String("ALLSOUR"))
+        return r.sourceCount();
+    if (kind == QLatin1String("ALLNOTS"))
+        return r.noteCount();
+    return r.individualCount();
+}
+
+}  // namespace
+
+QString numberWithLetter(QChar letter, int32_t number)
+{
+    return number < 0 ? QStringLiteral("-") + letter + QString::number(-int64_t(number))
+                      : letter + QString::number(number);
+}
+
+bool isRecordKind(const QString& kind)
+{
+    return kind == QLatin1String("IND") || kind == QLatin1String("FAM") || kind == QLatin1String("SOU") ||
+           kind == QLatin1String("NOT");
+}
+
+bool isListKind(const QString& kind) { return findListKind(kind) != nullptr; }
+
+QString Grid::cell(const Session& session, int32_t row, int column) const
+{
+    if (listKind.isEmpty())
+        return row >= 0 && size_t(row) < rows.size() && column >= 0 && column < 3 ? rows[size_t(row)][size_t(column)]
+                                                                                   : QString();
+    if (row == 0)
+        return column < 2 ? rows[0][size_t(column)] : QString();
+    if (row < 1 || row > listCount)
+        return QString();
+    if (column == 0)
+        return QString::number(row);
+    return column == 1 ? listText(session, listKind, row) : QString();
+}
+
+Grid individualGrid(const Session& session, int32_t slot)
+{
+    const RecordStore& r = session.records;
+    const Individual& p = r.individual(slot);
+    Grid grid;
+    grid.caption = personName(session, slot) + QStringLiteral(" (") + QString::number(slot) + QLatin1Char(')');
+    addHeading(grid);
+    addRow(grid, QStringLiteral("No."), signedText(slot));
+    addRow(grid, QStringLiteral("Name"), personName(session, slot));
+    addRow(grid, QStringLiteral("Sex"), p.sex);
+    addRow(grid, QStringLiteral("Occ"), p.occupation);
+    addRow(grid, QStringLiteral("Birth date"), p.birthDate);
+    addRow(grid, QStringLiteral("Birth place"), p.birthPlace);
+    addRow(grid, QStringLiteral("Death date"), p.deathDate);
+    for (int k = 1; k <= p.storedSpouseFamilies(); ++k)
+        addRow(grid, numbered("Fams ", k), signedText(r.famIndexFromId(p.spouseFamilyId[size_t(k)])));
+    if (p.childFamilyId > 0)
+        addRow(grid, QStringLiteral("Famc"), signedText(r.famIndexFromId(p.childFamilyId)));
+    QString label;
+    const int32_t age = calcAge(p.birthDate, p.deathDate, label, session.today());
+    addRow(grid, QStringLiteral("Age "),
+           age == -1 ? QStringLiteral("Cannot calculate") : signedText(age) + QLatin1Char(' ') + label);
+    if (!p.note.isEmpty())
+        addRow(grid, QStringLiteral("Note "), p.note);
+    grid.fitWindow = true;
+    return grid;
+}
+
+Grid familyGrid(const Session& session, int32_t slot)
+{
+    const RecordStore& r = session.records;
+    const Family& f = r.family(slot);
+    Grid grid;
+    grid.caption = QStringLiteral("Family (") + QString::number(slot) + QLatin1Char(')');
+    addHeading(grid);
+    addRow(grid, QStringLiteral("No."), QString::number(slot));
+    const auto person = [&](const QString& item, int32_t id) {
+        const int32_t index = r.indIndexFromId(id);
+        addRow(grid, item, personName(session, index), QString::number(index));
+    };
+    person(QStringLiteral("Husband"), f.husbandId);
+    person(QStringLiteral("Wife"), f.wifeId);
+    for (int k = 1; k <= f.storedChildren(); ++k)
+        person(numbered("Child ", k), f.childId[size_t(k)]);
+    addRow(grid, QStringLiteral("Marr. date"), f.marriageDate);
+    addRow(grid, QStringLiteral("Marr. place"), f.marriagePlace);
+    addRow(grid, QStringLiteral("Divorce?"), f.divorced ? QStringLiteral("Yes") : QStringLiteral("No"));
+    grid.fitWindow = true;
+    return grid;
+}
+
+Grid sourceGrid(const Session& session, int32_t slot)
+{
+    const Source& s = session.records.source(slot);
+    Grid grid;
+    grid.caption = QStringLiteral("Source (") + numberWithLetter(u'S', s.id) + QLatin1Char(')');
+    addHeading(grid);
+    addRow(grid, QStringLiteral("No."), numberWithLetter(u'S', s.id));
+    addRow(grid, QStringLiteral("Title"), s.title);
+    addRow(grid, QStringLiteral("Author"), s.author);
+    addRow(grid, QStringLiteral("Publ"), s.publication);
+    addRow(grid, QStringLiteral("Note"), s.note);
+    grid.fitWindow = true;
+    return grid;
+}
+
+Grid noteGrid(const Session& session, int32_t slot)
+{
+    const Note& n = session.records.note(slot);
+    Grid grid;
+    // The caption gives the slot; the "No." row the number the file gives the note.
+    grid.caption = QStringLiteral("Note ") + QString::number(slot);
+    addHeading(grid);
+    addRow(grid, QStringLiteral("No."), numberWithLetter(u'N', n.id));
+    addRow(grid, QStringLiteral("Note"), n.text);
+    grid.fitWindow = true;
+    return grid;
+}
+
+Grid listGrid(const Session& session, const QString& kind)
+{
+    const ListKind* list = findListKind(kind);
+    Grid grid;
+    if (!list)
+        return grid;
+    grid.caption = QString::fromLatin1(list->caption);
+    grid.listKind = kind;
+    grid.listCount = listCount(session.records, kind);
+    addRow(grid, QStringLiteral("Number"), QString::fromLatin1(list->heading));
+    return grid;
+}
+
+Grid gridFor(const Session& session, const QString& kind, int32_t slot)
+{
+    if (kind == QLatin1String("IND"))
+        return individualGrid(session, slot);
+    if (kind == QLatin1String("FAM"))
+        return familyGrid(session, slot);
+    if (kind == QLatin1String("SOU"))
+        return sourceGrid(session, slot);
+    if (kind == QLatin1String("NOT"))
+        return noteGrid(session, slot);
+    return listGrid(session, kind);
+}
+
+}  // namespace tav

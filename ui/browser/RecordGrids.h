@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace tav {
+
+class Session;
+
+// What the record browser's grid holds: a caption, and rows of three cells
+// (item, details, and a hidden third cell that the family grid fills with
+// each person's slot). Row 0 holds the column headings. A list of all
+// records of a kind holds only its heading row and works its other rows out
+// when they are asked for, so that lists of 40000 records show at once.
+struct Grid {
+    QString caption;
+    std::vector<std::array<QString, 3>> rows;
+    QString listKind;  // "ALLINDS" ..., or "" for a single record
+    int32_t listCount = 0;
+    bool fitWindow = false;  // single records fit the window's height to the grid
+
+    int32_t rowCount() const { return listKind.isEmpty() ? int32_t(rows.size()) : listCount + 1; }
+    QString cell(const Session& session, int32_t row, int column) const;
+};
+
+// The four kinds of record and the eight lists, as the browser names them.
+bool isRecordKind(const QString& kind);
+bool isListKind(const QString& kind);
+
+// Grids for one record. A slot beyond its table's capacity raises
+// SubscriptOutOfRange, so the caller keeps what it showed.
+Grid individualGrid(const Session& session, int32_t slot);
+Grid familyGrid(const Session& session, int32_t slot);
+Grid sourceGrid(const Session& session, int32_t slot);
+Grid noteGrid(const Session& session, int32_t slot);
+// The list of every record of a list kind ("ALLINDS" ...).
+Grid listGrid(const Session& session, const QString& kind);
+
+// The grid of a record kind at a slot, or of a list kind.
+Grid gridFor(const Session& session, const QString& kind, int32_t slot);
+
+// "S12", "N3", "F7", "I12": a record number after its kind letter, as the
+// program prints it.
+QString numberWithLetter(QChar letter, int32_t number);
+
+}  // namespace tav
