@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/FindResults.h"
 #include "app/Messages.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
@@ -11,7 +12,7 @@
 namespace tav {
 
 // Windows that one window or routine asks to be shown.
-enum class AppWindow { Text, List, Options };
+enum class AppWindow { Text, List, Find, Options };
 
 // The state the windows share: the record store, the current records, the
 // texts one window leaves for another, and the user's settings. Every window
@@ -78,6 +79,10 @@ public:
     // Whether each window was last put above all others ("Top" button).
     bool textViewerOnTop = false;
     bool browserOnTop = false;
+    bool findOnTop = false;
+
+    // The results of the last find or statistical query.
+    FindResults findResults;
 
 private:
     Messages& messages_;

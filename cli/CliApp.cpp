@@ -7,11 +7,14 @@
 #include "calc/RelationshipFinder.h"
 #include "settings/RegistryStore.h"
 #include "ui/browser/BrowserLogic.h"
+#include "ui/find/FindLogic.h"
+#include "ui/find/StatisticalQueries.h"
 #include "settings/SettingsPersistence.h"
 #include "ui/main/HeaderInformation.h"
 #include "ui/main/HelpTopics.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 #include <map>
 #include <optional>
@@ -26,6 +29,9 @@ const char usageText[] =
     "  info FILE                caption, source and note counts, GEDCOM header\n"
     "  relate FILE A B          how individuals A and B (slots) are related\n"
     "  descendants FILE SLOT    descendant, spouse, generation and largest-family totals\n"
+    "  find FILE TEXT [--kinds IFSN] [--case]\n"
+    "                           records holding the words of TEXT, as the find window lists them\n"
+    "  query FILE INDEX [N]     statistical query INDEX (0 to 14; N for 4, 5, 6 and 8)\n"
     "  show FILE KIND [SLOT]    a record (IND, FAM, SOU, NOT and its SLOT) or a list\n"
     "                           (ALLINDS, ALLFAMS, ALLSOUR, ALLNOTS, ALLOCCU, ALLBIRT,\n"
     "                           ALLDEAT, ALLMARR) as the record browser shows it\n"
@@ -40,6 +46,7 @@ struct CliRun {
     const CliOutput& output;
     Session& session;
     QStringList args;  // the command's arguments after FILE
+    const StderrMessages* messages = nullptr;
 
     void print(const QString& line) const { output.out(line); }
 
@@ -116,6 +123,68 @@ void printGrid(const CliRun& run, const BrowserLogic& browser)
     }
 }
 
+// The results heading and list of the find window, and the record the
+// browser opens on when the window opens it.
+int printResults(CliRun& run, const FindLogic& find, bool browserOpened, int messagesBefore)
+{
+    const bool fault = run.messages && run.messages->messageCount() > messagesBefore;
+    run.print(find.heading());
+    for (const QString& line : find.lines())
+        run.print(escaped(line));
+    if (browserOpened && !fault) {
+        BrowserLogic browser(run.session);
+        if (!browser.gridLoad())
+            return 3;
+        run.print(QString());
+        printGrid(run, browser);
+    }
+    return fault ? 3 : 0;
+}
+
+int findCommand(CliRun& run)
+{
+    FindLogic find(run.session);
+    find.searchText = run.args.value(0);
+    for (qsizetype i = 1; i < run.args.size(); ++i) {
+        if (run.args[i] == QLatin1String("--case")) {
+            find.caseSensitive = true;
+        } else if (run.args[i] == QLatin1String("--kinds") && i + 1 < run.args.size()) {
+            const QString letters = run.args[++i].toUpper();
+            if (letters.isEmpty() || letters.contains(QRegularExpression(QStringLiteral("[^IFSN]"))))
+                throw UsageError{QStringLiteral("--kinds takes letters of IFSN")};
+            find.kinds = {letters.contains(u'I'), letters.contains(u'F'), letters.contains(u'S'), letters.contains(u'N')};
+        } else {
+            throw UsageError{QStringLiteral("unknown find option \"%1\"").arg(run.args[i])};
+        }
+    }
+    bool opened = false;
+    run.session.windowRequested = [&opened](AppWindow window) { opened = opened || window == AppWindow::List; };
+    const int before = run.messages ? run.messages->messageCount() : 0;
+    find.find();
+    return printResults(run, find, opened, before);
+}
+
+int queryCommand(CliRun& run)
+{
+    const int32_t index = run.intArg(0);
+    if (index < 0 || index > 14)
+        throw UsageError{QStringLiteral("INDEX is 0 to 14")};
+    const bool takesNumber = queryTakesNumber(index);
+    if (run.args.size() != (takesNumber ? 2 : 1))
+        throw UsageError{takesNumber ? QStringLiteral("query %1 needs N").arg(index)
+                                     : QStringLiteral("query %1 takes no N").arg(index)};
+    FindLogic find(run.session);
+    bool opened = false;
+    run.session.windowRequested = [&opened](AppWindow window) { opened = opened || window == AppWindow::List; };
+    const int before = run.messages ? run.messages->messageCount() : 0;
+    find.queryChosen(index);
+    if (takesNumber) {
+        find.numberText = run.args[1];
+        find.go();
+    }
+    return printResults(run, find, opened, before);
+}
+
 int showCommand(CliRun& run)
 {
     const QString kind = run.args.value(0);
@@ -175,6 +244,8 @@ const std::map<QString, Command>& commands()
         {QStringLiteral("relate"), {2, 2, relateCommand}},
         {QStringLiteral("descendants"), {1, 1, descendantsCommand}},
         {QStringLiteral("show"), {1, 2, showCommand}},
+        {QStringLiteral("find"), {1, 4, findCommand}},
+        {QStringLiteral("query"), {1, 2, queryCommand}},
     };
     return table;
 }
@@ -250,7 +321,7 @@ int runCli(const QStringList& arguments, const CliOutput& output)
         output.err(failure);
         return 1;
     }
-    CliRun run{output, session, args};
+    CliRun run{output, session, args, &messages};
     try {
         return command.run(run);
     } catch (const UsageError& error) {

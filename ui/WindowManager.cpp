@@ -1,6 +1,7 @@
 #include "ui/WindowManager.h"
 
 #include "ui/browser/BrowserWindow.h"
+#include "ui/find/FindWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
 
@@ -32,6 +33,13 @@ void WindowManager::show(AppWindow window)
         browser_->activateWindow();
         browser_->activateRequest();
         break;
+    case AppWindow::Find:
+        if (!find_)
+            find_ = new FindWindow(session_);
+        find_->show();
+        find_->raise();
+        find_->activateWindow();
+        break;
     case AppWindow::Options: {
         OptionsDialog dialog(session_, store_, mainWindow_);
         dialog.exec();
@@ -44,10 +52,15 @@ TextViewer* WindowManager::textViewer() const { return text_; }
 
 BrowserWindow* WindowManager::browser() const { return browser_; }
 
+FindWindow* WindowManager::findWindow() const { return find_; }
+
 void WindowManager::closeAll()
 {
+    // In the main window's order: text viewer, find window, browser.
     if (text_)
         text_->close();
+    if (find_)
+        find_->close();
     if (browser_)
         browser_->close();
 }

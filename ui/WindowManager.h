@@ -11,6 +11,7 @@ namespace tav {
 
 class RegistryStore;
 class BrowserWindow;
+class FindWindow;
 class TextViewer;
 
 // Opens the windows the session asks for (one instance of each, created on
@@ -25,6 +26,7 @@ public:
 
     TextViewer* textViewer() const;
     BrowserWindow* browser() const;
+    FindWindow* findWindow() const;
 
 private:
     Session& session_;
@@ -32,6 +34,7 @@ private:
     QWidget* mainWindow_;
     QPointer<TextViewer> text_;
     QPointer<BrowserWindow> browser_;
+    QPointer<FindWindow> find_;
 };
 
 }  // namespace tav

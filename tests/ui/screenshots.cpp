@@ -5,6 +5,11 @@
 #include "settings/RegistryStore.h"
 #include "ui/WindowManager.h"
 #include "ui/browser/BrowserWindow.h"
+#include "ui/find/FindWindow.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
 #include "ui/main/HeaderInformation.h"
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
@@ -88,6 +93,25 @@ int main(int argc, char* argv[])
         browse("NOT", 1, "browser-note");
     browse("ALLINDS", 0, "browser-all-individuals");
     window.windows().browser()->close();
+
+    // The find window with the results of a search, collapsed and expanded.
+    session.showWindow(tav::AppWindow::Find);
+    tav::FindWindow* find = window.windows().findWindow();
+    find->searchBox()->setText(QStringLiteral("john"));
+    find->findButton()->click();
+    save(find, "find-collapsed");
+    find->moreButton()->click();
+    find->querySelector()->setCurrentIndex(2);
+    save(find, "find-expanded");
+    find->resultsList()->showPopup();
+    QApplication::processEvents();
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+        const QString path = QDir(outDir).filePath(QStringLiteral("find-results-open.png"));
+        if (popup->grab().save(path))
+            std::printf("%s\n", qPrintable(path));
+    }
+    find->resultsList()->hidePopup();
+    find->close();
 
     tav::OptionsDialog options(session, store);
     save(&options, "options-general");

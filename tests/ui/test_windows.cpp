@@ -2,6 +2,7 @@
 #include "tests/TestSupport.h"
 #include "ui/WindowManager.h"
 #include "ui/browser/BrowserWindow.h"
+#include "ui/find/FindWindow.h"
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
@@ -9,7 +10,9 @@
 #include "settings/SettingsPersistence.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QClipboard>
+#include <QLabel>
 #include <QComboBox>
 #include <QDir>
 #include <QGuiApplication>
@@ -249,4 +252,57 @@ TEST_F(WindowTest, BrowserRowsKeysAndHeight)
     EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Kid (2)"));
     QTest::keyClick(&browser, Qt::Key_Escape);
     EXPECT_FALSE(browser.isVisible());
+}
+
+TEST_F(WindowTest, FindWindowKeysHeightsAndResultsThatOutliveIt)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    EXPECT_TRUE(window.findButton()->isEnabled());
+    window.findAction()->trigger();
+    FindWindow* find = window.windows().findWindow();
+    ASSERT_NE(find, nullptr);
+    find->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(find));
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(find->kindBox(i)->isChecked()) << "every kind is ticked at first";
+    EXPECT_FALSE(find->caseBox()->isChecked());
+    EXPECT_FALSE(find->numberBox()->isEnabled());
+
+    QTest::keyClick(find->searchBox(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(find->caseBox()->isChecked()) << "Ctrl+C ticks the case box, even in the search box";
+    QTest::keyClick(find->searchBox(), Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(find->searchBox(), Qt::Key_I, Qt::ControlModifier);
+    EXPECT_FALSE(find->kindBox(0)->isChecked());
+    QTest::keyClick(find->searchBox(), Qt::Key_I, Qt::ControlModifier);
+    QTest::keyClick(find->searchBox(), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_FALSE(find->kindBox(1)->isChecked());
+    QTest::keyClick(find->searchBox(), Qt::Key_Y, Qt::ControlModifier);
+
+    QTest::keyClicks(find->searchBox(), QStringLiteral("x"));
+    QTest::keyClick(find->searchBox(), Qt::Key_Return);
+    EXPECT_EQ(find->resultsHeading()->text(), QStringLiteral("Results (3 items found)"));
+    EXPECT_EQ(find->resultsList()->itemText(0), QStringLiteral("-------INDIVIDUALS-------"));
+    EXPECT_EQ(window.windows().browser(), nullptr);
+
+    const int collapsed = find->height();
+    find->moreButton()->click();
+    EXPECT_EQ(find->moreButton()->text(), QStringLiteral("<<< &Less"));
+    EXPECT_GT(find->height(), collapsed);
+    EXPECT_TRUE(find->querySelector()->isVisible());
+    find->moreButton()->click();
+    EXPECT_EQ(find->moreButton()->text(), QStringLiteral("&More >>>"));
+    EXPECT_EQ(find->height(), collapsed);
+
+    find->searchBox()->setText(QStringLiteral("I2"));
+    QTest::keyClick(find->searchBox(), Qt::Key_F, Qt::ControlModifier);
+    ASSERT_NE(window.windows().browser(), nullptr) << "one result opens the browser";
+    EXPECT_EQ(window.windows().browser()->windowTitle(), QStringLiteral("X, Kid (2)"));
+
+    QTest::keyClick(find->searchBox(), Qt::Key_Q, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.windows().findWindow(), nullptr);
+    window.findButton()->trigger();
+    EXPECT_EQ(window.windows().findWindow()->resultsHeading()->text(), QStringLiteral("Results (1 item found)"))
+        << "the results are there when the window opens again";
 }

@@ -146,6 +146,10 @@ void BrowserLogic::step(int delta)
     const QString kind = session_.viewKind;
     if (!isRecordKind(kind))
         return;
+    if (session_.listCaller == QLatin1String("frmFind")) {
+        stepThroughResults(delta);
+        return;
+    }
     const RecordStore& r = session_.records;
     const int32_t count = kind == QLatin1String("IND")   ? r.individualCount()
                           : kind == QLatin1String("FAM") ? r.familyCount()
@@ -153,6 +157,36 @@ void BrowserLogic::step(int delta)
                                                          : r.noteCount();
     const int32_t slot = std::max(1, std::min(count, currentSlot(kind) + delta));
     load(kind, slot);
+}
+
+// Opened from the find window, Next and Previous walk the find results:
+// each kind's results in turn, individuals, families, sources, notes.
+void BrowserLogic::stepThroughResults(int delta)
+{
+    static const char* const kinds[4] = {"IND", "FAM", "SOU", "NOT"};
+    int kind = 0;
+    while (kind < 4 && session_.viewKind != QLatin1String(kinds[kind]))
+        ++kind;
+    FindResults& results = session_.findResults;
+    const auto count = [&results](int k) { return results[FindResults::Kind(k)].count; };
+    int32_t& position = results.selected;
+    const int32_t wanted = position + delta;
+    if (wanted >= 1 && wanted <= count(kind)) {
+        load(QLatin1String(kinds[kind]), results[FindResults::Kind(kind)].entries[size_t(wanted)]);
+        position = wanted;
+    } else if (delta > 0) {
+        if (kind == 3) {
+            position = count(3);  // past the last note the position stays
+        } else {
+            position = 0;
+            session_.viewKind = QLatin1String(kinds[kind + 1]);
+        }
+    } else if (kind == 0) {
+        position = 0;
+    } else {
+        session_.viewKind = QLatin1String(kinds[kind - 1]);
+        position = count(kind - 1) + 1;
+    }
 }
 
 void BrowserLogic::listAll()

@@ -63,6 +63,7 @@ private:
     void back();
     void forward();
     void step(int delta);
+    void stepThroughResults(int delta);
     void followNote(const QString& note);
     int32_t& currentSlot(const QString& kind);
 

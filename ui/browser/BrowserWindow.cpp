@@ -85,6 +85,9 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     listAll_ = toolbar->addAction(tavIcon("list"), QStringLiteral("ListAll"), this,
                                   [this] { command([this] { logic_.listAll(); }); });
     listAll_->setToolTip(QStringLiteral("List all individuals, or all families (Ctrl+L)"));
+    find_ = toolbar->addAction(tavIcon("find"), QStringLiteral("Find"), this,
+                               [this] { session_.showWindow(AppWindow::Find); });
+    find_->setToolTip(QStringLiteral("Find records (Ctrl+F)"));
     toolbar->addSeparator();
     const auto move = [this](const char* direction) {
         return [this, direction] { command([this, direction] { logic_.moveBackForward(QLatin1String(direction)); }); };
@@ -123,6 +126,7 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     key(QKeySequence(Qt::Key_Left), previous_);
     key(QKeySequence(Qt::Key_Right), next_);
     key(QKeySequence(Qt::CTRL | Qt::Key_L), listAll_);
+    key(QKeySequence(Qt::CTRL | Qt::Key_F), find_);
     closeOnEscape(this);
     resize(640, fullHeight);
     refresh();
@@ -133,7 +137,7 @@ BrowserWindow::~BrowserWindow() = default;
 QAction* BrowserWindow::action(const char* key) const
 {
     const QString name = QLatin1String(key);
-    for (QAction* a : {top_, listAll_, back_, forward_, previous_, next_}) {
+    for (QAction* a : {top_, listAll_, find_, back_, forward_, previous_, next_}) {
         if (a->text() == name)
             return a;
     }

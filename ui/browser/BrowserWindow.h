@@ -38,6 +38,7 @@ private:
     QTableView* view_;
     QAction* top_;
     QAction* listAll_;
+    QAction* find_;
     QAction* back_;
     QAction* forward_;
     QAction* previous_;

@@ -82,6 +82,9 @@ void MainWindow::buildMenus()
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    find_ = view->addAction(tavIcon("find"), QStringLiteral("&Find..."), this, [this] { session_.showWindow(AppWindow::Find); });
+    find_->setShortcut(QKeySequence::Find);
+    find_->setShortcutContext(Qt::WindowShortcut);
     findRel_ = view->addAction(QStringLiteral("Find relationship"), this, [this] {
         logic_.findRelationshipClicked();
         refresh();
@@ -111,6 +114,9 @@ void MainWindow::buildMenus()
     toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     QAction* openButton = toolbar->addAction(tavIcon("open"), QStringLiteral("Open"), this, &MainWindow::chooseFile);
     openButton->setToolTip(QStringLiteral("Open a GEDCOM file"));
+    findButton_ = toolbar->addAction(tavIcon("find"), QStringLiteral("Find"), this,
+                                     [this] { session_.showWindow(AppWindow::Find); });
+    findButton_->setToolTip(QStringLiteral("Find records by their words, and ask questions about the file (Ctrl+F)"));
 }
 
 void MainWindow::buildCentre()
@@ -214,6 +220,8 @@ void MainWindow::refresh()
     if (combo2_->currentIndex() != logic_.showIndex())
         combo2_->setCurrentIndex(logic_.showIndex());
     header_->setEnabled(enabled);
+    find_->setEnabled(enabled);
+    findButton_->setEnabled(enabled);
     findRel_->setChecked(logic_.findRelationshipChecked());
     findRel_->setText(logic_.findRelationshipCaption());
     findRel_->setEnabled(logic_.fileOpen());

@@ -35,6 +35,8 @@ public:
     QPushButton* showButton() const { return command10_; }
     QProgressBar* progressBar() const { return progress_; }
     QAction* findRelationshipAction() const { return findRel_; }
+    QAction* findAction() const { return find_; }
+    QAction* findButton() const { return findButton_; }
     QAction* headerAction() const { return header_; }
     QAction* recentAction(int i) const { return recent_[size_t(i)]; }
 
@@ -66,6 +68,8 @@ private:
     QAction* recentSeparator_ = nullptr;
     std::array<QAction*, 11> recent_{};
     QAction* findRel_ = nullptr;
+    QAction* find_ = nullptr;
+    QAction* findButton_ = nullptr;
     QAction* header_ = nullptr;
 };
 

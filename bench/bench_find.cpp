@@ -1,0 +1,60 @@
+// Find window benchmarks on a generated file of 40000 individuals: a find
+// of two words over the four kinds, and each of the fifteen queries (the
+// descendant queries from an empty cache).
+#include "app/GedcomLoading.h"
+#include "app/Messages.h"
+#include "app/Session.h"
+#include "bench/BenchFiles.h"
+#include "ui/find/FindLogic.h"
+#include "ui/find/StatisticalQueries.h"
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+struct Loaded {
+    tav::RecordingMessages messages;
+    tav::Session session{messages};
+    Loaded() { tav::loadGedcom(session, tav::bench::generatedFile(40000)); }
+};
+
+Loaded& loaded()
+{
+    static Loaded file;
+    return file;
+}
+
+void BM_FindTwoWords(benchmark::State& state)
+{
+    tav::FindLogic find(loaded().session);
+    find.searchText = QStringLiteral("john farmer");
+    for (auto _ : state)
+        find.find();
+    state.counters["found"] = loaded().session.findResults.total;
+}
+BENCHMARK(BM_FindTwoWords)->Unit(benchmark::kMillisecond);
+
+void BM_Query(benchmark::State& state)
+{
+    const int index = int(state.range(0));
+    tav::Session& session = loaded().session;
+    session.windowRequested = nullptr;
+    tav::FindLogic find(session);
+    for (auto _ : state) {
+        state.PauseTiming();
+        session.records.clearDescendantCache();
+        state.ResumeTiming();
+        find.queryChosen(index);
+        if (tav::queryTakesNumber(index)) {
+            find.numberText = index == 8 ? QStringLiteral("150") : QStringLiteral("5");
+            find.go();
+        }
+    }
+    state.SetLabel(tav::queryNames[index]);
+    state.counters["found"] = session.findResults.total;
+}
+BENCHMARK(BM_Query)->DenseRange(0, 14)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();
