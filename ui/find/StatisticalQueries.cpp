@@ -264,7 +264,7 @@ void runQuery(Session& session, int index, int32_t n)
             const Family& family = r.family(f);
             QString first, last;
             birthOf(r, family.childId[1], &first);
-            birthOf(r, family.childId[size_t(std::max(0, family.storedChildren()))], &last);
+            birthOf(r, family.childId[size_t(family.storedChildren())], &last);
             const int32_t gap = yearsBetween(first, last);
             if (gap > -1)
                 best.offer(f, gap, true);
