@@ -1,5 +1,6 @@
 #include "bench/BenchFiles.h"
 
+#include "app/GedcomLoading.h"
 #include "bench/GedcomGenerator.h"
 
 #include <QDir>
@@ -28,6 +29,14 @@ QString sharedFile(const char* name)
 {
     const QString path = QDir(QStringLiteral(TAV_SHARED_GEDCOM_DIR)).filePath(QString::fromLatin1(name));
     return QFileInfo::exists(path) ? path : QString();
+}
+
+LoadedSession::LoadedSession(const QString& path) : loaded(!path.isEmpty() && loadGedcom(session, path)) {}
+
+Session& generatedSession()
+{
+    static LoadedSession file(generatedFile(40000));
+    return file.session;
 }
 
 }  // namespace tav::bench

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "app/Messages.h"
+#include "app/Session.h"
+
 #include <QString>
 
 namespace tav::bench {
@@ -10,5 +13,16 @@ QString generatedFile(int individuals);
 
 // A real file of ../shared/gedcom, or "" when the folder is absent.
 QString sharedFile(const char* name);
+
+// A session holding a file; `loaded` is false when the file could not be read.
+struct LoadedSession {
+    explicit LoadedSession(const QString& path);
+    RecordingMessages messages;
+    Session session{messages};
+    bool loaded = false;
+};
+
+// The generated file of 40000 individuals, loaded once per run.
+Session& generatedSession();
 
 }  // namespace tav::bench

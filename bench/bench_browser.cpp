@@ -14,21 +14,9 @@
 
 namespace {
 
-struct Loaded {
-    tav::RecordingMessages messages;
-    tav::Session session{messages};
-    Loaded() { tav::loadGedcom(session, tav::bench::generatedFile(40000)); }
-};
-
-Loaded& loaded()
-{
-    static Loaded file;
-    return file;
-}
-
 void BM_ShowAllIndividuals(benchmark::State& state)
 {
-    tav::Session& session = loaded().session;
+    tav::Session& session = tav::bench::generatedSession();
     tav::BrowserWindow window(session);
     window.setAttribute(Qt::WA_DeleteOnClose, false);
     window.show();
@@ -49,7 +37,7 @@ BENCHMARK(BM_ShowAllIndividuals)->Unit(benchmark::kMillisecond);
 
 void BM_LoadRecordGrid(benchmark::State& state)
 {
-    tav::Session& session = loaded().session;
+    tav::Session& session = tav::bench::generatedSession();
     tav::BrowserLogic browser(session);
     int32_t slot = 0;
     for (auto _ : state) {
@@ -64,7 +52,7 @@ BENCHMARK(BM_LoadRecordGrid)->Unit(benchmark::kMicrosecond);
 // One Back and one Forward with 10000 positions behind.
 void BM_BackForwardDeepHistory(benchmark::State& state)
 {
-    tav::Session& session = loaded().session;
+    tav::Session& session = tav::bench::generatedSession();
     tav::BrowserLogic browser(session);
     for (int32_t i = 1; i <= 10000; ++i) {
         session.viewKind = (i % 2) ? QStringLiteral("IND") : QStringLiteral("FAM");

@@ -13,19 +13,12 @@
 
 namespace {
 
-struct Loaded {
-    tav::RecordingMessages messages;
-    tav::Session session{messages};
-    explicit Loaded(const QString& path) { ok = !path.isEmpty() && tav::loadGedcom(session, path); }
-    bool ok = false;
-};
-
 // Every individual in slot order from an empty cache, as "family tree
 // from top" scores them.
 void countEveryone(benchmark::State& state, const QString& path)
 {
-    Loaded loaded(path);
-    if (!loaded.ok) {
+    tav::bench::LoadedSession loaded(path);
+    if (!loaded.loaded) {
         state.SkipWithError("file not available");
         return;
     }
@@ -52,8 +45,8 @@ BENCHMARK(BM_CountAllRoyal92)->Unit(benchmark::kMillisecond);
 // recorded ancestry, with much pedigree collapse.
 void BM_RelationshipRoyal92(benchmark::State& state)
 {
-    Loaded loaded(tav::bench::sharedFile("royal92.ged"));
-    if (!loaded.ok) {
+    tav::bench::LoadedSession loaded(tav::bench::sharedFile("royal92.ged"));
+    if (!loaded.loaded) {
         state.SkipWithError("royal92.ged not available");
         return;
     }

@@ -12,32 +12,20 @@
 
 namespace {
 
-struct Loaded {
-    tav::RecordingMessages messages;
-    tav::Session session{messages};
-    Loaded() { tav::loadGedcom(session, tav::bench::generatedFile(40000)); }
-};
-
-Loaded& loaded()
-{
-    static Loaded file;
-    return file;
-}
-
 void BM_FindTwoWords(benchmark::State& state)
 {
-    tav::FindLogic find(loaded().session);
+    tav::FindLogic find(tav::bench::generatedSession());
     find.searchText = QStringLiteral("john farmer");
     for (auto _ : state)
         find.find();
-    state.counters["found"] = loaded().session.findResults.total;
+    state.counters["found"] = tav::bench::generatedSession().findResults.total;
 }
 BENCHMARK(BM_FindTwoWords)->Unit(benchmark::kMillisecond);
 
 void BM_Query(benchmark::State& state)
 {
     const int index = int(state.range(0));
-    tav::Session& session = loaded().session;
+    tav::Session& session = tav::bench::generatedSession();
     session.windowRequested = nullptr;
     tav::FindLogic find(session);
     for (auto _ : state) {
