@@ -38,6 +38,7 @@ TEST(ParseDate, DayMonthYearForms)
     EXPECT_EQ(parsed(u"5 1850"), (Parsed{-1, 5, 1, 1850})) << "one separator: the day is also the month word";
     EXPECT_EQ(parsed(u"12 DEC 1850/51"), (Parsed{-1, 12, 12, 1850}));
     EXPECT_EQ(parsed(u"3 dec 1850 (approx)"), (Parsed{-1, 3, 12, 1850}));
+    EXPECT_EQ(parsed(u"3 DEC 1 8 5 0"), (Parsed{-1, 3, 12, 1850})) << "blanks inside a number are skipped";
     EXPECT_EQ(parsed(u"12 MAR-1850"), (Parsed{-1, 12, 1, 1850})) << "the dash is looked for first";
 }
 

@@ -125,17 +125,6 @@ TEST_F(ReaderTest, EmptyFileGivesZeroCountsAndCurrentIndividualOne)
     EXPECT_EQ(session.mainCaption, dir.filePath(QStringLiteral("empty.ged")) + QStringLiteral(" (0 individuals, 0 families)"));
 }
 
-TEST_F(ReaderTest, CaptionCarriesTheCountsWithoutSeparators)
-{
-    QByteArray text;
-    for (int i = 1; i <= 1234; ++i)
-        text += "0 @I" + QByteArray::number(i) + "@ INDI\n";
-    for (int i = 1; i <= 56; ++i)
-        text += "0 @F" + QByteArray::number(i) + "@ FAM\n";
-    ASSERT_TRUE(load(text, "smith.ged"));
-    EXPECT_EQ(session.mainCaption, dir.filePath(QStringLiteral("smith.ged")) + " (1234 individuals, 56 families)");
-}
-
 TEST_F(ReaderTest, ProgressRunsToFileLengthPlus200OnEvery80thLevel0Line)
 {
     QByteArray text;

@@ -14,32 +14,28 @@ WindowManager::WindowManager(Session& session, RegistryStore& store, QWidget* ma
     session_.otherWindowsCloseRequested = [this] { closeAll(); };
 }
 
+namespace {
+
+// The one window of its kind, made if needed, shown in front.
+template <typename Window>
+Window* bringUp(QPointer<Window>& window, Session& session)
+{
+    if (!window)
+        window = new Window(session);
+    window->show();
+    window->raise();
+    window->activateWindow();
+    return window;
+}
+
+}  // namespace
+
 void WindowManager::show(AppWindow window)
 {
     switch (window) {
-    case AppWindow::Text:
-        if (!text_)
-            text_ = new TextViewer(session_);
-        text_->refresh();
-        text_->show();
-        text_->raise();
-        text_->activateWindow();
-        break;
-    case AppWindow::List:
-        if (!browser_)
-            browser_ = new BrowserWindow(session_);
-        browser_->show();
-        browser_->raise();
-        browser_->activateWindow();
-        browser_->activateRequest();
-        break;
-    case AppWindow::Find:
-        if (!find_)
-            find_ = new FindWindow(session_);
-        find_->show();
-        find_->raise();
-        find_->activateWindow();
-        break;
+    case AppWindow::Text: bringUp(text_, session_)->refresh(); break;
+    case AppWindow::List: bringUp(browser_, session_)->activateRequest(); break;
+    case AppWindow::Find: bringUp(find_, session_); break;
     case AppWindow::Options: {
         OptionsDialog dialog(session_, store_, mainWindow_);
         dialog.exec();

@@ -74,14 +74,8 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(tavIcon("tav"));
 
-    QToolBar* toolbar = addToolBar(QStringLiteral("Toolbar"));
-    toolbar->setMovable(false);
-    toolbar->setIconSize(QSize(20, 20));
-    toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    top_ = toolbar->addAction(tavIcon("top"), QStringLiteral("Top"), this,
-                              [this] { applyKeepOnTop(this, top_, toggleKeepOnTop(session_.browserOnTop)); });
-    top_->setCheckable(true);
-    top_->setToolTip(QStringLiteral("Keep this screen on top all the time"));
+    QToolBar* toolbar = addWindowToolbar(this, 20, Qt::ToolButtonTextUnderIcon);
+    top_ = addTopButton(toolbar, this, session_.browserOnTop);
     listAll_ = toolbar->addAction(tavIcon("list"), QStringLiteral("ListAll"), this,
                                   [this] { command([this] { logic_.listAll(); }); });
     listAll_->setToolTip(QStringLiteral("List all individuals, or all families (Ctrl+L)"));

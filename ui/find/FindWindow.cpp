@@ -26,14 +26,7 @@ FindWindow::FindWindow(Session& session, QWidget* parent) : QMainWindow(parent),
     setWindowIcon(tavIcon("find"));
     setWindowTitle(QStringLiteral("Find"));
 
-    QToolBar* toolbar = addToolBar(QStringLiteral("Toolbar"));
-    toolbar->setMovable(false);
-    toolbar->setIconSize(QSize(18, 18));
-    toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    top_ = toolbar->addAction(tavIcon("top"), QStringLiteral("Top"), this,
-                              [this] { applyKeepOnTop(this, top_, toggleKeepOnTop(session_.findOnTop)); });
-    top_->setCheckable(true);
-    top_->setToolTip(QStringLiteral("Keep this screen on top all the time"));
+    top_ = addTopButton(addWindowToolbar(this, 18, Qt::ToolButtonTextBesideIcon), this, session_.findOnTop);
 
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);

@@ -1,5 +1,6 @@
 #include "ui/text/TextViewer.h"
 
+#include "app/Session.h"
 #include "ui/Icons.h"
 #include "ui/WindowFrames.h"
 
@@ -20,13 +21,8 @@ TextViewer::TextViewer(Session& session, QWidget* parent) : QMainWindow(parent),
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(tavIcon("tav"));
 
-    QToolBar* toolbar = addToolBar(QStringLiteral("Toolbar"));
-    toolbar->setMovable(false);
-    toolbar->setIconSize(QSize(20, 20));
-    toolbar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    top_ = toolbar->addAction(tavIcon("top"), QStringLiteral("Top"), this, &TextViewer::toggleTop);
-    top_->setCheckable(true);
-    top_->setToolTip(QStringLiteral("Keep this screen on top all the time"));
+    QToolBar* toolbar = addWindowToolbar(this, 20, Qt::ToolButtonTextBesideIcon);
+    top_ = addTopButton(toolbar, this, session.textViewerOnTop);
     QAction* select = toolbar->addAction(tavIcon("select-all"), QStringLiteral("Select all"), this, &TextViewer::selectAll);
     select->setToolTip(QStringLiteral("Select all"));
     QAction* copy = toolbar->addAction(tavIcon("copy"), QStringLiteral("Copy"), this, &TextViewer::copySelection);
@@ -82,10 +78,5 @@ void TextViewer::copySelection()
 }
 
 void TextViewer::selectAll() { text_->selectAll(); }
-
-void TextViewer::toggleTop()
-{
-    applyKeepOnTop(this, top_, logic_.topClicked());
-}
 
 }  // namespace tav

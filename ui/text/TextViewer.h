@@ -25,7 +25,6 @@ public:
     QAction* topAction() const { return top_; }
     void copySelection();
     void selectAll();
-    void toggleTop();
 
 protected:
     bool event(QEvent* event) override;

@@ -13,6 +13,4 @@ QRect TextViewerLogic::placement(const QRect& screen, int width)
     return QRect(screen.right() + 1 - width, screen.top(), width, screen.height() - twipsToPixels(450));
 }
 
-TopChange TextViewerLogic::topClicked() { return toggleKeepOnTop(session_.textViewerOnTop); }
-
 }  // namespace tav

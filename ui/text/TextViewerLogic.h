@@ -1,7 +1,5 @@
 #pragma once
 
-#include "ui/KeepOnTop.h"
-
 #include <QRect>
 #include <QString>
 
@@ -11,9 +9,7 @@ class Session;
 
 // The text viewer's rules, without the window: it shows the shared report
 // text under the report title each time it is activated, lies along the
-// right-hand edge of the screen, and keeps a program-wide "on top" flag that
-// outlives the window (a new viewer opens in the normal band whatever the
-// flag says; the next "Top" click then inverts the flag).
+// right-hand edge of the screen.
 class TextViewerLogic {
 public:
     explicit TextViewerLogic(Session& session) : session_(session) {}
@@ -25,7 +21,6 @@ public:
     // against the right-hand edge.
     static QRect placement(const QRect& screen, int width);
 
-    TopChange topClicked();
 
 private:
     Session& session_;
