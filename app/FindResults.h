@@ -23,7 +23,10 @@ struct FindResults {
 
     Table& operator[](Kind kind) { return tables[size_t(kind)]; }
     const Table& operator[](Kind kind) const { return tables[size_t(kind)]; }
-    int32_t sum() const { return tables[0].count + tables[1].count + tables[2].count + tables[3].count; }
+    int32_t sum() const
+    {
+        return tables[0].count + tables[1].count + tables[2].count + tables[3].count;
+    }
 };
 
 }  // namespace tav

@@ -30,7 +30,8 @@ public:
         const qint64 size = file_.size();
         if (size > 0) {
             if (uchar* mapped = file_.map(0, size)) {
-                bytes_ = QByteArray::fromRawData(reinterpret_cast<const char*>(mapped), qsizetype(size));
+                bytes_ =
+                    QByteArray::fromRawData(reinterpret_cast<const char*>(mapped), qsizetype(size));
                 return true;
             }
         }
@@ -60,7 +61,8 @@ QString loadedCaption(const Session& session)
         .arg(records.familyCount());
 }
 
-bool loadGedcom(Session& session, const QString& path, QString* failure, const LoadProgress& progress)
+bool loadGedcom(Session& session, const QString& path, QString* failure,
+                const LoadProgress& progress)
 {
     FileBytes file;
     QString reason;
@@ -82,7 +84,8 @@ bool loadGedcom(Session& session, const QString& path, QString* failure, const L
     const qint64 textLength = text.size();
 
     GedcomReader reader(
-        session.records, [&session](const QString& message) { session.messages().message(message); },
+        session.records,
+        [&session](const QString& message) { session.messages().message(message); },
         [&](qint64 position) {
             if (progress.advanced && textLength > 0)
                 progress.advanced(position * fileLength / textLength);

@@ -27,11 +27,14 @@ QString generatedFile(int individuals)
 
 QString sharedFile(const char* name)
 {
-    const QString path = QDir(QStringLiteral(TAV_SHARED_GEDCOM_DIR)).filePath(QString::fromLatin1(name));
+    const QString path =
+        QDir(QStringLiteral(TAV_SHARED_GEDCOM_DIR)).filePath(QString::fromLatin1(name));
     return QFileInfo::exists(path) ? path : QString();
 }
 
-LoadedSession::LoadedSession(const QString& path) : loaded(!path.isEmpty() && loadGedcom(session, path)) {}
+LoadedSession::LoadedSession(const QString& path)
+    : loaded(!path.isEmpty() && loadGedcom(session, path))
+{}
 
 Session& generatedSession()
 {

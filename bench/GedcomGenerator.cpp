@@ -33,27 +33,32 @@ private:
 };
 
 const std::array<const char*, 24> maleNames = {
-    "John", "William", "Thomas", "James", "George", "Henry", "Charles", "Robert",
-    "Edward", "Richard", "Joseph", "Samuel", "Johann", "Friedrich", "Pierre", "Jean",
-    "Lars", "Erik", "José", "Antonín", "Seán", "Karl", "Hendrik", "Matthias"};
+    "John",   "William", "Thomas", "James",   "George", "Henry",     "Charles", "Robert",
+    "Edward", "Richard", "Joseph", "Samuel",  "Johann", "Friedrich", "Pierre",  "Jean",
+    "Lars",   "Erik",    "José",   "Antonín", "Seán",   "Karl",      "Hendrik", "Matthias"};
 const std::array<const char*, 24> femaleNames = {
-    "Mary", "Elizabeth", "Anne", "Sarah", "Margaret", "Jane", "Catherine", "Alice",
-    "Emma", "Hannah", "Martha", "Ellen", "Maria", "Anna", "Marie", "Louise",
-    "Ingrid", "Kirsten", "Zoë", "Renée", "Dorothea", "Agnes", "Johanna", "Isabel"};
+    "Mary",   "Elizabeth", "Anne",   "Sarah", "Margaret", "Jane",  "Catherine", "Alice",
+    "Emma",   "Hannah",    "Martha", "Ellen", "Maria",    "Anna",  "Marie",     "Louise",
+    "Ingrid", "Kirsten",   "Zoë",    "Renée", "Dorothea", "Agnes", "Johanna",   "Isabel"};
 const std::array<const char*, 40> surnames = {
-    "Smith", "Brown", "Taylor", "Wilson", "Johnson", "Walker", "Wright", "Robinson",
-    "Thompson", "White", "Hughes", "Edwards", "Green", "Hall", "Wood", "Harris",
-    "Lewis", "Martin", "Jackson", "Clarke", "Clark", "Turner", "Hill", "Scott",
-    "Cooper", "Morris", "Ward", "King", "Baker", "Carter", "Müller", "Schäfer",
-    "Sørensen", "Östberg", "Dvořák", "Fernández", "Lefèvre", "Ó Briain", "Van der Berg", "Kowalski"};
+    "Smith",     "Brown",    "Taylor",   "Wilson",       "Johnson",  "Walker",  "Wright",
+    "Robinson",  "Thompson", "White",    "Hughes",       "Edwards",  "Green",   "Hall",
+    "Wood",      "Harris",   "Lewis",    "Martin",       "Jackson",  "Clarke",  "Clark",
+    "Turner",    "Hill",     "Scott",    "Cooper",       "Morris",   "Ward",    "King",
+    "Baker",     "Carter",   "Müller",   "Schäfer",      "Sørensen", "Östberg", "Dvořák",
+    "Fernández", "Lefèvre",  "Ó Briain", "Van der Berg", "Kowalski"};
 const std::array<const char*, 16> towns = {
-    "Ashford", "Barnsley", "Bedford", "Chester", "Dorchester", "Durham", "Exeter", "Hereford",
-    "Kendal", "Lincoln", "Ludlow", "Norwich", "Ripon", "Salisbury", "Whitby", "York"};
-const std::array<const char*, 8> counties = {
-    "Kent", "Yorkshire", "Devon", "Norfolk", "Cheshire", "Shropshire", "Wiltshire", "Cumberland"};
-const std::array<const char*, 14> occupations = {
-    "Farmer", "Agricultural labourer", "Blacksmith", "Weaver", "Carpenter", "Miller", "Shoemaker",
-    "Innkeeper", "Schoolmaster", "Clerk", "Mason", "Tailor", "Coal miner", "Domestic servant"};
+    "Ashford", "Barnsley", "Bedford", "Chester", "Dorchester", "Durham",    "Exeter", "Hereford",
+    "Kendal",  "Lincoln",  "Ludlow",  "Norwich", "Ripon",      "Salisbury", "Whitby", "York"};
+const std::array<const char*, 8> counties = {"Kent",     "Yorkshire",  "Devon",     "Norfolk",
+                                             "Cheshire", "Shropshire", "Wiltshire", "Cumberland"};
+const std::array<const char*, 14> occupations = {"Farmer",       "Agricultural labourer",
+                                                 "Blacksmith",   "Weaver",
+                                                 "Carpenter",    "Miller",
+                                                 "Shoemaker",    "Innkeeper",
+                                                 "Schoolmaster", "Clerk",
+                                                 "Mason",        "Tailor",
+                                                 "Coal miner",   "Domestic servant"};
 const std::array<const char*, 12> months = {"JAN", "FEB", "MAR", "APR", "MAY", "JUN",
                                             "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
 const std::array<const char*, 8> noteLines = {
@@ -89,7 +94,10 @@ struct Fam {
 
 class Writer {
 public:
-    Writer(bool crlf, size_t reserve) : eol_(crlf ? "\r\n" : "\n") { out_.reserve(qsizetype(reserve)); }
+    Writer(bool crlf, size_t reserve) : eol_(crlf ? "\r\n" : "\n")
+    {
+        out_.reserve(qsizetype(reserve));
+    }
 
     void line(int level, const std::string& rest)
     {
@@ -128,7 +136,9 @@ std::string placeText(Random& random)
 
 class Population {
 public:
-    explicit Population(const GeneratorOptions& options) : random_(options.seed), target_(options.individuals) {}
+    explicit Population(const GeneratorOptions& options)
+        : random_(options.seed), target_(options.individuals)
+    {}
 
     void build()
     {
@@ -141,7 +151,8 @@ public:
             // A small file can die out; newcomers then start further lines.
             if (generation.empty()) {
                 for (int i = 0; i < founders && !full(); ++i)
-                    generation.push_back(addPerson(i % 2 == 0, year + random_.below(20), random_.below(int(surnames.size()))));
+                    generation.push_back(addPerson(i % 2 == 0, year + random_.below(20),
+                                                   random_.below(int(surnames.size()))));
             }
             generation = marryAndRaise(generation);
             year += 28;
@@ -182,12 +193,18 @@ private:
     int childrenWanted()
     {
         const int r = random_.below(100);
-        if (r < 44) return 0;
-        if (r < 73) return 1;
-        if (r < 88) return 2;
-        if (r < 95) return 3;
-        if (r < 98) return 4;
-        if (r < 99) return 5;
+        if (r < 44)
+            return 0;
+        if (r < 73)
+            return 1;
+        if (r < 88)
+            return 2;
+        if (r < 95)
+            return 3;
+        if (r < 98)
+            return 4;
+        if (r < 99)
+            return 5;
         return 6 + random_.below(5);
     }
 
@@ -212,7 +229,8 @@ private:
                 if (m == 0 && random_.chance(10)) {
                     for (size_t j = i + 1; j < single.size(); ++j) {
                         const Person& other = people[size_t(single[j] - 1)];
-                        if (other.male != self.male && other.fams.empty() && other.famc != self.famc) {
+                        if (other.male != self.male && other.fams.empty() &&
+                            other.famc != self.famc) {
                             partner = other.id;
                             break;
                         }
@@ -220,16 +238,19 @@ private:
                 }
                 const Person me = people[size_t(id - 1)];
                 if (partner == 0)
-                    partner = addPerson(!me.male, me.birthYear - 3 + random_.below(7), random_.below(int(surnames.size())));
+                    partner = addPerson(!me.male, me.birthYear - 3 + random_.below(7),
+                                        random_.below(int(surnames.size())));
                 const int husband = me.male ? id : partner;
                 const int wife = me.male ? partner : id;
-                const int year = std::max(people[size_t(husband - 1)].birthYear, people[size_t(wife - 1)].birthYear) +
+                const int year = std::max(people[size_t(husband - 1)].birthYear,
+                                          people[size_t(wife - 1)].birthYear) +
                                  20 + random_.below(10) + m * 12;
                 const int family = addFamily(husband, wife, year);
                 const int children = childrenWanted();
                 for (int c = 0; c < children && !full(); ++c) {
-                    const int child = addPerson(random_.chance(51), year + 1 + c * 2 + random_.below(2),
-                                                people[size_t(husband - 1)].surname);
+                    const int child =
+                        addPerson(random_.chance(51), year + 1 + c * 2 + random_.below(2),
+                                  people[size_t(husband - 1)].surname);
                     people[size_t(child - 1)].famc = family;
                     families[size_t(family - 1)].children.push_back(child);
                     next.push_back(child);
@@ -271,7 +292,8 @@ QByteArray generateGedcom(const GeneratorOptions& options)
         out.line(0, "@I" + std::to_string(p.id) + "@ INDI");
         std::string given = p.male ? maleNames[size_t(p.given)] : femaleNames[size_t(p.given)];
         if (p.given2 >= 0)
-            given += std::string(" ") + (p.male ? maleNames[size_t(p.given2)] : femaleNames[size_t(p.given2)]);
+            given += std::string(" ") +
+                     (p.male ? maleNames[size_t(p.given2)] : femaleNames[size_t(p.given2)]);
         out.line(1, "NAME " + given + " /" + surnames[size_t(p.surname)] + "/");
         out.line(1, std::string("SEX ") + (p.male ? "M" : "F"));
         if (random.chance(45))
@@ -302,7 +324,8 @@ QByteArray generateGedcom(const GeneratorOptions& options)
         if (random.chance(25))
             out.line(1, "SOUR @S" + std::to_string(1 + random.below(sourceCount)) + "@");
         out.line(1, "CHAN");
-        out.line(2, "DATE " + std::to_string(1 + random.below(28)) + " " + random.pick(months) + " 2019");
+        out.line(2, "DATE " + std::to_string(1 + random.below(28)) + " " + random.pick(months) +
+                        " 2019");
     }
     for (const Fam& f : population.families) {
         out.line(0, "@F" + std::to_string(f.id) + "@ FAM");

@@ -35,10 +35,16 @@ void countEveryone(benchmark::State& state, const QString& path)
     state.counters["most"] = double(best);
 }
 
-void BM_CountAllGenerated(benchmark::State& state) { countEveryone(state, tav::bench::generatedFile(40000)); }
+void BM_CountAllGenerated(benchmark::State& state)
+{
+    countEveryone(state, tav::bench::generatedFile(40000));
+}
 BENCHMARK(BM_CountAllGenerated)->Unit(benchmark::kMillisecond);
 
-void BM_CountAllRoyal92(benchmark::State& state) { countEveryone(state, tav::bench::sharedFile("royal92.ged")); }
+void BM_CountAllRoyal92(benchmark::State& state)
+{
+    countEveryone(state, tav::bench::sharedFile("royal92.ged"));
+}
 BENCHMARK(BM_CountAllRoyal92)->Unit(benchmark::kMillisecond);
 
 // Elizabeth II (I52) and Michael Kreuger (I980): 76 and 79 generations of
@@ -61,8 +67,9 @@ BENCHMARK(BM_RelationshipRoyal92)->Unit(benchmark::kMillisecond);
 
 void BM_ParseDate(benchmark::State& state)
 {
-    const QString dates[] = {QStringLiteral("12 MAR 1850"), QStringLiteral("1850"),        QStringLiteral("MAR 1850"),
-                             QStringLiteral("3 JAN 1901"),  QStringLiteral("ABT 1850"),    QStringLiteral("25 DEC 1799"),
+    const QString dates[] = {QStringLiteral("12 MAR 1850"), QStringLiteral("1850"),
+                             QStringLiteral("MAR 1850"),    QStringLiteral("3 JAN 1901"),
+                             QStringLiteral("ABT 1850"),    QStringLiteral("25 DEC 1799"),
                              QStringLiteral("1 JUL 1920"),  QStringLiteral("14-FEB-1888")};
     int64_t usable = 0;
     for (auto _ : state) {

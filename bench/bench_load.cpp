@@ -34,7 +34,12 @@ void BM_LoadGenerated(benchmark::State& state)
     state.counters["families"] = families;
     state.counters["MB"] = double(QFile(path).size()) / 1e6;
 }
-BENCHMARK(BM_LoadGenerated)->Arg(10000)->Arg(40000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
+BENCHMARK(BM_LoadGenerated)
+    ->Arg(10000)
+    ->Arg(40000)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
 
 // Opening a file over another: the old tables are freed inside the load.
 void BM_ReloadGenerated(benchmark::State& state)
@@ -47,17 +52,28 @@ void BM_ReloadGenerated(benchmark::State& state)
             state.SkipWithError("load failed");
     }
 }
-BENCHMARK(BM_ReloadGenerated)->Arg(40000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
+BENCHMARK(BM_ReloadGenerated)
+    ->Arg(40000)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
 
 void BM_WcLines(benchmark::State& state)
 {
-    const QByteArray command = "wc -l " + QFile::encodeName(generatedFile(int(state.range(0)))) + " >/dev/null";
+    const QByteArray command =
+        "wc -l " + QFile::encodeName(generatedFile(int(state.range(0)))) + " >/dev/null";
     for (auto _ : state) {
         if (std::system(command.constData()) != 0)
             state.SkipWithError("wc failed");
     }
 }
-BENCHMARK(BM_WcLines)->Arg(10000)->Arg(40000)->Unit(benchmark::kMillisecond)->UseRealTime()->Repetitions(5)->ReportAggregatesOnly(true);
+BENCHMARK(BM_WcLines)
+    ->Arg(10000)
+    ->Arg(40000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
 
 }  // namespace
 

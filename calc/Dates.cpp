@@ -22,8 +22,10 @@ qsizetype monthPosition(QStringView word)
     QChar upper[monthLettersLength];
     for (qsizetype i = 0; i < word.size(); ++i) {
         const QChar c = word[i];
-        upper[i] = c.unicode() < 128 ? QChar(c.unicode() >= u'a' && c.unicode() <= u'z' ? c.unicode() - 32 : c.unicode())
-                                     : c.toUpper();
+        upper[i] =
+            c.unicode() < 128
+                ? QChar(c.unicode() >= u'a' && c.unicode() <= u'z' ? c.unicode() - 32 : c.unicode())
+                : c.toUpper();
     }
     const QStringView needle(upper, word.size());
     const QStringView haystack(monthLetters, monthLettersLength);

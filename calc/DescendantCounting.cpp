@@ -64,7 +64,8 @@ Totals walk(RecordStore& records, int32_t root)
                     break;
                 ++level.family;
                 level.child = 0;
-                level.familyIndex = records.famIndexFromId(person.spouseFamilyId[size_t(level.family)]);
+                level.familyIndex =
+                    records.famIndexFromId(person.spouseFamilyId[size_t(level.family)]);
                 const int32_t children = records.family(level.familyIndex).childCount;
                 level.totals.descendants += children;
                 if (children > 0)
@@ -77,7 +78,8 @@ Totals walk(RecordStore& records, int32_t root)
                 continue;
             const Individual& known = records.individual(child);
             if (known.descCounted)
-                level.totals.addChild(known.descCount, known.descSpouseCount, known.descGenerations);
+                level.totals.addChild(known.descCount, known.descSpouseCount,
+                                      known.descGenerations);
             else
                 next = child;
         }
@@ -85,7 +87,8 @@ Totals walk(RecordStore& records, int32_t root)
             if (depth == maxLevels)
                 raiseFault(RuntimeFault::SubscriptOutOfRange);
             ++depth;
-            levels[size_t(depth)] = Level{next, 0, 0, 0, Totals{0, records.individual(next).spouseFamilyCount, 0}};
+            levels[size_t(depth)] =
+                Level{next, 0, 0, 0, Totals{0, records.individual(next).spouseFamilyCount, 0}};
             continue;
         }
         const Totals done = level.totals;
@@ -129,10 +132,12 @@ int32_t largestFamilySlot(RecordStore& records, int32_t individual)
     int32_t best = 0;
     int64_t bestValue = 0;
     for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
-        const Family& family = records.family(records.famIndexFromId(person.spouseFamilyId[size_t(k)]));
+        const Family& family =
+            records.family(records.famIndexFromId(person.spouseFamilyId[size_t(k)]));
         for (int c = 1; c <= family.storedChildren(); ++c) {
             const int64_t value =
-                int64_t(family.childCount) + countDescendants(records, records.indIndexFromId(family.childId[size_t(c)]));
+                int64_t(family.childCount) +
+                countDescendants(records, records.indIndexFromId(family.childId[size_t(c)]));
             if (value > bestValue) {
                 bestValue = value;
                 best = k;

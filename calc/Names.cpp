@@ -10,7 +10,9 @@ namespace {
 // Length of the first character, counting a surrogate pair as one.
 qsizetype firstCharLength(QStringView text)
 {
-    return text.size() >= 2 && text[0].isHighSurrogate() && text[1].isLowSurrogate() ? 2 : qMin<qsizetype>(1, text.size());
+    return text.size() >= 2 && text[0].isHighSurrogate() && text[1].isLowSurrogate()
+               ? 2
+               : qMin<qsizetype>(1, text.size());
 }
 
 // The surname part "/smith/" styled: 1 smith, 2 SMITH, 3 /smith/, 4 /SMITH/,
@@ -63,7 +65,8 @@ QString formatName(const Session& session, QStringView name, int flags)
                 g += QLatin1Char(' ') + given.mid(blank1 + 1, blank2 - blank1 - 1).toString();
         } else if (flags & NameSecondInitial) {
             if (blank2 > blank1 + 1)
-                g += QLatin1Char(' ') + given.mid(blank1 + 1, firstCharLength(given.mid(blank1 + 1))).toString() +
+                g += QLatin1Char(' ') +
+                     given.mid(blank1 + 1, firstCharLength(given.mid(blank1 + 1))).toString() +
                      QLatin1Char('.');
         }
     }
@@ -71,7 +74,8 @@ QString formatName(const Session& session, QStringView name, int flags)
     QString result;
     if (flags & NameSurname) {
         const QString styled = styledSurname(surname, session.settings.SurnameStyle);
-        result = session.settings.SurnamePosn == 1 ? g + QLatin1Char(' ') + styled : styled + QStringLiteral(", ") + g;
+        result = session.settings.SurnamePosn == 1 ? g + QLatin1Char(' ') + styled
+                                                   : styled + QStringLiteral(", ") + g;
     } else {
         result = g;
     }
@@ -88,7 +92,8 @@ QString personYears(const Session& session, int32_t individual)
     QString label;
     int32_t day = 0, month = 0, birthYear = 0;
     if (parseDate(person.birthDate, day, month, birthYear)) {
-        const QString digits = QString::number(qAbs(int64_t(birthYear))).rightJustified(4, QLatin1Char('0'));
+        const QString digits =
+            QString::number(qAbs(int64_t(birthYear))).rightJustified(4, QLatin1Char('0'));
         label = QStringLiteral("(b.") + (birthYear < 0 ? QStringLiteral("-") : QString()) + digits;
     } else {
         birthYear = 0;
@@ -96,8 +101,8 @@ QString personYears(const Session& session, int32_t individual)
     int32_t deathYear = 0;
     day = month = 0;
     if (parseDate(person.deathDate, day, month, deathYear)) {
-        label += (label.isEmpty() ? QStringLiteral("(d.") : QStringLiteral("  d.")) + QString::number(deathYear) +
-                 QLatin1Char(')');
+        label += (label.isEmpty() ? QStringLiteral("(d.") : QStringLiteral("  d.")) +
+                 QString::number(deathYear) + QLatin1Char(')');
         return label;
     }
     // Privacy: someone born less than 100 years ago may be alive, so no years.
@@ -113,7 +118,8 @@ int32_t countChildren(const RecordStore& records, int32_t individual)
     const Individual& person = records.individual(individual);
     int32_t children = 0;
     for (int k = 1; k <= person.storedSpouseFamilies(); ++k)
-        children += records.family(records.famIndexFromId(person.spouseFamilyId[size_t(k)])).childCount;
+        children +=
+            records.family(records.famIndexFromId(person.spouseFamilyId[size_t(k)])).childCount;
     return children;
 }
 

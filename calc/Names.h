@@ -11,12 +11,12 @@ class Session;
 
 // Bits of the name flags of formatName.
 enum NameFlags : int {
-    NameSurname = 1,            // surname, styled and placed by the settings
-    NameFirstGiven = 2,         // first given name in full
-    NameSecondGiven = 4,        // second given name in full
-    NameFirstInitial = 8,       // first given name as "J." (when bit 1 is clear)
-    NameSecondInitial = 16,     // second given name as "W." (when bit 2 is clear)
-    NameGivenAsWritten = 32,    // the given part exactly as written
+    NameSurname = 1,          // surname, styled and placed by the settings
+    NameFirstGiven = 2,       // first given name in full
+    NameSecondGiven = 4,      // second given name in full
+    NameFirstInitial = 8,     // first given name as "J." (when bit 1 is clear)
+    NameSecondInitial = 16,   // second given name as "W." (when bit 2 is clear)
+    NameGivenAsWritten = 32,  // the given part exactly as written
 };
 
 // A GEDCOM name ("John William /Smith/") as the flags and the session's

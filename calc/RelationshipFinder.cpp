@@ -72,7 +72,8 @@ QString lineWord(int32_t small, int32_t large, bool elder, bool male)
     }
     if (large < grandFrom)
         return word;
-    return QStringLiteral("the ") + QStringLiteral("great ").repeated(large - grandFrom) + QStringLiteral("grand ") + word;
+    return QStringLiteral("the ") + QStringLiteral("great ").repeated(large - grandFrom) +
+           QStringLiteral("grand ") + word;
 }
 
 QString bloodRelationship(const RecordStore& records, int32_t a, int32_t b, const QString& gap)
@@ -84,12 +85,14 @@ QString bloodRelationship(const RecordStore& records, int32_t a, int32_t b, cons
     // its first place in B's list.
     std::vector<int32_t> generationInB(size_t(records.individualCount()) + 2, -1);
     for (const Ancestor& entry : listB) {
-        if (size_t(entry.individual) < generationInB.size() && generationInB[size_t(entry.individual)] < 0)
+        if (size_t(entry.individual) < generationInB.size() &&
+            generationInB[size_t(entry.individual)] < 0)
             generationInB[size_t(entry.individual)] = entry.generation;
     }
     int32_t gA = -1, gB = -1;
     for (const Ancestor& entry : listA) {
-        if (size_t(entry.individual) < generationInB.size() && generationInB[size_t(entry.individual)] >= 0) {
+        if (size_t(entry.individual) < generationInB.size() &&
+            generationInB[size_t(entry.individual)] >= 0) {
             gA = entry.generation;
             gB = generationInB[size_t(entry.individual)];
             break;
@@ -109,7 +112,8 @@ QString bloodRelationship(const RecordStore& records, int32_t a, int32_t b, cons
     if (gA == 0 && gB == 0)
         return personA.name + QStringLiteral(" is ") + personB.name;
     if (gA == 1 && gB == 1)
-        return pair(maleA ? "the brother" : "the sister", maleB ? "the brother" : "the sister", true);
+        return pair(maleA ? "the brother" : "the sister", maleB ? "the brother" : "the sister",
+                    true);
     if (gA == 0 && gB == 1)
         return pair(maleA ? "father" : "mother", maleB ? "son" : "daughter", true);
     if (gA == 1 && gB == 0)
@@ -122,7 +126,8 @@ QString bloodRelationship(const RecordStore& records, int32_t a, int32_t b, cons
         return pair(word, word, true);
     }
     const int32_t small = std::min(gA, gB), large = std::max(gA, gB);
-    return pair(lineWord(small, large, gA < gB, maleA), lineWord(small, large, gB < gA, maleB), false);
+    return pair(lineWord(small, large, gA < gB, maleA), lineWord(small, large, gB < gA, maleB),
+                false);
 }
 
 }  // namespace
@@ -135,12 +140,14 @@ QString relationshipText(const RecordStore& records, int32_t a, int32_t b, const
     QString answer;
     bool spouses = false;
     for (int k = 1; k <= personA.storedSpouseFamilies() && !spouses; ++k) {
-        const Family& family = records.family(records.famIndexFromId(personA.spouseFamilyId[size_t(k)]));
+        const Family& family =
+            records.family(records.famIndexFromId(personA.spouseFamilyId[size_t(k)]));
         spouses = (isMale(personA) ? family.wifeIndex : family.husbandIndex) == b;
     }
     if (spouses) {
-        answer = personA.name + QStringLiteral(" is the ") + (isMale(personA) ? "husband" : "wife") +
-                 QStringLiteral(" of ") + personB.name + gap + personB.name + QStringLiteral(" is the ") +
+        answer = personA.name + QStringLiteral(" is the ") +
+                 (isMale(personA) ? "husband" : "wife") + QStringLiteral(" of ") + personB.name +
+                 gap + personB.name + QStringLiteral(" is the ") +
                  (isMale(personB) ? "husband" : "wife") + QStringLiteral(" of ") + personA.name;
     } else {
         answer = bloodRelationship(records, a, b, gap);

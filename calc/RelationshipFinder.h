@@ -12,7 +12,8 @@ class Session;
 // common ancestor), e.g. "A is the great grand father of B", then two line
 // breaks and "(Blood relations only)". Raises SubscriptOutOfRange when an
 // ancestry has more than 15000 distinct ancestors.
-QString relationshipText(const RecordStore& records, int32_t a, int32_t b, const QString& lineBreak);
+QString relationshipText(const RecordStore& records, int32_t a, int32_t b,
+                         const QString& lineBreak);
 
 // Puts the answer into the session's report text under the title
 // "Find relationship" and asks for the text viewer.

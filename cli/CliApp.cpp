@@ -116,7 +116,8 @@ void printGrid(const CliRun& run, const BrowserLogic& browser)
     run.print(browser.caption());
     const bool family = run.session.viewKind == QLatin1String("FAM");
     for (int32_t row = 0; row < browser.rowCount(); ++row) {
-        QString line = escaped(browser.cell(row, 0)) + QLatin1Char('\t') + escaped(browser.cell(row, 1));
+        QString line =
+            escaped(browser.cell(row, 0)) + QLatin1Char('\t') + escaped(browser.cell(row, 1));
         if (family && !browser.cell(row, 2).isEmpty())
             line += QLatin1Char('\t') + escaped(browser.cell(row, 2));
         run.print(line);
@@ -150,15 +151,19 @@ int findCommand(CliRun& run)
             find.caseSensitive = true;
         } else if (run.args[i] == QLatin1String("--kinds") && i + 1 < run.args.size()) {
             const QString letters = run.args[++i].toUpper();
-            if (letters.isEmpty() || letters.contains(QRegularExpression(QStringLiteral("[^IFSN]"))))
+            if (letters.isEmpty() ||
+                letters.contains(QRegularExpression(QStringLiteral("[^IFSN]"))))
                 throw UsageError{QStringLiteral("--kinds takes letters of IFSN")};
-            find.kinds = {letters.contains(u'I'), letters.contains(u'F'), letters.contains(u'S'), letters.contains(u'N')};
+            find.kinds = {letters.contains(u'I'), letters.contains(u'F'), letters.contains(u'S'),
+                          letters.contains(u'N')};
         } else {
             throw UsageError{QStringLiteral("unknown find option \"%1\"").arg(run.args[i])};
         }
     }
     bool opened = false;
-    run.session.windowRequested = [&opened](AppWindow window) { opened = opened || window == AppWindow::List; };
+    run.session.windowRequested = [&opened](AppWindow window) {
+        opened = opened || window == AppWindow::List;
+    };
     const int before = run.messages ? run.messages->messageCount() : 0;
     find.find();
     return printResults(run, find, opened, before);
@@ -175,7 +180,9 @@ int queryCommand(CliRun& run)
                                      : QStringLiteral("query %1 takes no N").arg(index)};
     FindLogic find(run.session);
     bool opened = false;
-    run.session.windowRequested = [&opened](AppWindow window) { opened = opened || window == AppWindow::List; };
+    run.session.windowRequested = [&opened](AppWindow window) {
+        opened = opened || window == AppWindow::List;
+    };
     const int before = run.messages ? run.messages->messageCount() : 0;
     find.queryChosen(index);
     if (takesNumber) {
@@ -201,7 +208,8 @@ int showCommand(CliRun& run)
         else
             run.session.curNote = slot;
     } else if (!isListKind(kind) || run.args.size() != 1) {
-        throw UsageError{QStringLiteral("\"%1\" is not a kind to show").arg(run.args.join(QLatin1Char(' ')))};
+        throw UsageError{
+            QStringLiteral("\"%1\" is not a kind to show").arg(run.args.join(QLatin1Char(' ')))};
     }
     BrowserLogic browser(run.session);
     run.session.viewKind = kind;
@@ -302,15 +310,17 @@ int runCli(const QStringList& arguments, const CliOutput& output)
     const Command& command = found->second;
     const QStringList args = positional.mid(2);
     if (args.size() < command.minArgs || args.size() > command.maxArgs)
-        return usage(output, QStringLiteral("wrong number of arguments for \"%1\"").arg(positional[0]));
+        return usage(output,
+                     QStringLiteral("wrong number of arguments for \"%1\"").arg(positional[0]));
 
     StderrMessages messages(output.err);
     Session session(messages);
     // The viewer's settings apply here too; they are read, never written.
     RegistryStore store;
     if (!store.loadProblem().isEmpty())
-        output.err(QStringLiteral("tav-cli: the settings file %1 is damaged (%2); using the defaults")
-                       .arg(RegistryStore::defaultRegistryFile(), store.loadProblem()));
+        output.err(
+            QStringLiteral("tav-cli: the settings file %1 is damaged (%2); using the defaults")
+                .arg(RegistryStore::defaultRegistryFile(), store.loadProblem()));
     loadSettings(session.settings, store, QStringLiteral("ALL"));
     if (surnameStyle)
         session.settings.SurnameStyle = *surnameStyle;

@@ -113,7 +113,8 @@ CharsetDecoder::Charset CharsetDecoder::charsetFromName(QByteArrayView name)
         return Charset::Utf8;
     if (upper == "ANSEL")
         return Charset::Ansel;
-    if (upper == "ANSI" || upper == "WINDOWS" || upper == "IBM WINDOWS" || upper == "CP1252" || upper == "ASCII")
+    if (upper == "ANSI" || upper == "WINDOWS" || upper == "IBM WINDOWS" || upper == "CP1252" ||
+        upper == "ASCII")
         return Charset::Windows1252;
     if (upper == "IBMPC" || upper == "IBM DOS" || upper == "CP437")
         return Charset::CodePage437;
@@ -146,7 +147,9 @@ QString CharsetDecoder::decode(const char* bytes, qsizetype length) const
 
 QByteArrayView prepareFileBytes(QByteArray& raw)
 {
-    const auto at = [&raw](qsizetype i) { return i < raw.size() ? static_cast<unsigned char>(raw.at(i)) : 0x100; };
+    const auto at = [&raw](qsizetype i) {
+        return i < raw.size() ? static_cast<unsigned char>(raw.at(i)) : 0x100;
+    };
     if (at(0) == 0xEF && at(1) == 0xBB && at(2) == 0xBF)
         return QByteArrayView(raw).sliced(3);
     QStringConverter::Encoding utf16;

@@ -17,8 +17,8 @@ QString RuntimeFault::description() const
 
 QString RuntimeFault::messageText() const
 {
-    return QStringLiteral("Error no: ") + QLatin1Char(' ') + QString::number(int(number_)) + QLatin1Char(' ') +
-           description();
+    return QStringLiteral("Error no: ") + QLatin1Char(' ') + QString::number(int(number_)) +
+           QLatin1Char(' ') + description();
 }
 
 const char* RuntimeFault::what() const noexcept { return what_.constData(); }

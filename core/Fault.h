@@ -10,8 +10,8 @@ namespace tav {
 class RuntimeFault : public std::exception {
 public:
     enum Number {
-        InvalidCall = 5,       // "Invalid procedure call or argument"
-        Overflow = 6,          // "Overflow"
+        InvalidCall = 5,  // "Invalid procedure call or argument"
+        Overflow = 6,     // "Overflow"
         SubscriptOutOfRange = 9,
         TypeMismatch = 13,
     };

@@ -30,8 +30,8 @@ int32_t numberAt(const char* text, qsizetype length)
     qsizetype i = 0;
     while (i < length && i < 10 && isDigit(text[i]))
         value = value * 10 + (text[i++] - '0');
-    if (i > 0 && (i == length || (!isDigit(text[i]) && text[i] != ' ' && text[i] != '.' && text[i] != '\t' &&
-                                  text[i] != '\n')))
+    if (i > 0 && (i == length || (!isDigit(text[i]) && text[i] != ' ' && text[i] != '.' &&
+                                  text[i] != '\t' && text[i] != '\n')))
         return toLong(double(value));
     return toLong(leadingNumber(text, length));
 }
@@ -67,8 +67,7 @@ int32_t crossReferenceNumber(const char* line, qsizetype length, qsizetype from)
 
 GedcomReader::GedcomReader(RecordStore& store, Report report, Progress progress)
     : store_(store), report_(std::move(report)), progress_(std::move(progress))
-{
-}
+{}
 
 template <typename Statement>
 void GedcomReader::trap(Statement&& statement)
@@ -165,7 +164,8 @@ void GedcomReader::readLevel0(const char* line, qsizetype length, qsizetype blan
             Individual& person = store_.addIndividual();
             trap([&] { person.id = level0Number(line, length, at + 2); });
         } else {
-            reportCapacity(store_.individualsTruncated, "individuals", RecordStore::individualCapacity);
+            reportCapacity(store_.individualsTruncated, "individuals",
+                           RecordStore::individualCapacity);
         }
     } else if (c1 == 'F') {
         if (store_.familyCount() < RecordStore::familyCapacity) {
@@ -233,10 +233,12 @@ QString GedcomReader::sharedValue(const char* line, qsizetype length, qsizetype 
 
 QString GedcomReader::untrimmedValue(const char* line, qsizetype length, qsizetype valueStart) const
 {
-    return valueStart < length ? decoder_.decode(line + valueStart, length - valueStart) : QString();
+    return valueStart < length ? decoder_.decode(line + valueStart, length - valueStart)
+                               : QString();
 }
 
-void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype length, qsizetype valueStart)
+void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype length,
+                              qsizetype valueStart)
 {
     level1Tag_ = tag;
     switch (recordType_) {
@@ -263,7 +265,8 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
                 person.spouseFamilyId[size_t(k)] = number;
             });
         } else if (tag == "FAMC") {
-            trap([&] { person.childFamilyId = crossReferenceNumber(line, length, valueStart - 1); });
+            trap(
+                [&] { person.childFamilyId = crossReferenceNumber(line, length, valueStart - 1); });
         } else if (tag == "NOTE") {
             person.note = untrimmedValue(line, length, valueStart);
         }
@@ -309,12 +312,12 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
         break;
     }
     case RecordType::None:
-    case RecordType::Skipped:
-        break;
+    case RecordType::Skipped: break;
     }
 }
 
-void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype length, qsizetype valueStart)
+void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype length,
+                              qsizetype valueStart)
 {
     switch (recordType_) {
     case RecordType::Head:
@@ -351,8 +354,7 @@ void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype 
                 family.marriagePlace = sharedValue(line, length, valueStart);
         }
         break;
-    default:
-        break;
+    default: break;
     }
 }
 
@@ -366,7 +368,8 @@ void GedcomReader::resolveCrossReferences()
             trap([&] {
                 if (k > Individual::maxSpouseFamilies)
                     raiseFault(RuntimeFault::SubscriptOutOfRange);
-                person.spouseFamilyIndex[size_t(k)] = store_.famIndexFromId(person.spouseFamilyId[size_t(k)]);
+                person.spouseFamilyIndex[size_t(k)] =
+                    store_.famIndexFromId(person.spouseFamilyId[size_t(k)]);
             });
         }
         trap([&] { person.childFamilyIndex = store_.famIndexFromId(person.childFamilyId); });

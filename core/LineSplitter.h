@@ -45,7 +45,8 @@ private:
         const __m128i lf = _mm_set1_epi8('\n');
         while (end_ - p >= 16) {
             const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-            const int hits = _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(block, cr), _mm_cmpeq_epi8(block, lf)));
+            const int hits = _mm_movemask_epi8(
+                _mm_or_si128(_mm_cmpeq_epi8(block, cr), _mm_cmpeq_epi8(block, lf)));
             if (hits)
                 return p + std::countr_zero(unsigned(hits));
             p += 16;

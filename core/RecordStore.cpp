@@ -101,7 +101,8 @@ void RecordStore::indexIds()
 }
 
 template <typename Record>
-const Record& recordAt(const std::vector<Record>& table, int32_t slot, int32_t capacity, const Record& empty)
+const Record& recordAt(const std::vector<Record>& table, int32_t slot, int32_t capacity,
+                       const Record& empty)
 {
     if (slot < 0 || slot > capacity)
         raiseFault(RuntimeFault::SubscriptOutOfRange);
@@ -118,9 +119,15 @@ const Family& RecordStore::family(int32_t slot) const
     return recordAt(families_, slot, familyCapacity, emptyFamily);
 }
 
-const Source& RecordStore::source(int32_t slot) const { return recordAt(sources_, slot, sourceCapacity, emptySource); }
+const Source& RecordStore::source(int32_t slot) const
+{
+    return recordAt(sources_, slot, sourceCapacity, emptySource);
+}
 
-const Note& RecordStore::note(int32_t slot) const { return recordAt(notes_, slot, noteCapacity, emptyNote); }
+const Note& RecordStore::note(int32_t slot) const
+{
+    return recordAt(notes_, slot, noteCapacity, emptyNote);
+}
 
 int32_t RecordStore::indIndexFromId(int32_t id) const { return individualIds_.find(id); }
 

@@ -35,7 +35,10 @@ struct Individual {
     int32_t descGenerations = 0;
 
     // Number of FAMS entries actually stored (the count may run past 10).
-    int storedSpouseFamilies() const { return spouseFamilyCount < maxSpouseFamilies ? spouseFamilyCount : maxSpouseFamilies; }
+    int storedSpouseFamilies() const
+    {
+        return spouseFamilyCount < maxSpouseFamilies ? spouseFamilyCount : maxSpouseFamilies;
+    }
 };
 
 struct Family {
@@ -136,8 +139,8 @@ private:
     // ascending every correct search gives the same slot, so a direct table
     // from id to slot answers instead.
     struct IdIndex {
-        std::vector<int32_t> ids;     // element k is the id of slot k
-        std::vector<int32_t> byId;    // slot of each id, when `direct`
+        std::vector<int32_t> ids;   // element k is the id of slot k
+        std::vector<int32_t> byId;  // slot of each id, when `direct`
         bool direct = false;
 
         // Fills the index in place: reusing the buffers keeps a reload from

@@ -52,7 +52,8 @@ double leadingNumber(QStringView text)
 
 double leadingNumber(const char* bytes, qsizetype length)
 {
-    return leadingNumberOf(length, [bytes](qsizetype i) { return char16_t(static_cast<unsigned char>(bytes[i])); });
+    return leadingNumberOf(
+        length, [bytes](qsizetype i) { return char16_t(static_cast<unsigned char>(bytes[i])); });
 }
 
 bool isWholeNumber(QStringView text)

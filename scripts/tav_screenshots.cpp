@@ -7,13 +7,13 @@
 #include "ui/browser/BrowserWindow.h"
 #include "ui/find/FindWindow.h"
 
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
 #include "ui/main/HeaderInformation.h"
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
 
 #include <QApplication>
 #include <QDir>
@@ -64,9 +64,11 @@ int main(int argc, char* argv[])
 
     // The relationship of the first individual with a parent to that parent.
     int32_t child = 1;
-    while (child < session.records.individualCount() && session.records.individual(child).childFamilyIndex == 0)
+    while (child < session.records.individualCount() &&
+           session.records.individual(child).childFamilyIndex == 0)
         ++child;
-    const tav::Family& family = session.records.family(session.records.individual(child).childFamilyIndex);
+    const tav::Family& family =
+        session.records.family(session.records.individual(child).childFamilyIndex);
     session.curInd = family.husbandIndex ? family.husbandIndex : family.wifeIndex;
     window.findRelationshipAction()->trigger();
     session.curInd = child;
@@ -83,10 +85,12 @@ int main(int argc, char* argv[])
         save(window.windows().browser(), name);
     };
     int32_t noted = 1;
-    while (noted < session.records.individualCount() && session.records.individual(noted).note.isEmpty())
+    while (noted < session.records.individualCount() &&
+           session.records.individual(noted).note.isEmpty())
         ++noted;
     browse("IND", noted, "browser-individual");
-    browse("FAM", std::max(1, session.records.individual(noted).childFamilyIndex), "browser-family");
+    browse("FAM", std::max(1, session.records.individual(noted).childFamilyIndex),
+           "browser-family");
     if (session.records.sourceCount() > 0)
         browse("SOU", 1, "browser-source");
     if (session.records.noteCount() > 0)
@@ -120,7 +124,8 @@ int main(int argc, char* argv[])
     options.close();
 
     QMessageBox header(QMessageBox::NoIcon, tav::headerInformationTitle(),
-                       tav::headerInformationLines(session.records).join(QLatin1Char('\n')), QMessageBox::Ok, &window);
+                       tav::headerInformationLines(session.records).join(QLatin1Char('\n')),
+                       QMessageBox::Ok, &window);
     save(&header, "header-box");
     return 0;
 }

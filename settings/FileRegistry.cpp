@@ -73,7 +73,10 @@ private:
     static constexpr int32_t notFound = 2;
     static constexpr int32_t accessDenied = 5;
 
-    static QString keyName(int64_t root, const QString& path) { return rootName(root) + QLatin1Char('\\') + path; }
+    static QString keyName(int64_t root, const QString& path)
+    {
+        return rootName(root) + QLatin1Char('\\') + path;
+    }
 
     int32_t store()
     {
@@ -93,6 +96,9 @@ private:
 
 }  // namespace
 
-std::unique_ptr<RegistryBackend> makeFileRegistry(const QString& path) { return std::make_unique<FileRegistry>(path); }
+std::unique_ptr<RegistryBackend> makeFileRegistry(const QString& path)
+{
+    return std::make_unique<FileRegistry>(path);
+}
 
 }  // namespace tav

@@ -39,7 +39,8 @@ QString keyOf(const QString& line)
 
 }  // namespace
 
-QString IniFile::readString(const QString& section, const QString& key, const QString& fallback) const
+QString IniFile::readString(const QString& section, const QString& key,
+                            const QString& fallback) const
 {
     bool inSection = false;
     for (const QString& line : readLines(path_)) {
@@ -49,7 +50,8 @@ QString IniFile::readString(const QString& section, const QString& key, const QS
         }
         if (inSection && keyOf(line).compare(key, Qt::CaseInsensitive) == 0) {
             QString value = line.mid(line.indexOf(QLatin1Char('=')) + 1).trimmed();
-            if (value.size() >= 2 && value.startsWith(QLatin1Char('"')) && value.endsWith(QLatin1Char('"')))
+            if (value.size() >= 2 && value.startsWith(QLatin1Char('"')) &&
+                value.endsWith(QLatin1Char('"')))
                 value = value.mid(1, value.size() - 2);
             return value.left(254);
         }

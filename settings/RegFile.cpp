@@ -119,8 +119,8 @@ QString valueText(const RegFile::Value& value)
         // Written as text when it reads back the same, else as raw bytes.
         const QByteArray body = value.data.endsWith('\0') ? value.data.chopped(1) : value.data;
         const QString text = QString::fromUtf8(body);
-        if (!body.contains('\0') && !text.contains(QLatin1Char('\n')) && !text.contains(QLatin1Char('\r')) &&
-            text.toUtf8() == body && value.data.endsWith('\0'))
+        if (!body.contains('\0') && !text.contains(QLatin1Char('\n')) &&
+            !text.contains(QLatin1Char('\r')) && text.toUtf8() == body && value.data.endsWith('\0'))
             return name + QLatin1Char('=') + quoted(text);
         break;
     }

@@ -14,8 +14,8 @@ public:
     virtual ~RegistryBackend() = default;
 
     virtual int32_t openKey(int64_t root, const QString& path) = 0;
-    virtual int32_t queryValue(int64_t root, const QString& path, const QString& name, uint32_t& type,
-                               QByteArray& data) = 0;
+    virtual int32_t queryValue(int64_t root, const QString& path, const QString& name,
+                               uint32_t& type, QByteArray& data) = 0;
     virtual int32_t createKey(int64_t root, const QString& path) = 0;
     virtual int32_t setValue(int64_t root, const QString& path, const QString& name, uint32_t type,
                              const QByteArray& data) = 0;

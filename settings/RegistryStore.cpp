@@ -74,8 +74,9 @@ int64_t RegistryStore::rootKeyFromName(const QString& name)
     return !name.isEmpty() && QFileInfo(name).isFile() ? iniFileRoot : 0;
 }
 
-int32_t RegistryStore::regRead(const QString& root, const QString& keyPath, const QString& valueName,
-                               const QString& typeCode, const QVariant& defaultValue, QVariant& result)
+int32_t RegistryStore::regRead(const QString& root, const QString& keyPath,
+                               const QString& valueName, const QString& typeCode,
+                               const QVariant& defaultValue, QVariant& result)
 {
     result = defaultValue;
     const int64_t rootKey = rootKeyFromName(root);
@@ -113,8 +114,9 @@ int32_t RegistryStore::regRead(const QString& root, const QString& keyPath, cons
     return 0;
 }
 
-int32_t RegistryStore::regWrite(const QString& root, const QString& keyPath, const QString& valueName,
-                                const QString& typeCode, const QVariant& value)
+int32_t RegistryStore::regWrite(const QString& root, const QString& keyPath,
+                                const QString& valueName, const QString& typeCode,
+                                const QVariant& value)
 {
     const int64_t rootKey = rootKeyFromName(root);
     if (rootKey == 0)
@@ -130,7 +132,8 @@ int32_t RegistryStore::regWrite(const QString& root, const QString& keyPath, con
         return status;
     try {
         if (code == QLatin1String("S"))
-            status = backend_->setValue(rootKey, keyPath, valueName, typeString, value.toString().toUtf8() + '\0');
+            status = backend_->setValue(rootKey, keyPath, valueName, typeString,
+                                        value.toString().toUtf8() + '\0');
         else if (code == QLatin1String("B"))
             status = backend_->setValue(rootKey, keyPath, valueName, typeBinary,
                                         littleEndianBytes(value.toBool() ? -1 : 0, 2));

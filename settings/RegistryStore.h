@@ -41,10 +41,10 @@ public:
     // case), 1 for the path of an existing file, 0 for anything else.
     static int64_t rootKeyFromName(const QString& name);
 
-    int32_t regRead(const QString& root, const QString& keyPath, const QString& valueName, const QString& typeCode,
-                    const QVariant& defaultValue, QVariant& result);
-    int32_t regWrite(const QString& root, const QString& keyPath, const QString& valueName, const QString& typeCode,
-                     const QVariant& value);
+    int32_t regRead(const QString& root, const QString& keyPath, const QString& valueName,
+                    const QString& typeCode, const QVariant& defaultValue, QVariant& result);
+    int32_t regWrite(const QString& root, const QString& keyPath, const QString& valueName,
+                     const QString& typeCode, const QVariant& value);
 
     // While a batch is open, writes to the registry file are collected and
     // the file is replaced once, when the batch closes.

@@ -12,7 +12,8 @@ const QString root = QStringLiteral("HKCU");
 const QString generalKey = QStringLiteral("Software\\Wendrake\\Tav\\General");
 const QString treeKey = QStringLiteral("Software\\Wendrake\\Tav\\Tree");
 
-QString readText(RegistryStore& store, const QString& key, const QString& name, const QString& fallback)
+QString readText(RegistryStore& store, const QString& key, const QString& name,
+                 const QString& fallback)
 {
     QVariant value;
     store.regRead(root, key, name, QStringLiteral("S"), fallback, value);
@@ -56,16 +57,21 @@ void loadSettings(Settings& settings, RegistryStore& store, const QString& secti
         int i = 0;
         do {
             ++i;
-            settings.recentFiles[size_t(i)] = readText(store, generalKey, recentFileValueName(i), QString());
-        } while (!settings.recentFiles[size_t(i)].trimmed().isEmpty() && i < Settings::maxRecentFiles);
+            settings.recentFiles[size_t(i)] =
+                readText(store, generalKey, recentFileValueName(i), QString());
+        } while (!settings.recentFiles[size_t(i)].trimmed().isEmpty() &&
+                 i < Settings::maxRecentFiles);
         settings.recentCount = settings.recentFiles[size_t(i)].isEmpty() ? i - 1 : i;
-        settings.autoLoadFile = readText(store, generalKey, QStringLiteral("AutoLoadFile"), QString());
+        settings.autoLoadFile =
+            readText(store, generalKey, QStringLiteral("AutoLoadFile"), QString());
         settings.SurnameStyle = readNumber(store, generalKey, QStringLiteral("SurnameStyle"), 2);
         settings.SurnamePosn = readNumber(store, generalKey, QStringLiteral("SurnamePosn"), 2);
         settings.dirLast = readText(store, generalKey, QStringLiteral("dirLast"), QString());
     }
     if (all || section == QLatin1String("Tree")) {
-        forEachTreeFlag(settings, [&](const QString& name, bool& flag) { flag = readFlag(store, name, false); });
+        forEachTreeFlag(settings, [&](const QString& name, bool& flag) {
+            flag = readFlag(store, name, false);
+        });
         settings.FontSize = readNumber(store, treeKey, QStringLiteral("FontSize"), 2);
     }
 }
@@ -75,7 +81,8 @@ void saveSettings(const Settings& settings, RegistryStore& store)
     const RegistryStore::Batch batch(store);
     const QString text = QStringLiteral("S"), number = QStringLiteral("D");
     for (int i = 1; i <= Settings::maxRecentFiles; ++i)
-        store.regWrite(root, generalKey, recentFileValueName(i), text, settings.recentFiles[size_t(i)]);
+        store.regWrite(root, generalKey, recentFileValueName(i), text,
+                       settings.recentFiles[size_t(i)]);
     store.regWrite(root, generalKey, QStringLiteral("AutoLoadFile"), text, settings.autoLoadFile);
     store.regWrite(root, generalKey, QStringLiteral("SurnameStyle"), number, settings.SurnameStyle);
     store.regWrite(root, generalKey, QStringLiteral("SurnamePosn"), number, settings.SurnamePosn);

@@ -7,14 +7,18 @@ namespace tav {
 
 namespace {
 
-HKEY rootHandle(int64_t root) { return reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<LONG>(root))); }
+HKEY rootHandle(int64_t root)
+{
+    return reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<LONG>(root)));
+}
 
 class SystemRegistry : public RegistryBackend {
 public:
     int32_t openKey(int64_t root, const QString& path) override
     {
         HKEY key = nullptr;
-        const LONG status = RegOpenKeyExA(rootHandle(root), path.toLocal8Bit().constData(), 0, KEY_QUERY_VALUE, &key);
+        const LONG status = RegOpenKeyExA(rootHandle(root), path.toLocal8Bit().constData(), 0,
+                                          KEY_QUERY_VALUE, &key);
         if (status == ERROR_SUCCESS)
             RegCloseKey(key);
         return status;
@@ -24,7 +28,8 @@ public:
                        QByteArray& data) override
     {
         HKEY key = nullptr;
-        LONG status = RegOpenKeyExA(rootHandle(root), path.toLocal8Bit().constData(), 0, KEY_QUERY_VALUE, &key);
+        LONG status = RegOpenKeyExA(rootHandle(root), path.toLocal8Bit().constData(), 0,
+                                    KEY_QUERY_VALUE, &key);
         if (status != ERROR_SUCCESS)
             return status;
         const QByteArray valueName = name.toLocal8Bit();
@@ -44,9 +49,9 @@ public:
     int32_t createKey(int64_t root, const QString& path) override
     {
         HKEY key = nullptr;
-        const LONG status = RegCreateKeyExA(rootHandle(root), path.toLocal8Bit().constData(), 0, nullptr,
-                                            REG_OPTION_NON_VOLATILE, KEY_SET_VALUE | KEY_CREATE_SUB_KEY, nullptr, &key,
-                                            nullptr);
+        const LONG status = RegCreateKeyExA(
+            rootHandle(root), path.toLocal8Bit().constData(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+            KEY_SET_VALUE | KEY_CREATE_SUB_KEY, nullptr, &key, nullptr);
         if (status == ERROR_SUCCESS)
             RegCloseKey(key);
         return status;
@@ -57,12 +62,13 @@ public:
     {
         HKEY key = nullptr;
         LONG status = RegCreateKeyExA(rootHandle(root), path.toLocal8Bit().constData(), 0, nullptr,
-                                      REG_OPTION_NON_VOLATILE, KEY_SET_VALUE | KEY_CREATE_SUB_KEY, nullptr, &key,
-                                      nullptr);
+                                      REG_OPTION_NON_VOLATILE, KEY_SET_VALUE | KEY_CREATE_SUB_KEY,
+                                      nullptr, &key, nullptr);
         if (status != ERROR_SUCCESS)
             return status;
-        status = RegSetValueExA(key, name.toLocal8Bit().constData(), 0, type,
-                                reinterpret_cast<const BYTE*>(data.constData()), DWORD(data.size()));
+        status =
+            RegSetValueExA(key, name.toLocal8Bit().constData(), 0, type,
+                           reinterpret_cast<const BYTE*>(data.constData()), DWORD(data.size()));
         RegCloseKey(key);
         return status;
     }

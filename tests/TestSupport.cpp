@@ -20,7 +20,8 @@ QByteArray gedcomText(std::initializer_list<const char*> lines, const char* eol)
 
 QString sharedGedcomFile(const char* name)
 {
-    const QString path = QDir(QStringLiteral(TAV_SHARED_GEDCOM_DIR)).filePath(QString::fromLatin1(name));
+    const QString path =
+        QDir(QStringLiteral(TAV_SHARED_GEDCOM_DIR)).filePath(QString::fromLatin1(name));
     return QFileInfo::exists(path) ? path : QString();
 }
 

@@ -3,10 +3,10 @@
 #include "app/Messages.h"
 #include "app/Session.h"
 
+#include "tests/QtPrinters.h"
 #include <QByteArray>
 #include <QString>
 #include <QTemporaryDir>
-#include "tests/QtPrinters.h"
 
 #include <gtest/gtest.h>
 #include <initializer_list>
@@ -39,7 +39,7 @@ protected:
 }  // namespace tav::test
 
 // Skips the test when the real files are not beside the project.
-#define TAV_REQUIRE_SHARED_FILE(var, name)                                    \
-    const QString var = ::tav::test::sharedGedcomFile(name);                  \
-    if (var.isEmpty())                                                        \
+#define TAV_REQUIRE_SHARED_FILE(var, name)                                                         \
+    const QString var = ::tav::test::sharedGedcomFile(name);                                       \
+    if (var.isEmpty())                                                                             \
     GTEST_SKIP() << "../shared/gedcom/" << name << " is not present"

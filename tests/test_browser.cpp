@@ -19,18 +19,52 @@ QStringList rows(const BrowserLogic& b)
     return lines;
 }
 
-const QByteArray records = gedcomText({
-    "0 @I1@ INDI", "1 NAME John /smith/", "1 SEX M", "1 OCCU Miller", "1 BIRT", "2 DATE 3 MAR 1850", "2 PLAC Leeds",
-    "1 DEAT", "2 DATE 1 JAN 1914", "1 FAMS @F2@", "1 FAMS @F1@", "1 FAMS @F9@", "1 FAMC @F3@", "1 NOTE @N7@",
-    "0 @I2@ INDI", "1 NAME Ann /Lee/", "1 BIRT", "2 DATE ABT 1850", "1 NOTE Kind and clever.", "2 CONT A weaver.",
-    "0 @I3@ INDI", "1 NAME Tom /Smith/", "1 BIRT", "2 DATE 21 NOV 1996", "1 FAMC @F1@",
-    "0 @I4@ INDI",
-    "0 @F1@ FAM", "1 HUSB @I1@", "1 WIFE @I2@", "1 CHIL @I3@", "1 CHIL @I8@", "1 MARR", "2 DATE 1875", "2 PLAC York",
-    "0 @F2@ FAM", "1 HUSB @I1@", "1 DIV",
-    "0 @F3@ FAM",
-    "0 @S12@ SOUR", "1 TITL Parish register", "1 PUBL 1950", "1 NOTE @N8@",
-    "0 @N7@ NOTE", "1 CONC About John.",
-    "0 @N8@ NOTE", "1 CONC Register note."});
+const QByteArray records = gedcomText({"0 @I1@ INDI",
+                                       "1 NAME John /smith/",
+                                       "1 SEX M",
+                                       "1 OCCU Miller",
+                                       "1 BIRT",
+                                       "2 DATE 3 MAR 1850",
+                                       "2 PLAC Leeds",
+                                       "1 DEAT",
+                                       "2 DATE 1 JAN 1914",
+                                       "1 FAMS @F2@",
+                                       "1 FAMS @F1@",
+                                       "1 FAMS @F9@",
+                                       "1 FAMC @F3@",
+                                       "1 NOTE @N7@",
+                                       "0 @I2@ INDI",
+                                       "1 NAME Ann /Lee/",
+                                       "1 BIRT",
+                                       "2 DATE ABT 1850",
+                                       "1 NOTE Kind and clever.",
+                                       "2 CONT A weaver.",
+                                       "0 @I3@ INDI",
+                                       "1 NAME Tom /Smith/",
+                                       "1 BIRT",
+                                       "2 DATE 21 NOV 1996",
+                                       "1 FAMC @F1@",
+                                       "0 @I4@ INDI",
+                                       "0 @F1@ FAM",
+                                       "1 HUSB @I1@",
+                                       "1 WIFE @I2@",
+                                       "1 CHIL @I3@",
+                                       "1 CHIL @I8@",
+                                       "1 MARR",
+                                       "2 DATE 1875",
+                                       "2 PLAC York",
+                                       "0 @F2@ FAM",
+                                       "1 HUSB @I1@",
+                                       "1 DIV",
+                                       "0 @F3@ FAM",
+                                       "0 @S12@ SOUR",
+                                       "1 TITL Parish register",
+                                       "1 PUBL 1950",
+                                       "1 NOTE @N8@",
+                                       "0 @N7@ NOTE",
+                                       "1 CONC About John.",
+                                       "0 @N8@ NOTE",
+                                       "1 CONC Register note."});
 
 }  // namespace
 
@@ -68,36 +102,40 @@ TEST_F(BrowserTest, IndividualGrids)
 {
     show("IND", 1);
     EXPECT_EQ(browser.caption(), QStringLiteral("Smith, John (1)"));
-    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.| 1", "Name|Smith, John", "Sex|M", "Occ|Miller",
-                                          "Birth date|3 MAR 1850", "Birth place|Leeds", "Death date|1 JAN 1914",
-                                          "Fams 1| 2", "Fams 2| 1", "Fams 3| 0", "Famc| 3", "Age | 63 at death",
-                                          "Note |@N7@"}));
+    EXPECT_EQ(rows(browser),
+              QStringList({"Item|Details", "No.| 1", "Name|Smith, John", "Sex|M", "Occ|Miller",
+                           "Birth date|3 MAR 1850", "Birth place|Leeds", "Death date|1 JAN 1914",
+                           "Fams 1| 2", "Fams 2| 1", "Fams 3| 0", "Famc| 3", "Age | 63 at death",
+                           "Note |@N7@"}));
     show("IND", 2);
-    EXPECT_EQ(rows(browser).mid(8), QStringList({"Age |Cannot calculate", "Note |Kind and clever.\r\nA weaver."}));
+    EXPECT_EQ(rows(browser).mid(8),
+              QStringList({"Age |Cannot calculate", "Note |Kind and clever.\r\nA weaver."}));
     show("IND", 3);
     EXPECT_EQ(rows(browser).mid(8), QStringList({"Famc| 1", "Age | 30 now"}));
     show("IND", 4);
     EXPECT_EQ(browser.rowCount(), 9) << "no links, no note: rows 0 to 7 and the age";
     EXPECT_EQ(browser.caption(), QStringLiteral("? (4)"));
     show("IND", 400);
-    EXPECT_EQ(browser.caption(), QStringLiteral("? (400)")) << "an empty slot within the table's capacity";
+    EXPECT_EQ(browser.caption(), QStringLiteral("? (400)"))
+        << "an empty slot within the table's capacity";
 }
 
 TEST_F(BrowserTest, FamilySourceAndNoteGrids)
 {
     show("FAM", 1);
     EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
-    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|1", "Husband|Smith, John|1", "Wife|Lee, Ann|2",
-                                          "Child 1|Smith, Tom|3", "Child 2|?|0", "Marr. date|1875", "Marr. place|York",
-                                          "Divorce?|No"}));
+    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|1", "Husband|Smith, John|1",
+                                          "Wife|Lee, Ann|2", "Child 1|Smith, Tom|3", "Child 2|?|0",
+                                          "Marr. date|1875", "Marr. place|York", "Divorce?|No"}));
     show("FAM", 2);
-    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|2", "Husband|Smith, John|1", "Wife|?|0",
-                                          "Marr. date|", "Marr. place|", "Divorce?|Yes"}))
+    EXPECT_EQ(rows(browser),
+              QStringList({"Item|Details", "No.|2", "Husband|Smith, John|1", "Wife|?|0",
+                           "Marr. date|", "Marr. place|", "Divorce?|Yes"}))
         << "a childless family has 7 rows";
     show("SOU", 1);
     EXPECT_EQ(browser.caption(), QStringLiteral("Source (S12)"));
-    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|S12", "Title|Parish register", "Author|", "Publ|1950",
-                                          "Note|@N8@"}));
+    EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|S12", "Title|Parish register",
+                                          "Author|", "Publ|1950", "Note|@N8@"}));
     show("NOT", 2);
     EXPECT_EQ(browser.caption(), QStringLiteral("Note 2")) << "the caption gives the slot";
     EXPECT_EQ(rows(browser), QStringList({"Item|Details", "No.|N8", "Note|Register note."}));
@@ -113,7 +151,8 @@ TEST_F(BrowserTest, ListsHaveARowForEveryRecord)
     EXPECT_EQ(rows(browser).value(1), QStringLiteral("1|3 MAR 1850  Leeds"));
     EXPECT_EQ(rows(browser).value(4), QStringLiteral("4|  "));
     show("ALLFAMS");
-    EXPECT_EQ(rows(browser), QStringList({"Number|Family", "1|Smith, John & Lee, Ann", "2|Smith, John & ?", "3|? & ?"}));
+    EXPECT_EQ(rows(browser), QStringList({"Number|Family", "1|Smith, John & Lee, Ann",
+                                          "2|Smith, John & ?", "3|? & ?"}));
     show("ALLMARR");
     EXPECT_EQ(browser.caption(), QStringLiteral("All marriages and places"));
     show("ALLNOTS");
@@ -143,9 +182,11 @@ TEST_F(BrowserTest, RowsFollowTheirLinks)
     EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::Text});
     EXPECT_EQ(browser.caption(), QStringLiteral("Lee, Ann (2)"));
 
-    for (const auto& [list, row, caption] :
-         {std::tuple{"ALLOCCU", 3, "Smith, Tom (3)"}, {"ALLDEAT", 1, "Smith, John (1)"}, {"ALLMARR", 2, "Family (2)"},
-          {"ALLSOUR", 1, "Source (S12)"}, {"ALLNOTS", 2, "Note 2"}}) {
+    for (const auto& [list, row, caption] : {std::tuple{"ALLOCCU", 3, "Smith, Tom (3)"},
+                                             {"ALLDEAT", 1, "Smith, John (1)"},
+                                             {"ALLMARR", 2, "Family (2)"},
+                                             {"ALLSOUR", 1, "Source (S12)"},
+                                             {"ALLNOTS", 2, "Note 2"}}) {
         show(list);
         browser.rowClicked(0);
         EXPECT_EQ(session.viewKind, QString::fromLatin1(list)) << "the heading row opens nothing";
@@ -178,7 +219,8 @@ TEST_F(BrowserTest, BackForwardPreviousNextAndListAll)
     EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*IND00003*FAM00001"));
     browser.moveBackForward(QStringLiteral("Forward"));
     EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
-    EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*IND00002")) << "a piece of the back history";
+    EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*IND00002"))
+        << "a piece of the back history";
     EXPECT_TRUE(browser.forwardEnabled());
     browser.moveBackForward(QStringLiteral("Back"));
     browser.moveBackForward(QStringLiteral("Forward"));  // family again
@@ -209,7 +251,8 @@ TEST_F(BrowserTest, SlotsComeBackFromTheirLastThreeDigits)
 {
     QByteArray many;
     for (int i = 1; i <= 1234; ++i)
-        many += "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME P" + QByteArray::number(i) + " /Q/\n";
+        many +=
+            "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME P" + QByteArray::number(i) + " /Q/\n";
     many += "0 @F1@ FAM\n";
     ASSERT_TRUE(load(many));
     show("IND", 1234);

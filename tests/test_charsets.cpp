@@ -22,7 +22,8 @@ QByteArray utf16(const QString& text, bool littleEndian)
     for (QChar c : text) {
         const char16_t u = c.unicode();
         const char lo = char(u & 0xFF), hi = char(u >> 8);
-        bytes += littleEndian ? QByteArray{&lo, 1} + QByteArray{&hi, 1} : QByteArray{&hi, 1} + QByteArray{&lo, 1};
+        bytes += littleEndian ? QByteArray{&lo, 1} + QByteArray{&hi, 1}
+                              : QByteArray{&hi, 1} + QByteArray{&lo, 1};
     }
     return bytes;
 }
@@ -41,12 +42,20 @@ protected:
 TEST_F(CharsetTest, EachDeclaredCharacterSetDecodesNames)
 {
     EXPECT_EQ(nameRead("UTF-8", "Jos\xC3\xA9 /M\xC3\xBCller/"), QStringLiteral(u"José /Müller/"));
-    EXPECT_EQ(nameRead("UTF8", "Zo\xC3\xAB /Dvo\xC5\x99\xC3\xA1k/"), QStringLiteral(u"Zoë /Dvořák/"));
+    EXPECT_EQ(nameRead("UTF8", "Zo\xC3\xAB /Dvo\xC5\x99\xC3\xA1k/"),
+              QStringLiteral(u"Zoë /Dvořák/"));
     // ANSEL puts the mark before its letter; the text holds composed letters.
-    EXPECT_EQ(nameRead("ANSEL", "Jos\xE2" "e /M\xE8uller/"), QStringLiteral(u"José /Müller/"));
-    EXPECT_EQ(nameRead("ANSEL", "Hans /\xA2rsted/ \xE9" "c\xF0" "c"), QStringLiteral(u"Hans /Ørsted/ čç"));
+    EXPECT_EQ(nameRead("ANSEL", "Jos\xE2"
+                                "e /M\xE8uller/"),
+              QStringLiteral(u"José /Müller/"));
+    EXPECT_EQ(nameRead("ANSEL", "Hans /\xA2rsted/ \xE9"
+                                "c\xF0"
+                                "c"),
+              QStringLiteral(u"Hans /Ørsted/ čç"));
     EXPECT_EQ(nameRead("ANSI", "Jos\xE9 /M\xFCller/ \x8C"), QStringLiteral(u"José /Müller/ Œ"));
-    EXPECT_EQ(nameRead("WINDOWS", "Ren\xE9" "e /L\xE9vy/"), QStringLiteral(u"Renée /Lévy/"));
+    EXPECT_EQ(nameRead("WINDOWS", "Ren\xE9"
+                                  "e /L\xE9vy/"),
+              QStringLiteral(u"Renée /Lévy/"));
     EXPECT_EQ(nameRead("IBMPC", "Jos\x82 /M\x81ller/"), QStringLiteral(u"José /Müller/"));
     EXPECT_EQ(nameRead("IBM DOS", "Fran\x87ois /\x9D/"), QStringLiteral(u"François /¥/"));
     EXPECT_EQ(nameRead("CP850", "Hans /\x9Drsted/"), QStringLiteral(u"Hans /Ørsted/"));
@@ -80,8 +89,9 @@ TEST_F(CharsetTest, ByteOrderMarkIsSkippedSoTheHeaderIsRead)
 
 TEST_F(CharsetTest, Utf16FilesInEitherByteOrderAreRead)
 {
-    const QString text = QStringLiteral(u"0 HEAD\r\n1 CHAR UNICODE\r\n0 @I1@ INDI\r\n1 NAME Łukasz /Żak/\r\n"
-                                        u"0 @I2@ INDI\r\n1 NAME 李 /王/\r\n");
+    const QString text =
+        QStringLiteral(u"0 HEAD\r\n1 CHAR UNICODE\r\n0 @I1@ INDI\r\n1 NAME Łukasz /Żak/\r\n"
+                       u"0 @I2@ INDI\r\n1 NAME 李 /王/\r\n");
     for (bool little : {true, false}) {
         ASSERT_TRUE(load(utf16(text, little)));
         EXPECT_EQ(session.records.individualCount(), 2);
@@ -97,10 +107,10 @@ TEST_F(CharsetTest, Utf16FilesInEitherByteOrderAreRead)
 TEST_F(CharsetTest, CrLfLfAndCrLineEndsReadAlike)
 {
     for (const char* eol : {"\r\n", "\n", "\r"}) {
-        const QByteArray text = tav::test::gedcomText(
-            {"0 HEAD", "0 @I1@ INDI", "1 NAME Ann /Lee/", "1 NOTE a", "2 CONT b", "1 FAMS @F1@", "0 @F1@ FAM",
-             "1 WIFE @I1@", "0 TRLR"},
-            eol);
+        const QByteArray text = tav::test::gedcomText({"0 HEAD", "0 @I1@ INDI", "1 NAME Ann /Lee/",
+                                                       "1 NOTE a", "2 CONT b", "1 FAMS @F1@",
+                                                       "0 @F1@ FAM", "1 WIFE @I1@", "0 TRLR"},
+                                                      eol);
         ASSERT_TRUE(load(text));
         EXPECT_EQ(session.records.individualCount(), 1) << "eol " << int(eol[0]);
         EXPECT_EQ(ind(1).name, QStringLiteral("Ann /Lee/"));

@@ -30,9 +30,10 @@ class CliTest : public tav::test::SessionTest {};
 
 TEST_F(CliTest, InfoPrintsCaptionCountsAndHeader)
 {
-    const QString path = writeFile(tav::test::gedcomText({"0 HEAD", "1 DATE 5 MAY 2005", "1 CHAR ANSI", "0 @I1@ INDI",
-                                                           "0 @I2@ INDI", "0 @F1@ FAM", "0 @S1@ SOUR", "0 @N1@ NOTE"}),
-                                   "info.ged");
+    const QString path = writeFile(
+        tav::test::gedcomText({"0 HEAD", "1 DATE 5 MAY 2005", "1 CHAR ANSI", "0 @I1@ INDI",
+                               "0 @I2@ INDI", "0 @F1@ FAM", "0 @S1@ SOUR", "0 @N1@ NOTE"}),
+        "info.ged");
     const CliResult r = runTavCli({QStringLiteral("info"), path});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, QStringList({path + " (2 individuals, 1 families)", "Sources: 1", "Notes: 1",
@@ -42,12 +43,13 @@ TEST_F(CliTest, InfoPrintsCaptionCountsAndHeader)
 
 TEST_F(CliTest, LoadMessagesGoToStandardErrorInOrder)
 {
-    const QString path =
-        writeFile(tav::test::gedcomText({"0 HEAD", "0 @I1@ INDI", "1 FAMS F1", "0 @F1@ FAM", "1 HUSB @I99999999999@"}),
-                  "faults.ged");
+    const QString path = writeFile(tav::test::gedcomText({"0 HEAD", "0 @I1@ INDI", "1 FAMS F1",
+                                                          "0 @F1@ FAM", "1 HUSB @I99999999999@"}),
+                                   "faults.ged");
     const CliResult r = runTavCli({QStringLiteral("info"), path});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.err, QStringList({"Error no:  5 Invalid procedure call or argument", "Error no:  6 Overflow"}));
+    EXPECT_EQ(r.err, QStringList({"Error no:  5 Invalid procedure call or argument",
+                                  "Error no:  6 Overflow"}));
     EXPECT_EQ(r.out.value(3), QStringLiteral("Version: not available"));
     EXPECT_EQ(r.out.value(5), QStringLiteral("Char set: Unknown"));
 }
@@ -57,7 +59,8 @@ TEST_F(CliTest, MissingFilesAndBadUsageHaveTheirOwnExitStatus)
     const QString missing = dir.filePath(QStringLiteral("none.ged"));
     CliResult r = runTavCli({QStringLiteral("info"), missing});
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.err, QStringList{QStringLiteral("Cannot open %1: No such file or directory").arg(missing)});
+    EXPECT_EQ(r.err, QStringList{
+                         QStringLiteral("Cannot open %1: No such file or directory").arg(missing)});
     EXPECT_TRUE(r.out.isEmpty());
 
     EXPECT_EQ(runTavCli({}).status, 2);
@@ -70,16 +73,20 @@ TEST_F(CliTest, MissingFilesAndBadUsageHaveTheirOwnExitStatus)
 
 TEST_F(CliTest, RelateAndDescendantsPrintTheViewersTexts)
 {
-    const QString path = writeFile(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /smith/", "1 SEX F", "1 FAMS @F1@",
-                                                           "0 @I2@ INDI", "1 NAME Ben /Smith/", "1 SEX M", "1 FAMC @F1@",
-                                                           "0 @F1@ FAM", "1 WIFE @I1@", "1 CHIL @I2@"}),
-                                   "relate.ged");
-    CliResult r = runTavCli({QStringLiteral("relate"), path, QStringLiteral("1"), QStringLiteral("2")});
+    const QString path = writeFile(
+        tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /smith/", "1 SEX F", "1 FAMS @F1@",
+                               "0 @I2@ INDI", "1 NAME Ben /Smith/", "1 SEX M", "1 FAMC @F1@",
+                               "0 @F1@ FAM", "1 WIFE @I1@", "1 CHIL @I2@"}),
+        "relate.ged");
+    CliResult r =
+        runTavCli({QStringLiteral("relate"), path, QStringLiteral("1"), QStringLiteral("2")});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, QStringList({"Ann /smith/ is mother of Ben /Smith/", "", "Ben /Smith/ is son of Ann /smith/)", "",
-                                  "(Blood relations only)"}));
+    EXPECT_EQ(r.out,
+              QStringList({"Ann /smith/ is mother of Ben /Smith/", "",
+                           "Ben /Smith/ is son of Ann /smith/)", "", "(Blood relations only)"}));
     r = runTavCli({QStringLiteral("descendants"), path, QStringLiteral("1")});
-    EXPECT_EQ(r.out, QStringList({"Descendants: 1", "Spouses: 1", "Generations: 1", "Largest family: 1"}));
+    EXPECT_EQ(r.out,
+              QStringList({"Descendants: 1", "Spouses: 1", "Generations: 1", "Largest family: 1"}));
 
     // A slot past the table's capacity is the viewer's fault message and status 3.
     r = runTavCli({QStringLiteral("relate"), path, QStringLiteral("1"), QStringLiteral("40001")});
@@ -92,23 +99,28 @@ TEST_F(CliTest, RelateAndDescendantsPrintTheViewersTexts)
 
 TEST_F(CliTest, SurnamesFollowTheSettingsFileAndTheOptions)
 {
-    const QString path = writeFile(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /smith/"}), "names.ged");
+    const QString path =
+        writeFile(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /smith/"}), "names.ged");
     const QByteArray savedConfig = qgetenv("XDG_CONFIG_HOME");
     qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
-    writeFile("Windows Registry Editor Version 5.00\n\n[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\n"
+    writeFile("Windows Registry Editor Version "
+              "5.00\n\n[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\n"
               "\"SurnameStyle\"=dword:00000005\n\"SurnamePosn\"=dword:00000001\n",
               "Wendrake/Tav.reg");
-    const CliResult fromSettings = runTavCli({QStringLiteral("show"), path, QStringLiteral("IND"), QStringLiteral("1")});
-    const CliResult overridden = runTavCli({QStringLiteral("--surname-style"), QStringLiteral("4"), QStringLiteral("show"),
-                                            path, QStringLiteral("IND"), QStringLiteral("1"),
-                                            QStringLiteral("--surname-posn"), QStringLiteral("2")});
-    const CliResult badOption =
-        runTavCli({QStringLiteral("--surname-style"), QStringLiteral("five"), QStringLiteral("info"), path});
+    const CliResult fromSettings =
+        runTavCli({QStringLiteral("show"), path, QStringLiteral("IND"), QStringLiteral("1")});
+    const CliResult overridden =
+        runTavCli({QStringLiteral("--surname-style"), QStringLiteral("4"), QStringLiteral("show"),
+                   path, QStringLiteral("IND"), QStringLiteral("1"),
+                   QStringLiteral("--surname-posn"), QStringLiteral("2")});
+    const CliResult badOption = runTavCli(
+        {QStringLiteral("--surname-style"), QStringLiteral("five"), QStringLiteral("info"), path});
     qputenv("XDG_CONFIG_HOME", savedConfig);
     EXPECT_EQ(fromSettings.out.value(0), QStringLiteral("Ann  Smith (1)"));
     EXPECT_EQ(overridden.out.value(0), QStringLiteral("/SMITH/, Ann (1)"));
     EXPECT_EQ(badOption.status, 2);
-    EXPECT_EQ(runTavCli({QStringLiteral("info"), path, QStringLiteral("--surname-posn")}).status, 2);
+    EXPECT_EQ(runTavCli({QStringLiteral("info"), path, QStringLiteral("--surname-posn")}).status,
+              2);
 }
 
 TEST_F(CliTest, ShowPrintsTheBrowsersGridsOfRealFiles)
@@ -116,32 +128,40 @@ TEST_F(CliTest, ShowPrintsTheBrowsersGridsOfRealFiles)
     TAV_REQUIRE_SHARED_FILE(royal, "royal92.ged");
     // F14: HUSB I57, WIFE I52, CHIL I58 to I61, DIV N (a divorce, whatever its
     // value), MARR 20 NOV 1947 at Westminster Abbey.
-    CliResult r = runTavCli({QStringLiteral("show"), royal, QStringLiteral("FAM"), QStringLiteral("14")});
+    CliResult r =
+        runTavCli({QStringLiteral("show"), royal, QStringLiteral("FAM"), QStringLiteral("14")});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, QStringList({"Family (14)", "Item\tDetails", "No.\t14", "Husband\tMOUNTBATTEN, Philip\t57",
-                                  "Wife\tWINDSOR, Elizabeth_II Alexandra Mary\t52",
-                                  "Child 1\tWINDSOR, Charles Philip Arthur\t58",
-                                  "Child 2\tWINDSOR, Anne Elizabeth Alice\t59",
-                                  "Child 3\tWINDSOR, Andrew Albert Christian\t60",
-                                  "Child 4\tWINDSOR, Edward Anthony Richard\t61", "Marr. date\t20 NOV 1947",
-                                  "Marr. place\tWestminster,Abbey,London,England", "Divorce?\tYes"}));
+    EXPECT_EQ(
+        r.out,
+        QStringList({"Family (14)", "Item\tDetails", "No.\t14", "Husband\tMOUNTBATTEN, Philip\t57",
+                     "Wife\tWINDSOR, Elizabeth_II Alexandra Mary\t52",
+                     "Child 1\tWINDSOR, Charles Philip Arthur\t58",
+                     "Child 2\tWINDSOR, Anne Elizabeth Alice\t59",
+                     "Child 3\tWINDSOR, Andrew Albert Christian\t60",
+                     "Child 4\tWINDSOR, Edward Anthony Richard\t61", "Marr. date\t20 NOV 1947",
+                     "Marr. place\tWestminster,Abbey,London,England", "Divorce?\tYes"}));
     // I57: Philip, born 10 JUN 1921 on Corfu, spouse in F14, child of F28.
     r = runTavCli({QStringLiteral("show"), royal, QStringLiteral("IND"), QStringLiteral("57")});
-    EXPECT_EQ(r.out.mid(0, 11), QStringList({"MOUNTBATTEN, Philip (57)", "Item\tDetails", "No.\t 57",
-                                             "Name\tMOUNTBATTEN, Philip", "Sex\tM", "Occ\t", "Birth date\t10 JUN 1921",
-                                             "Birth place\tIsle of Kerkira,Mon Repos,Corfu,Greece", "Death date\t",
-                                             "Fams 1\t 14", "Famc\t 28"}));
-    EXPECT_TRUE(r.out.value(11).startsWith(QStringLiteral("Age \t 10"))) << r.out.value(11).toStdString();
-    EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("ALLINDS")}).out.size(), 3010 + 2);
+    EXPECT_EQ(r.out.mid(0, 11), QStringList({"MOUNTBATTEN, Philip (57)", "Item\tDetails",
+                                             "No.\t 57", "Name\tMOUNTBATTEN, Philip", "Sex\tM",
+                                             "Occ\t", "Birth date\t10 JUN 1921",
+                                             "Birth place\tIsle of Kerkira,Mon Repos,Corfu,Greece",
+                                             "Death date\t", "Fams 1\t 14", "Famc\t 28"}));
+    EXPECT_TRUE(r.out.value(11).startsWith(QStringLiteral("Age \t 10")))
+        << r.out.value(11).toStdString();
+    EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("ALLINDS")}).out.size(),
+              3010 + 2);
 
     TAV_REQUIRE_SHARED_FILE(pres, "pres2020.ged");
     // N1 is CONC and CONT lines: CONC joins "wa" and "s legally", CONT breaks the line.
     r = runTavCli({QStringLiteral("show"), pres, QStringLiteral("NOT"), QStringLiteral("1")});
-    EXPECT_EQ(r.out.value(3), QStringLiteral("Note\tBill Clinton was born William Jefferson Blythe IV.  His last name "
-                                             "was legally\\r\\nchanged to Clinton on 12 June 1962 in Garland, Arkansas."
-                                             "  Won the 1992\\r\\nelection over then president George Bush (votes not "
-                                             "currently available).\\r\\nHe was inaugurated as the 42nd President of "
-                                             "the United States\\r\\non 20 January 1993."));
+    EXPECT_EQ(
+        r.out.value(3),
+        QStringLiteral("Note\tBill Clinton was born William Jefferson Blythe IV.  His last name "
+                       "was legally\\r\\nchanged to Clinton on 12 June 1962 in Garland, Arkansas."
+                       "  Won the 1992\\r\\nelection over then president George Bush (votes not "
+                       "currently available).\\r\\nHe was inaugurated as the 42nd President of "
+                       "the United States\\r\\non 20 January 1993."));
 
     EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("IND")}).status, 2);
     EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("PEOPLE")}).status, 2);
@@ -158,7 +178,8 @@ TEST_F(CliTest, HelpPrintsATopicOfTheHelpFileInTheCurrentFolder)
     CliResult r = runTavCli({QStringLiteral("help"), QStringLiteral("Find")});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, QStringList({"", "First line.", "Second line."}));
-    EXPECT_EQ(runTavCli({QStringLiteral("help"), QStringLiteral("Nothing")}).out, QStringList{QString()});
+    EXPECT_EQ(runTavCli({QStringLiteral("help"), QStringLiteral("Nothing")}).out,
+              QStringList{QString()});
     QFile::remove(QStringLiteral("help.txt"));
     r = runTavCli({QStringLiteral("help"), QStringLiteral("Find")});
     QDir::setCurrent(before);
@@ -173,15 +194,18 @@ TEST_F(CliTest, FindAndQueryListTheResultsAsTheFindWindowDoes)
     // both families hold his name too.
     CliResult r = runTavCli({QStringLiteral("find"), royal, QStringLiteral("philip mount")});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, QStringList({"Results (3 items found)", "-------INDIVIDUALS-------", "I057. MOUNTBATTEN, Philip",
-                                  "-------FAMILIES-------", "F14. MOUNTBATTEN, Philip & WINDSOR, Elizabeth_II Alexandra Mary",
+    EXPECT_EQ(r.out, QStringList({"Results (3 items found)", "-------INDIVIDUALS-------",
+                                  "I057. MOUNTBATTEN, Philip", "-------FAMILIES-------",
+                                  "F14. MOUNTBATTEN, Philip & WINDSOR, Elizabeth_II Alexandra Mary",
                                   "F28. , Andrew of_Greece & , Alice of_Battenberg"}));
     // Only individuals: one result, printed with its record.
-    r = runTavCli({QStringLiteral("find"), royal, QStringLiteral("PHILIP MOUNT"), QStringLiteral("--kinds"),
-                   QStringLiteral("I")});
-    EXPECT_EQ(r.out.mid(0, 5), QStringList({"Results (1 item found)", "-------INDIVIDUALS-------",
-                                            "I057. MOUNTBATTEN, Philip", "", "MOUNTBATTEN, Philip (57)"}));
-    r = runTavCli({QStringLiteral("find"), royal, QStringLiteral("PHILIP MOUNT"), QStringLiteral("--case")});
+    r = runTavCli({QStringLiteral("find"), royal, QStringLiteral("PHILIP MOUNT"),
+                   QStringLiteral("--kinds"), QStringLiteral("I")});
+    EXPECT_EQ(r.out.mid(0, 5),
+              QStringList({"Results (1 item found)", "-------INDIVIDUALS-------",
+                           "I057. MOUNTBATTEN, Philip", "", "MOUNTBATTEN, Philip (57)"}));
+    r = runTavCli(
+        {QStringLiteral("find"), royal, QStringLiteral("PHILIP MOUNT"), QStringLiteral("--case")});
     EXPECT_EQ(r.out.value(0), QStringLiteral("Results (0 item found)"));
 
     // Families with more than 12 children: counting CHIL lines gives F39
@@ -199,11 +223,14 @@ TEST_F(CliTest, FindAndQueryListTheResultsAsTheFindWindowDoes)
     EXPECT_EQ(r.out.value(0), QStringLiteral("Results (200 items found)"));
     EXPECT_EQ(r.out.size(), 202);
 
-    EXPECT_EQ(runTavCli({QStringLiteral("query"), royal, QStringLiteral("4")}).status, 2) << "N is required";
-    EXPECT_EQ(runTavCli({QStringLiteral("query"), royal, QStringLiteral("0"), QStringLiteral("3")}).status, 2);
+    EXPECT_EQ(runTavCli({QStringLiteral("query"), royal, QStringLiteral("4")}).status, 2)
+        << "N is required";
+    EXPECT_EQ(runTavCli({QStringLiteral("query"), royal, QStringLiteral("0"), QStringLiteral("3")})
+                  .status,
+              2);
     EXPECT_EQ(runTavCli({QStringLiteral("query"), royal, QStringLiteral("15")}).status, 2);
-    EXPECT_EQ(runTavCli({QStringLiteral("find"), royal, QStringLiteral("x"), QStringLiteral("--kinds"),
-                         QStringLiteral("Q")})
+    EXPECT_EQ(runTavCli({QStringLiteral("find"), royal, QStringLiteral("x"),
+                         QStringLiteral("--kinds"), QStringLiteral("Q")})
                   .status,
               2);
 }

@@ -21,7 +21,10 @@ Parsed parsed(const char16_t* text)
     return p;
 }
 
-void PrintTo(const Parsed& p, std::ostream* os) { *os << p.ok << ": " << p.day << "/" << p.month << "/" << p.year; }
+void PrintTo(const Parsed& p, std::ostream* os)
+{
+    *os << p.ok << ": " << p.day << "/" << p.month << "/" << p.year;
+}
 
 const QDate today(2026, 11, 21);
 
@@ -34,11 +37,14 @@ TEST(ParseDate, DayMonthYearForms)
     EXPECT_EQ(parsed(u"12-MAR 1850"), (Parsed{-1, 12, 3, 1850}));
     EXPECT_EQ(parsed(u"1 XYZ 1850"), (Parsed{-1, 1, 1, 1850})) << "an unknown month is January";
     EXPECT_EQ(parsed(u"12 MARCH 1850"), (Parsed{-1, 12, 1, 1850})) << "only three letters match";
-    EXPECT_EQ(parsed(u"1 ARA 1850"), (Parsed{-1, 1, 3, 1850})) << "a fragment rounds to the nearest month";
-    EXPECT_EQ(parsed(u"5 1850"), (Parsed{-1, 5, 1, 1850})) << "one separator: the day is also the month word";
+    EXPECT_EQ(parsed(u"1 ARA 1850"), (Parsed{-1, 1, 3, 1850}))
+        << "a fragment rounds to the nearest month";
+    EXPECT_EQ(parsed(u"5 1850"), (Parsed{-1, 5, 1, 1850}))
+        << "one separator: the day is also the month word";
     EXPECT_EQ(parsed(u"12 DEC 1850/51"), (Parsed{-1, 12, 12, 1850}));
     EXPECT_EQ(parsed(u"3 dec 1850 (approx)"), (Parsed{-1, 3, 12, 1850}));
-    EXPECT_EQ(parsed(u"3 DEC 1 8 5 0"), (Parsed{-1, 3, 12, 1850})) << "blanks inside a number are skipped";
+    EXPECT_EQ(parsed(u"3 DEC 1 8 5 0"), (Parsed{-1, 3, 12, 1850}))
+        << "blanks inside a number are skipped";
     EXPECT_EQ(parsed(u"12 MAR-1850"), (Parsed{-1, 12, 1, 1850})) << "the dash is looked for first";
 }
 
@@ -55,9 +61,10 @@ TEST(ParseDate, MonthYearAndBareYear)
 
 TEST(ParseDate, UnusableTexts)
 {
-    for (const char16_t* text : {u"", u"ABT 1850", u"BEF 1850", u"AFT 1850", u"BET 1850 AND 1860", u"EST 1850",
-                                 u"FROM 1850 TO 1860", u"MAR 50", u"1 MAR 50", u"12 MAR 85", u"MAR 85", u"1850s",
-                                 u"1850/51", u"@#DJULIAN@ 1850", u"12 MAR"})
+    for (const char16_t* text :
+         {u"", u"ABT 1850", u"BEF 1850", u"AFT 1850", u"BET 1850 AND 1860", u"EST 1850",
+          u"FROM 1850 TO 1860", u"MAR 50", u"1 MAR 50", u"12 MAR 85", u"MAR 85", u"1850s",
+          u"1850/51", u"@#DJULIAN@ 1850", u"12 MAR"})
         EXPECT_EQ(parsed(text).ok, 0) << QString::fromUtf16(text).toStdString();
     int32_t d = 0, m = 0, y = 0;
     EXPECT_THROW(parseDate(u"99999999999", d, m, y), RuntimeFault);
@@ -89,7 +96,8 @@ TEST(CalcAge, AtDeathNowIfAliveAndCannotCalculate)
     EXPECT_EQ(calcAge(u"21 NOV 1996", u"", label, today), 30);
     EXPECT_EQ(calcAge(u"1 JAN 1900", u"ABT 1900", label, today), -1);
     EXPECT_EQ(label, QStringLiteral("cannot calculate"));
-    EXPECT_EQ(calcAge(u"1 JAN 1900", u"1 JAN 1890", label, today), -10) << "death before birth stays negative";
+    EXPECT_EQ(calcAge(u"1 JAN 1900", u"1 JAN 1890", label, today), -10)
+        << "death before birth stays negative";
     EXPECT_EQ(label, QStringLiteral("at death"));
     EXPECT_EQ(calcAge(u"1 JAN 1925", u"", label, today), 101);
     EXPECT_EQ(label, QStringLiteral("if alive"));

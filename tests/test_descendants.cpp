@@ -14,8 +14,8 @@ struct Totals {
 
 void PrintTo(const Totals& t, std::ostream* os)
 {
-    *os << t.descendants << " descendants, " << t.spouses << " spouses, " << t.generations << " generations, family "
-        << t.largest;
+    *os << t.descendants << " descendants, " << t.spouses << " spouses, " << t.generations
+        << " generations, family " << t.largest;
 }
 
 }  // namespace
@@ -25,8 +25,8 @@ protected:
     Totals totals(int32_t slot)
     {
         RecordStore& r = session.records;
-        return {countDescendants(r, slot), countDescendantSpouses(r, slot), countGenerations(r, slot),
-                largestFamilySlot(r, slot)};
+        return {countDescendants(r, slot), countDescendantSpouses(r, slot),
+                countGenerations(r, slot), largestFamilySlot(r, slot)};
     }
 };
 
@@ -34,20 +34,15 @@ protected:
 // so their children Zed and Zoe descend from Pat along two lines. Zed
 // marries but has no children.
 const QByteArray cousinMarriage = gedcomText({
-    "0 @I1@ INDI", "1 NAME Pat", "1 FAMS @F1@",
-    "0 @I2@ INDI", "1 NAME Sam", "1 FAMS @F1@",
-    "0 @I3@ INDI", "1 NAME Xan", "1 FAMC @F1@", "1 FAMS @F2@",
-    "0 @I4@ INDI", "1 NAME Yve", "1 FAMC @F1@", "1 FAMS @F3@",
-    "0 @I5@ INDI", "1 NAME Xid", "1 FAMC @F2@", "1 FAMS @F4@",
-    "0 @I6@ INDI", "1 NAME Yla", "1 FAMC @F3@", "1 FAMS @F4@",
-    "0 @I7@ INDI", "1 NAME Zed", "1 FAMC @F4@", "1 FAMS @F5@",
-    "0 @I8@ INDI", "1 NAME Zoe", "1 FAMC @F4@",
-    "0 @I9@ INDI", "1 NAME Alone",
-    "0 @F1@ FAM", "1 HUSB @I1@", "1 WIFE @I2@", "1 CHIL @I3@", "1 CHIL @I4@",
-    "0 @F2@ FAM", "1 HUSB @I3@", "1 CHIL @I5@",
-    "0 @F3@ FAM", "1 WIFE @I4@", "1 CHIL @I6@",
-    "0 @F4@ FAM", "1 HUSB @I5@", "1 WIFE @I6@", "1 CHIL @I7@", "1 CHIL @I8@",
-    "0 @F5@ FAM", "1 HUSB @I7@",
+    "0 @I1@ INDI",  "1 NAME Pat",  "1 FAMS @F1@", "0 @I2@ INDI", "1 NAME Sam",  "1 FAMS @F1@",
+    "0 @I3@ INDI",  "1 NAME Xan",  "1 FAMC @F1@", "1 FAMS @F2@", "0 @I4@ INDI", "1 NAME Yve",
+    "1 FAMC @F1@",  "1 FAMS @F3@", "0 @I5@ INDI", "1 NAME Xid",  "1 FAMC @F2@", "1 FAMS @F4@",
+    "0 @I6@ INDI",  "1 NAME Yla",  "1 FAMC @F3@", "1 FAMS @F4@", "0 @I7@ INDI", "1 NAME Zed",
+    "1 FAMC @F4@",  "1 FAMS @F5@", "0 @I8@ INDI", "1 NAME Zoe",  "1 FAMC @F4@", "0 @I9@ INDI",
+    "1 NAME Alone", "0 @F1@ FAM",  "1 HUSB @I1@", "1 WIFE @I2@", "1 CHIL @I3@", "1 CHIL @I4@",
+    "0 @F2@ FAM",   "1 HUSB @I3@", "1 CHIL @I5@", "0 @F3@ FAM",  "1 WIFE @I4@", "1 CHIL @I6@",
+    "0 @F4@ FAM",   "1 HUSB @I5@", "1 WIFE @I6@", "1 CHIL @I7@", "1 CHIL @I8@", "0 @F5@ FAM",
+    "1 HUSB @I7@",
 });
 
 TEST_F(DescendantTest, ADescendantOnTwoLinesCountsTwice)
@@ -87,21 +82,19 @@ TEST_F(DescendantTest, EveryCompletedLineIsCachedAndReused)
 
 TEST_F(DescendantTest, LargestFamilyPrefersTheFirstOfEqualScores)
 {
-    ASSERT_TRUE(load(gedcomText({
-        "0 @I1@ INDI", "1 FAMS @F1@", "1 FAMS @F2@",
-        "0 @I2@ INDI", "1 FAMS @F3@", "1 FAMS @F4@",
-        "0 @I3@ INDI", "1 FAMS @F5@", "1 FAMS @F6@",
-        "0 @I10@ INDI", "0 @I11@ INDI", "0 @I12@ INDI", "0 @I13@ INDI", "1 FAMS @F7@",
-        "0 @F1@ FAM", "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@",
-        "0 @F2@ FAM", "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@",
-        "0 @F3@ FAM", "1 CHIL @I10@", "1 CHIL @I11@",
-        "0 @F4@ FAM", "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@",
-        "0 @F5@ FAM", "1 CHIL @I13@",
-        "0 @F6@ FAM", "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@",
-        "0 @F7@ FAM", "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@"})));
+    ASSERT_TRUE(load(
+        gedcomText({"0 @I1@ INDI",  "1 FAMS @F1@",  "1 FAMS @F2@",  "0 @I2@ INDI",  "1 FAMS @F3@",
+                    "1 FAMS @F4@",  "0 @I3@ INDI",  "1 FAMS @F5@",  "1 FAMS @F6@",  "0 @I10@ INDI",
+                    "0 @I11@ INDI", "0 @I12@ INDI", "0 @I13@ INDI", "1 FAMS @F7@",  "0 @F1@ FAM",
+                    "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@", "0 @F2@ FAM",   "1 CHIL @I10@",
+                    "1 CHIL @I11@", "1 CHIL @I12@", "0 @F3@ FAM",   "1 CHIL @I10@", "1 CHIL @I11@",
+                    "0 @F4@ FAM",   "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@", "0 @F5@ FAM",
+                    "1 CHIL @I13@", "0 @F6@ FAM",   "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@",
+                    "0 @F7@ FAM",   "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@"})));
     EXPECT_EQ(largestFamilySlot(session.records, 1), 1) << "3 children each, no grandchildren";
     EXPECT_EQ(largestFamilySlot(session.records, 2), 2);
-    EXPECT_EQ(largestFamilySlot(session.records, 3), 1) << "one child with three descendants scores 1 + 3";
+    EXPECT_EQ(largestFamilySlot(session.records, 3), 1)
+        << "one child with three descendants scores 1 + 3";
 }
 
 TEST_F(DescendantTest, LinesDeeperThanOneHundredLevelsFault)
@@ -114,7 +107,8 @@ TEST_F(DescendantTest, LinesDeeperThanOneHundredLevelsFault)
                 text += "1 FAMS @F" + QByteArray::number(i) + "@\n";
         }
         for (int i = 1; i < people; ++i)
-            text += "0 @F" + QByteArray::number(i) + "@ FAM\n1 CHIL @I" + QByteArray::number(i + 1) + "@\n";
+            text += "0 @F" + QByteArray::number(i) + "@ FAM\n1 CHIL @I" +
+                    QByteArray::number(i + 1) + "@\n";
         return text;
     };
     ASSERT_TRUE(load(chain(100)));
@@ -122,7 +116,8 @@ TEST_F(DescendantTest, LinesDeeperThanOneHundredLevelsFault)
     ASSERT_TRUE(load(chain(101)));
     EXPECT_FALSE(session.guarded([&] { countDescendants(session.records, 1); }));
     EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  9 Subscript out of range")});
-    EXPECT_EQ(countDescendants(session.records, 2), 99) << "lines the failed walk finished stay usable";
+    EXPECT_EQ(countDescendants(session.records, 2), 99)
+        << "lines the failed walk finished stay usable";
 }
 
 TEST_F(DescendantTest, Royal92TotalsCheckedByHand)

@@ -19,7 +19,10 @@ std::vector<int32_t> found(const Session& s, FindResults::Kind kind)
 
 class FindTest : public tav::test::SessionTest {
 protected:
-    void SetUp() override { session.windowRequested = [this](AppWindow w) { shown.push_back(w); }; }
+    void SetUp() override
+    {
+        session.windowRequested = [this](AppWindow w) { shown.push_back(w); };
+    }
 
     void findText(const char* text, bool caseSensitive = false, SearchKinds kinds = {})
     {
@@ -35,9 +38,10 @@ protected:
 
 TEST_F(FindTest, WordsMatchAnywhereInAnyOrder)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME John /Smith/", "0 @I2@ INDI", "1 NAME Johnson /Smithers/",
-                                 "0 @I3@ INDI", "1 NAME Mary /Smith/", "1 OCCU Weaver", "0 @I4@ INDI",
-                                 "1 NAME Hans /MÜLLER/", "1 BIRT", "2 PLAC Köln"})));
+    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME John /Smith/", "0 @I2@ INDI",
+                                 "1 NAME Johnson /Smithers/", "0 @I3@ INDI", "1 NAME Mary /Smith/",
+                                 "1 OCCU Weaver", "0 @I4@ INDI", "1 NAME Hans /MÜLLER/", "1 BIRT",
+                                 "2 PLAC Köln"})));
     findText("smith john");
     EXPECT_EQ(found(session, FindResults::Individuals), (std::vector<int32_t>{1, 2}));
     EXPECT_TRUE(shown.empty()) << "two results: the browser stays shut";
@@ -46,7 +50,8 @@ TEST_F(FindTest, WordsMatchAnywhereInAnyOrder)
     findText("SMITH");
     EXPECT_EQ(session.findResults.total, 3);
     findText("müller köln");
-    EXPECT_EQ(found(session, FindResults::Individuals), std::vector<int32_t>{4}) << "case is ignored in any script";
+    EXPECT_EQ(found(session, FindResults::Individuals), std::vector<int32_t>{4})
+        << "case is ignored in any script";
     findText("HANS MÜLLER", true);
     EXPECT_EQ(session.findResults.total, 0);
     findText("Hans MÜLLER", true);
@@ -71,8 +76,9 @@ TEST_F(FindTest, NumbersKindsAndTheNoteFoundThroughItsSource)
     QByteArray text;
     for (int i = 1; i <= 130; ++i)
         text += "0 @I" + QByteArray::number(i) + "@ INDI\n";
-    text += gedcomText({"0 @F12@ FAM", "0 @S1@ SOUR", "1 TITL One", "0 @S2@ SOUR", "0 @S3@ SOUR", "1 AUTH Wright",
-                        "0 @N1@ NOTE", "1 CONC first", "0 @N2@ NOTE", "0 @N3@ NOTE", "1 CONC third"});
+    text += gedcomText({"0 @F12@ FAM", "0 @S1@ SOUR", "1 TITL One", "0 @S2@ SOUR", "0 @S3@ SOUR",
+                        "1 AUTH Wright", "0 @N1@ NOTE", "1 CONC first", "0 @N2@ NOTE",
+                        "0 @N3@ NOTE", "1 CONC third"});
     ASSERT_TRUE(load(text));
     findText("I12");
     EXPECT_EQ(found(session, FindResults::Individuals),
@@ -81,7 +87,8 @@ TEST_F(FindTest, NumbersKindsAndTheNoteFoundThroughItsSource)
     EXPECT_EQ(session.findResults.total, 0) << "families not searched";
     findText("wright");
     EXPECT_EQ(found(session, FindResults::Sources), std::vector<int32_t>{3});
-    EXPECT_EQ(found(session, FindResults::Notes), std::vector<int32_t>{3}) << "note 3 reads source 3's author";
+    EXPECT_EQ(found(session, FindResults::Notes), std::vector<int32_t>{3})
+        << "note 3 reads source 3's author";
     findText("");
     EXPECT_EQ(session.findResults[FindResults::Individuals].count, 130);
     EXPECT_EQ(session.findResults.total, 130 + 1 + 3 + 3);
@@ -96,8 +103,8 @@ TEST_F(FindTest, NumbersKindsAndTheNoteFoundThroughItsSource)
 
 TEST_F(FindTest, ResultLinesAndHeadings)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME Ann /Lee/", "0 @F7@ FAM", "1 HUSB @I1@", "0 @S3@ SOUR",
-                                 "1 TITL Register", "0 @N2@ NOTE", "1 CONC Text"})));
+    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME Ann /Lee/", "0 @F7@ FAM", "1 HUSB @I1@",
+                                 "0 @S3@ SOUR", "1 TITL Register", "0 @N2@ NOTE", "1 CONC Text"})));
     FindResults& r = session.findResults;
     EXPECT_EQ(resultsHeading(r), QStringLiteral("Results (0 item found)"));
     EXPECT_EQ(resultLines(session), QStringList{QStringLiteral("-------NO RECORDS-------")});
@@ -107,9 +114,10 @@ TEST_F(FindTest, ResultLinesAndHeadings)
     r[FindResults::Notes] = {{0, 1}, 1};
     r.total = 5;
     EXPECT_EQ(resultsHeading(r), QStringLiteral("Results (5 items found)"));
-    EXPECT_EQ(resultLines(session), QStringList({"-------INDIVIDUALS-------", "I001. LEE, Ann", "I1234. ?",
-                                                 "-------FAMILIES-------", "F1. LEE, Ann & ?", "-------SOURCES-------",
-                                                 "S1. Register", "-------NOTES-------", "N1. Text"}));
+    EXPECT_EQ(resultLines(session),
+              QStringList({"-------INDIVIDUALS-------", "I001. LEE, Ann", "I1234. ?",
+                           "-------FAMILIES-------", "F1. LEE, Ann & ?", "-------SOURCES-------",
+                           "S1. Register", "-------NOTES-------", "N1. Text"}));
     r.total = 1;
     EXPECT_EQ(resultsHeading(r), QStringLiteral("Results (1 item found)"));
 }
@@ -118,15 +126,16 @@ TEST_F(FindTest, EveryLineOpensItsRecordWhateverSectionsAreEmpty)
 {
     QByteArray text;
     for (int i = 1; i <= 3; ++i)
-        text += "0 @I" + QByteArray::number(i) + "@ INDI\n0 @F" + QByteArray::number(i) + "@ FAM\n0 @S" +
-                QByteArray::number(i) + "@ SOUR\n";
+        text += "0 @I" + QByteArray::number(i) + "@ INDI\n0 @F" + QByteArray::number(i) +
+                "@ FAM\n0 @S" + QByteArray::number(i) + "@ SOUR\n";
     text += "0 @N1@ NOTE\n0 @N2@ NOTE\n0 @N3@ NOTE\n";
     ASSERT_TRUE(load(text));
     const char* kinds[4] = {"IND", "FAM", "SOU", "NOT"};
     for (int mask = 0; mask < 16; ++mask) {
         FindResults& r = session.findResults;
         for (int k = 0; k < 4; ++k)
-            r.tables[size_t(k)] = (mask & (1 << k)) ? FindResults::Table{{0, 3, 1}, 2} : FindResults::Table{};
+            r.tables[size_t(k)] =
+                (mask & (1 << k)) ? FindResults::Table{{0, 3, 1}, 2} : FindResults::Table{};
         r.total = r.sum();
         FindLogic reopened(session);  // lists the results it finds
         const QStringList lines = reopened.lines();
@@ -141,7 +150,8 @@ TEST_F(FindTest, EveryLineOpensItsRecordWhateverSectionsAreEmpty)
             const int kind = QStringLiteral("IFSN").indexOf(lines[line][0]);
             const int position = seen++ % 2 + 1;
             EXPECT_EQ(session.viewKind, QLatin1String(kinds[kind])) << mask << " line " << line;
-            const int32_t current[4] = {session.curInd, session.curFam, session.curSou, session.curNote};
+            const int32_t current[4] = {session.curInd, session.curFam, session.curSou,
+                                        session.curNote};
             EXPECT_EQ(current[kind], position == 1 ? 3 : 1) << mask << " line " << line;
             EXPECT_EQ(r.selected, position);
         }
@@ -151,8 +161,9 @@ TEST_F(FindTest, EveryLineOpensItsRecordWhateverSectionsAreEmpty)
 
 TEST_F(FindTest, BrowserOpenedFromFindStepsThroughTheResults)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME A /X/", "0 @I2@ INDI", "1 NAME B /X/", "0 @I3@ INDI",
-                                 "0 @F1@ FAM", "1 HUSB @I1@", "0 @F2@ FAM", "0 @N1@ NOTE", "1 CONC X note"})));
+    ASSERT_TRUE(load(
+        gedcomText({"0 @I1@ INDI", "1 NAME A /X/", "0 @I2@ INDI", "1 NAME B /X/", "0 @I3@ INDI",
+                    "0 @F1@ FAM", "1 HUSB @I1@", "0 @F2@ FAM", "0 @N1@ NOTE", "1 CONC X note"})));
     findText("x");  // individuals 1 and 2, family 1, note 1
     find.lineChosen(1);
     BrowserLogic browser(session);
@@ -163,8 +174,8 @@ TEST_F(FindTest, BrowserOpenedFromFindStepsThroughTheResults)
         browser.moveBackForward(QStringLiteral("Next"));
         captions << browser.caption() + QLatin1Char('/') + session.viewKind;
     }
-    EXPECT_EQ(captions, QStringList({"X, B (2)/IND", "X, B (2)/FAM", "Family (1)/FAM", "Family (1)/SOU",
-                                     "Family (1)/NOT", "Note 1/NOT"}));
+    EXPECT_EQ(captions, QStringList({"X, B (2)/IND", "X, B (2)/FAM", "Family (1)/FAM",
+                                     "Family (1)/SOU", "Family (1)/NOT", "Note 1/NOT"}));
     browser.moveBackForward(QStringLiteral("Next"));
     EXPECT_EQ(session.findResults.selected, 1) << "past the last note the position stays";
     captions.clear();
@@ -172,6 +183,6 @@ TEST_F(FindTest, BrowserOpenedFromFindStepsThroughTheResults)
         browser.moveBackForward(QStringLiteral("Previous"));
         captions << browser.caption() + QLatin1Char('/') + session.viewKind;
     }
-    EXPECT_EQ(captions, QStringList({"Note 1/SOU", "Note 1/FAM", "Family (1)/FAM", "Family (1)/IND", "X, B (2)/IND",
-                                     "X, A (1)/IND"}));
+    EXPECT_EQ(captions, QStringList({"Note 1/SOU", "Note 1/FAM", "Family (1)/FAM", "Family (1)/IND",
+                                     "X, B (2)/IND", "X, A (1)/IND"}));
 }

@@ -8,17 +8,50 @@ class ReaderTest : public tav::test::SessionTest {};
 
 TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
 {
-    ASSERT_TRUE(load(gedcomText({
-        "0 HEAD", "1 DATE 2 FEB 2020", "1 GEDC", "2 VERS 5.5.1", "1 CHAR UTF-8",
-        "0 @I3@ INDI", "1 NAME  John /Smith/  ", "1 SEX M ", "1 OCCU Miller", "1 BIRT", "2 DATE 1 JAN 1900",
-        "2 PLAC London", "1 DEAT", "2 DATE 1970", "2 PLAC Leeds", "1 FAMS @F2@", "1 FAMS @F9@", "1 FAMC @F7@",
-        "1 NOTE  First line ", "2 CONT second line", "2 CONC , more",
-        "0 @I4@ INDI", "1 NAME Mary /Jones/", "1 DEAT", "2 PLACE York",
-        "0 @F2@ FAM", "1 HUSB @I3@", "1 WIFE @I4@", "1 CHIL @I4@", "1 CHIL @I99@", "1 MARR", "2 DATE 3 MAR 1925",
-        "2 PLAC  Bath ", "1 DIV N",
-        "0 @F7@ FAM",
-        "0 @S12@ SOUR", "1 TITL Parish register", "1 AUTH Clerk", "1 PUBL 1950", "1 NOTE see also",
-        "0 @N0012@ NOTE ignored text", "1 CONC Part one", "1 CONT  Part two ", "0 TRLR"})));
+    ASSERT_TRUE(load(gedcomText({"0 HEAD",
+                                 "1 DATE 2 FEB 2020",
+                                 "1 GEDC",
+                                 "2 VERS 5.5.1",
+                                 "1 CHAR UTF-8",
+                                 "0 @I3@ INDI",
+                                 "1 NAME  John /Smith/  ",
+                                 "1 SEX M ",
+                                 "1 OCCU Miller",
+                                 "1 BIRT",
+                                 "2 DATE 1 JAN 1900",
+                                 "2 PLAC London",
+                                 "1 DEAT",
+                                 "2 DATE 1970",
+                                 "2 PLAC Leeds",
+                                 "1 FAMS @F2@",
+                                 "1 FAMS @F9@",
+                                 "1 FAMC @F7@",
+                                 "1 NOTE  First line ",
+                                 "2 CONT second line",
+                                 "2 CONC , more",
+                                 "0 @I4@ INDI",
+                                 "1 NAME Mary /Jones/",
+                                 "1 DEAT",
+                                 "2 PLACE York",
+                                 "0 @F2@ FAM",
+                                 "1 HUSB @I3@",
+                                 "1 WIFE @I4@",
+                                 "1 CHIL @I4@",
+                                 "1 CHIL @I99@",
+                                 "1 MARR",
+                                 "2 DATE 3 MAR 1925",
+                                 "2 PLAC  Bath ",
+                                 "1 DIV N",
+                                 "0 @F7@ FAM",
+                                 "0 @S12@ SOUR",
+                                 "1 TITL Parish register",
+                                 "1 AUTH Clerk",
+                                 "1 PUBL 1950",
+                                 "1 NOTE see also",
+                                 "0 @N0012@ NOTE ignored text",
+                                 "1 CONC Part one",
+                                 "1 CONT  Part two ",
+                                 "0 TRLR"})));
 
     const RecordStore& r = session.records;
     EXPECT_EQ(r.headerDate, QStringLiteral("2 FEB 2020"));
@@ -64,8 +97,8 @@ TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
 
 TEST_F(ReaderTest, SubmittersAreSkippedButSourceNumbersAreRead)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @SUBM@ SUBM", "1 TITL not a source", "0 @S1@ SOUR", "1 TITL Real",
-                                 "0 @SUB1@ SUBM", "1 TITL skipped too"})));
+    ASSERT_TRUE(load(gedcomText({"0 @SUBM@ SUBM", "1 TITL not a source", "0 @S1@ SOUR",
+                                 "1 TITL Real", "0 @SUB1@ SUBM", "1 TITL skipped too"})));
     EXPECT_EQ(session.records.sourceCount(), 1);
     EXPECT_EQ(session.records.source(1).id, 1);
     EXPECT_EQ(session.records.source(1).title, QStringLiteral("Real"));
@@ -73,9 +106,9 @@ TEST_F(ReaderTest, SubmittersAreSkippedButSourceNumbersAreRead)
 
 TEST_F(ReaderTest, UnknownRecordsCarryOverOntoTheRecordBeforeThem)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME John /Smith/", "0 @R1@ REPO", "1 NAME Archive",
-                                 "0 @S2@ SOUR", "1 TITL Book", "0 @M1@ OBJE", "1 TITL Photo", "0 TRLR",
-                                 "1 AUTH After the trailer"})));
+    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME John /Smith/", "0 @R1@ REPO",
+                                 "1 NAME Archive", "0 @S2@ SOUR", "1 TITL Book", "0 @M1@ OBJE",
+                                 "1 TITL Photo", "0 TRLR", "1 AUTH After the trailer"})));
     EXPECT_EQ(ind(1).name, QStringLiteral("Archive"));
     EXPECT_EQ(session.records.source(1).title, QStringLiteral("Photo"));
     EXPECT_EQ(session.records.source(1).author, QStringLiteral("After the trailer"));
@@ -83,8 +116,9 @@ TEST_F(ReaderTest, UnknownRecordsCarryOverOntoTheRecordBeforeThem)
 
 TEST_F(ReaderTest, ContinuationsUnderAnyOtherTagOfAnIndividualExtendTheNote)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME A /B/", "2 CONC abc", "1 BIRT", "2 CONT not a note",
-                                 "1 OCCU Smith", "2 CONT xyz", "1 _CUSTOM", "2 CONC !"})));
+    ASSERT_TRUE(
+        load(gedcomText({"0 @I1@ INDI", "1 NAME A /B/", "2 CONC abc", "1 BIRT", "2 CONT not a note",
+                         "1 OCCU Smith", "2 CONT xyz", "1 _CUSTOM", "2 CONC !"})));
     EXPECT_EQ(ind(1).note, QStringLiteral("abc\r\nxyz!"));
     EXPECT_EQ(ind(1).name, QStringLiteral("A /B/"));
 }
@@ -92,13 +126,15 @@ TEST_F(ReaderTest, ContinuationsUnderAnyOtherTagOfAnIndividualExtendTheNote)
 TEST_F(ReaderTest, LevelOneTagIsKeptAcrossRecords)
 {
     // The last level-1 tag of one record still routes a stray level-2 line of the next.
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 BIRT", "2 DATE 1800", "0 @I2@ INDI", "2 DATE 1801"})));
+    ASSERT_TRUE(
+        load(gedcomText({"0 @I1@ INDI", "1 BIRT", "2 DATE 1800", "0 @I2@ INDI", "2 DATE 1801"})));
     EXPECT_EQ(ind(2).birthDate, QStringLiteral("1801"));
 }
 
 TEST_F(ReaderTest, NoteRecordsKeepOnlyTheirContinuationLines)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @N7@ NOTE Some text", "0 @N8@ NOTE", "1 CONC x", "1 CONT y", "2 CONT z"})));
+    ASSERT_TRUE(load(
+        gedcomText({"0 @N7@ NOTE Some text", "0 @N8@ NOTE", "1 CONC x", "1 CONT y", "2 CONT z"})));
     EXPECT_EQ(session.records.note(1).id, 7);
     EXPECT_TRUE(session.records.note(1).text.isEmpty());
     EXPECT_EQ(session.records.note(2).text, QStringLiteral("x\r\ny"));
@@ -106,8 +142,9 @@ TEST_F(ReaderTest, NoteRecordsKeepOnlyTheirContinuationLines)
 
 TEST_F(ReaderTest, IndentedOrTabSeparatedLinesAreMisreadSilently)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", " 1 NAME Indented /Name/", "1\tSEX\tF", "1 OCCU\tWeaver",
-                                 "3 NAME Level /Three/", "x NAME Not /Numeric/", "1.5 NAME Half /Up/"})));
+    ASSERT_TRUE(
+        load(gedcomText({"0 @I1@ INDI", " 1 NAME Indented /Name/", "1\tSEX\tF", "1 OCCU\tWeaver",
+                         "3 NAME Level /Three/", "x NAME Not /Numeric/", "1.5 NAME Half /Up/"})));
     const Individual& p = ind(1);
     EXPECT_TRUE(p.sex.isEmpty());
     EXPECT_EQ(p.occupation, QStringLiteral(""));  // the tag read is "OCCU\tWeaver"
@@ -122,7 +159,8 @@ TEST_F(ReaderTest, EmptyFileGivesZeroCountsAndCurrentIndividualOne)
     EXPECT_EQ(session.records.familyCount(), 0);
     EXPECT_EQ(session.curInd, 1);
     EXPECT_EQ(session.currentIndividualText, QStringLiteral(" 1"));
-    EXPECT_EQ(session.mainCaption, dir.filePath(QStringLiteral("empty.ged")) + QStringLiteral(" (0 individuals, 0 families)"));
+    EXPECT_EQ(session.mainCaption, dir.filePath(QStringLiteral("empty.ged")) +
+                                       QStringLiteral(" (0 individuals, 0 families)"));
 }
 
 TEST_F(ReaderTest, ProgressRunsToFileLengthPlus200OnEvery80thLevel0Line)

@@ -1,12 +1,12 @@
 #include "settings/RegistryStore.h"
+#include "settings/Settings.h"
+#include "settings/SettingsPersistence.h"
 #include "tests/TestSupport.h"
 #include "ui/main/HelpTopics.h"
 #include "ui/main/MainWindowLogic.h"
 #include "ui/main/RecentFiles.h"
 #include "ui/options/OptionsLogic.h"
 #include "ui/text/TextViewerLogic.h"
-#include "settings/Settings.h"
-#include "settings/SettingsPersistence.h"
 
 #include <QDir>
 
@@ -19,9 +19,12 @@ TEST(SplitPath, BackslashSlashColonAndBareNames)
         const char* path;
         const char* name;
         const char* folder;
-    } cases[] = {{"C:\\a\\x.ged", "x.ged", "C:\\a\\"}, {"/home/a/x.ged", "x.ged", "/home/a/"},
-                 {"C:x.ged", "x.ged", "C:\\"},         {"x.ged", "x.ged", ""},
-                 {"C:\\a/b\\c.ged", "c.ged", "C:\\a/b\\"}, {"dir/", "", "dir/"}};
+    } cases[] = {{"C:\\a\\x.ged", "x.ged", "C:\\a\\"},
+                 {"/home/a/x.ged", "x.ged", "/home/a/"},
+                 {"C:x.ged", "x.ged", "C:\\"},
+                 {"x.ged", "x.ged", ""},
+                 {"C:\\a/b\\c.ged", "c.ged", "C:\\a/b\\"},
+                 {"dir/", "", "dir/"}};
     for (const auto& c : cases) {
         QString name, folder;
         splitPath(QString::fromLatin1(c.path), name, folder);
@@ -42,9 +45,11 @@ TEST(RecentFileList, NewestFirstWithoutDuplicatesAndAtMostTen)
     for (const char* p : {"C:\\c\\z.ged", "C:\\A\\X.GED", "C:\\b\\y.ged"})
         addRecentFile(s, QString::fromLatin1(p));
     EXPECT_FALSE(addRecentFile(s, QStringLiteral("C:\\a\\x.ged")));
-    EXPECT_EQ(list(), QStringList({"C:\\a\\x.ged", "C:\\b\\y.ged", "C:\\c\\z.ged"})) << "the older spelling is dropped";
+    EXPECT_EQ(list(), QStringList({"C:\\a\\x.ged", "C:\\b\\y.ged", "C:\\c\\z.ged"}))
+        << "the older spelling is dropped";
     EXPECT_FALSE(addRecentFile(s, QStringLiteral("C:\\a\\x.ged")));
-    EXPECT_EQ(list(), QStringList({"C:\\a\\x.ged", "C:\\b\\y.ged", "C:\\c\\z.ged"})) << "reopening the top file";
+    EXPECT_EQ(list(), QStringList({"C:\\a\\x.ged", "C:\\b\\y.ged", "C:\\c\\z.ged"}))
+        << "reopening the top file";
     for (int i = 4; i <= 10; ++i)
         EXPECT_TRUE(addRecentFile(s, QStringLiteral("f%1.ged").arg(i)));
     EXPECT_EQ(s.recentCount, 10);
@@ -57,16 +62,19 @@ TEST(RecentFileList, NewestFirstWithoutDuplicatesAndAtMostTen)
 
 TEST(HelpTopicText, TopicsRunToTheNextMarkerLessItsLineBreak)
 {
-    const QString help = QStringLiteral("preface\r\n***!!!Find\r\nUse the find window.\r\n***!!!List\r\nLists.\r\n"
-                                        "***!!!TreeView\r\nViews.\r\n***!!!Tree\r\nTrees.\r\n");
+    const QString help =
+        QStringLiteral("preface\r\n***!!!Find\r\nUse the find window.\r\n***!!!List\r\nLists.\r\n"
+                       "***!!!TreeView\r\nViews.\r\n***!!!Tree\r\nTrees.\r\n");
     EXPECT_EQ(helpTopic(help, QStringLiteral("Find")), QStringLiteral("\r\nUse the find window."));
     EXPECT_EQ(helpTopic(help, QStringLiteral("Tree")), QStringLiteral("View\r\nViews."))
         << "a key that begins another key finds the first in the file";
     EXPECT_EQ(helpTopic(help, QStringLiteral("TreeView")), QStringLiteral("\r\nViews."));
-    EXPECT_EQ(helpTopic(QStringLiteral("***!!!Last\r\nThe end.\r\n"), QStringLiteral("Last")), QStringLiteral("\r\nThe end"))
+    EXPECT_EQ(helpTopic(QStringLiteral("***!!!Last\r\nThe end.\r\n"), QStringLiteral("Last")),
+              QStringLiteral("\r\nThe end"))
         << "the last topic loses the file's last three characters";
     EXPECT_EQ(helpTopic(help, QStringLiteral("Options")), QString());
-    EXPECT_EQ(helpTopic(help, QStringLiteral("find")), QString()) << "keys are matched with their case";
+    EXPECT_EQ(helpTopic(help, QStringLiteral("find")), QString())
+        << "keys are matched with their case";
 }
 
 class MainWindowLogicTest : public tav::test::SessionTest {
@@ -82,13 +90,15 @@ protected:
 
 TEST_F(MainWindowLogicTest, CommandLineFileMayBeQuotedAndItsFolderBecomesCurrent)
 {
-    const QString path = writeFile(gedcomText({"0 @I1@ INDI", "0 @I2@ INDI", "0 @F1@ FAM"}), "my data/two people.ged");
+    const QString path = writeFile(gedcomText({"0 @I1@ INDI", "0 @I2@ INDI", "0 @F1@ FAM"}),
+                                   "my data/two people.ged");
     MainWindowLogic withFile = logic();
     withFile.startUp(QLatin1Char('"') + path + QLatin1Char('"'));
     EXPECT_EQ(withFile.caption(), path + QStringLiteral(" (2 individuals, 1 families)"));
     EXPECT_TRUE(withFile.commandsEnabled());
     EXPECT_EQ(withFile.currentIndividualText(), QStringLiteral(" 1"));
-    EXPECT_EQ(QDir::currentPath(), dir.filePath(QStringLiteral("my data"))) << "its folder becomes the current one";
+    EXPECT_EQ(QDir::currentPath(), dir.filePath(QStringLiteral("my data")))
+        << "its folder becomes the current one";
     EXPECT_EQ(withFile.recentItems()[1].caption, QStringLiteral("&0 two people.ged"));
     EXPECT_TRUE(withFile.recentItems()[1].visible && withFile.recentSeparatorVisible());
 }
@@ -128,11 +138,13 @@ TEST_F(MainWindowLogicTest, AutoLoadAndRecentFilesOpenAndMissingOnesAreReported)
 TEST_F(MainWindowLogicTest, HeaderBoxCarriesValuesOverFromAnEarlierFile)
 {
     MainWindowLogic main = logic();
-    ASSERT_TRUE(load(gedcomText({"0 HEAD", "1 DATE 1 JAN 2001", "1 CHAR ANSEL", "1 GEDC", "2 VERS 5.5"})));
+    ASSERT_TRUE(
+        load(gedcomText({"0 HEAD", "1 DATE 1 JAN 2001", "1 CHAR ANSEL", "1 GEDC", "2 VERS 5.5"})));
     ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI"})));
     main.showHeaderInformation();
     ASSERT_EQ(messages.entries.size(), 1u);
-    EXPECT_EQ(messages.entries[0].text, QStringLiteral("Version: not available\r\nDate: 1 JAN 2001\r\nChar set: ANSEL"));
+    EXPECT_EQ(messages.entries[0].text,
+              QStringLiteral("Version: not available\r\nDate: 1 JAN 2001\r\nChar set: ANSEL"));
     EXPECT_EQ(messages.entries[0].title, QStringLiteral("Gedcom header infomation"));
     main.showAbout();
     EXPECT_EQ(messages.entries[1].title, QStringLiteral("About"));

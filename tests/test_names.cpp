@@ -22,23 +22,30 @@ TEST_F(NamesTest, GivenNamesByFlags)
     EXPECT_EQ(name(john, 1 + 8 + 16), QStringLiteral("J. W. Smith"));
     EXPECT_EQ(name(john, 2), QStringLiteral("John"));
     EXPECT_EQ(name(john, 32), QStringLiteral("John William"));
-    EXPECT_EQ(name(john, 32 + 2 + 1), QStringLiteral("John William  Smith")) << "given part as written, blank kept";
-    EXPECT_EQ(name(u"John William", 2 + 4), QStringLiteral("John")) << "no blank after the second name";
-    EXPECT_EQ(name(u"John  Paul /X/", 2 + 16), QStringLiteral("John")) << "an empty second name has no initial";
+    EXPECT_EQ(name(john, 32 + 2 + 1), QStringLiteral("John William  Smith"))
+        << "given part as written, blank kept";
+    EXPECT_EQ(name(u"John William", 2 + 4), QStringLiteral("John"))
+        << "no blank after the second name";
+    EXPECT_EQ(name(u"John  Paul /X/", 2 + 16), QStringLiteral("John"))
+        << "an empty second name has no initial";
     EXPECT_EQ(name(u"", 3), QStringLiteral("?"));
 }
 
 TEST_F(NamesTest, SurnameStylesAndPositions)
 {
-    const QStringList styled = {"smith", "SMITH", "/smith/", "/SMITH/", "Smith", "/Smith/", "/smith/"};
+    const QStringList styled = {"smith", "SMITH",   "/smith/", "/SMITH/",
+                                "Smith", "/Smith/", "/smith/"};
     for (int style = 1; style <= 7; ++style)
-        EXPECT_EQ(name(u"Ann /smith/", 3, style, 2), styled[style - 1] + QStringLiteral(", Ann")) << style;
+        EXPECT_EQ(name(u"Ann /smith/", 3, style, 2), styled[style - 1] + QStringLiteral(", Ann"))
+            << style;
     EXPECT_EQ(name(u"Ann /sMITH/", 1 + 2, 5, 1), QStringLiteral("Ann Smith"));
-    EXPECT_EQ(name(u"/smith/", 1 + 2, 5, 1), QStringLiteral(" Smith")) << "the leading blank is kept";
+    EXPECT_EQ(name(u"/smith/", 1 + 2, 5, 1), QStringLiteral(" Smith"))
+        << "the leading blank is kept";
     EXPECT_EQ(name(u"/smith/", 1 + 2, 5, 2), QStringLiteral("Smith,"));
     EXPECT_EQ(name(u"John", 1 + 2, 3, 1), QStringLiteral("John"));
     EXPECT_EQ(name(u"John", 1 + 2, 3, 2), QStringLiteral(", John"));
-    EXPECT_EQ(name(u"John", 1 + 2, 1, 1), QStringLiteral("John")) << "no surname at all stays empty";
+    EXPECT_EQ(name(u"John", 1 + 2, 1, 1), QStringLiteral("John"))
+        << "no surname at all stays empty";
     EXPECT_EQ(name(u"Al /smith/ jr", 1 + 2, 1, 1), QStringLiteral("Al smith/ j"));
 }
 
@@ -52,9 +59,10 @@ TEST_F(NamesTest, CaseChangesWorkOnUnicode)
 
 TEST_F(NamesTest, PersonYearsHidesPossiblyLivingPeople)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 BIRT", "2 DATE 1850", "0 @I2@ INDI", "1 BIRT", "2 DATE 1986",
-                                 "0 @I3@ INDI", "1 BIRT", "2 DATE 850", "1 DEAT", "2 DATE 910", "0 @I4@ INDI",
-                                 "1 DEAT", "2 DATE 3 MAR 1910", "0 @I5@ INDI", "1 BIRT", "2 DATE ABT 1800"})));
+    ASSERT_TRUE(load(
+        gedcomText({"0 @I1@ INDI", "1 BIRT", "2 DATE 1850", "0 @I2@ INDI", "1 BIRT", "2 DATE 1986",
+                    "0 @I3@ INDI", "1 BIRT", "2 DATE 850", "1 DEAT", "2 DATE 910", "0 @I4@ INDI",
+                    "1 DEAT", "2 DATE 3 MAR 1910", "0 @I5@ INDI", "1 BIRT", "2 DATE ABT 1800"})));
     EXPECT_EQ(personYears(session, 1), QStringLiteral("(b.1850)"));
     EXPECT_EQ(personYears(session, 2), QString());
     EXPECT_EQ(personYears(session, 3), QStringLiteral("(b.0850  d.910)"));
@@ -64,18 +72,19 @@ TEST_F(NamesTest, PersonYearsHidesPossiblyLivingPeople)
 
 TEST_F(NamesTest, CountChildrenAddsEveryOwnFamily)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 FAMS @F1@", "1 FAMS @F2@", "1 FAMS @F9@", "0 @I2@ INDI",
-                                 "0 @F1@ FAM", "1 CHIL @I2@", "1 CHIL @I7@", "0 @F2@ FAM", "1 CHIL @I2@"})));
+    ASSERT_TRUE(load(
+        gedcomText({"0 @I1@ INDI", "1 FAMS @F1@", "1 FAMS @F2@", "1 FAMS @F9@", "0 @I2@ INDI",
+                    "0 @F1@ FAM", "1 CHIL @I2@", "1 CHIL @I7@", "0 @F2@ FAM", "1 CHIL @I2@"})));
     EXPECT_EQ(countChildren(session.records, 1), 3);
     EXPECT_EQ(countChildren(session.records, 2), 0);
 }
 
 TEST(OrdinalWord, OrdinalsAndRepetitions)
 {
-    const std::pair<int, const char*> ordinals[] = {{0, "0th"},    {1, "1st"},    {2, "2nd"},     {3, "3rd"},
-                                                    {4, "4th"},    {11, "11th"},  {12, "12th"},   {13, "13th"},
-                                                    {21, "21st"},  {22, "22nd"},  {101, "101st"}, {111, "111th"},
-                                                    {112, "112th"}, {1003, "1003rd"}};
+    const std::pair<int, const char*> ordinals[] = {
+        {0, "0th"},     {1, "1st"},     {2, "2nd"},     {3, "3rd"},      {4, "4th"},
+        {11, "11th"},   {12, "12th"},   {13, "13th"},   {21, "21st"},    {22, "22nd"},
+        {101, "101st"}, {111, "111th"}, {112, "112th"}, {1003, "1003rd"}};
     for (const auto& [n, word] : ordinals)
         EXPECT_EQ(ordinalWord(n, u"ST"), QString::fromLatin1(word));
     EXPECT_EQ(ordinalWord(0, u"ONCE"), QStringLiteral("zero times"));

@@ -13,29 +13,133 @@ namespace {
 // 1 JAN 1850. Gus and Lu have twins born the same day. Ivy and Ola share the
 // earliest birth; Hal is the latest born.
 const QByteArray family = gedcomText({
-    "0 @I1@ INDI", "1 NAME Ada /Old/", "1 SEX F", "1 BIRT", "2 DATE 1 JAN 1800", "1 DEAT", "2 DATE 1 JAN 1890", "1 FAMS @F1@",
-    "0 @I2@ INDI", "1 NAME Bob /Old/", "1 SEX M", "1 BIRT", "2 DATE 1 JAN 1805", "1 DEAT", "2 DATE 1 JAN 1895", "1 FAMS @F1@",
-    "0 @I3@ INDI", "1 NAME Cy /Old/", "1 BIRT", "2 DATE 5 MAY 1830", "1 DEAT", "2 DATE 6 MAY 1831", "1 FAMC @F1@",
-    "0 @I4@ INDI", "1 NAME Di /Baby/", "1 BIRT", "2 DATE 1 JAN 1840", "1 DEAT", "2 DATE 1 JUN 1840",
-    "0 @I5@ INDI", "1 NAME Ed /Abt/", "1 BIRT", "2 DATE ABT 1850", "1 DEAT", "2 DATE 1900",
-    "0 @I6@ INDI", "1 NAME Fay /Wed/", "1 SEX F", "1 BIRT", "2 DATE 1850", "1 FAMS @F2@",
-    "0 @I7@ INDI", "1 NAME Gus /Twin/", "1 SEX M", "1 BIRT", "2 DATE 1850", "1 FAMS @F4@",
-    "0 @I8@ INDI", "1 NAME Hal /Late/", "1 BIRT", "2 DATE 1 DEC 1990",
-    "0 @I9@ INDI", "1 NAME Ivy /Early/", "1 BIRT", "2 DATE 1 JAN 1700",
-    "0 @I10@ INDI", "1 NAME Jo /Wed/", "1 SEX M", "1 BIRT", "2 DATE 10 JUN 1820", "1 FAMS @F2@", "1 FAMS @F3@",
-    "0 @I11@ INDI", "1 NAME Kit /Wed/", "1 BIRT", "2 DATE 15 JUN 1870", "1 FAMC @F2@",
-    "0 @I12@ INDI", "1 NAME Lin /Wed/", "1 BIRT", "2 DATE 1875", "1 FAMC @F2@",
-    "0 @I13@ INDI", "1 NAME Max /Wed/", "1 BIRT", "2 DATE 1875", "1 FAMC @F2@",
-    "0 @I14@ INDI", "1 NAME Kay /Second/", "1 SEX F", "1 BIRT", "2 DATE 1 JAN 1830", "1 FAMS @F3@",
-    "0 @I15@ INDI", "1 NAME Lu /Twin/", "1 SEX F", "1 BIRT", "2 DATE 1852", "1 FAMS @F4@",
-    "0 @I16@ INDI", "1 NAME Ned /Twin/", "1 BIRT", "2 DATE 2 FEB 1880", "1 FAMC @F4@",
-    "0 @I17@ INDI", "1 NAME Oz /Twin/", "1 BIRT", "2 DATE 2 FEB 1880", "1 FAMC @F4@",
-    "0 @I18@ INDI", "1 NAME Ola /Early/", "1 BIRT", "2 DATE 1 JAN 1700",
-    "0 @F1@ FAM", "1 HUSB @I2@", "1 WIFE @I1@", "1 CHIL @I3@", "1 MARR", "2 DATE 1 JAN 1830",
-    "0 @F2@ FAM", "1 HUSB @I10@", "1 WIFE @I6@", "1 CHIL @I11@", "1 CHIL @I12@", "1 CHIL @I13@", "1 MARR",
+    "0 @I1@ INDI",
+    "1 NAME Ada /Old/",
+    "1 SEX F",
+    "1 BIRT",
+    "2 DATE 1 JAN 1800",
+    "1 DEAT",
+    "2 DATE 1 JAN 1890",
+    "1 FAMS @F1@",
+    "0 @I2@ INDI",
+    "1 NAME Bob /Old/",
+    "1 SEX M",
+    "1 BIRT",
+    "2 DATE 1 JAN 1805",
+    "1 DEAT",
+    "2 DATE 1 JAN 1895",
+    "1 FAMS @F1@",
+    "0 @I3@ INDI",
+    "1 NAME Cy /Old/",
+    "1 BIRT",
+    "2 DATE 5 MAY 1830",
+    "1 DEAT",
+    "2 DATE 6 MAY 1831",
+    "1 FAMC @F1@",
+    "0 @I4@ INDI",
+    "1 NAME Di /Baby/",
+    "1 BIRT",
+    "2 DATE 1 JAN 1840",
+    "1 DEAT",
+    "2 DATE 1 JUN 1840",
+    "0 @I5@ INDI",
+    "1 NAME Ed /Abt/",
+    "1 BIRT",
+    "2 DATE ABT 1850",
+    "1 DEAT",
+    "2 DATE 1900",
+    "0 @I6@ INDI",
+    "1 NAME Fay /Wed/",
+    "1 SEX F",
+    "1 BIRT",
+    "2 DATE 1850",
+    "1 FAMS @F2@",
+    "0 @I7@ INDI",
+    "1 NAME Gus /Twin/",
+    "1 SEX M",
+    "1 BIRT",
+    "2 DATE 1850",
+    "1 FAMS @F4@",
+    "0 @I8@ INDI",
+    "1 NAME Hal /Late/",
+    "1 BIRT",
+    "2 DATE 1 DEC 1990",
+    "0 @I9@ INDI",
+    "1 NAME Ivy /Early/",
+    "1 BIRT",
+    "2 DATE 1 JAN 1700",
+    "0 @I10@ INDI",
+    "1 NAME Jo /Wed/",
+    "1 SEX M",
+    "1 BIRT",
+    "2 DATE 10 JUN 1820",
+    "1 FAMS @F2@",
+    "1 FAMS @F3@",
+    "0 @I11@ INDI",
+    "1 NAME Kit /Wed/",
+    "1 BIRT",
     "2 DATE 15 JUN 1870",
-    "0 @F3@ FAM", "1 HUSB @I10@", "1 WIFE @I14@", "1 MARR", "2 DATE 1 JAN 1850",
-    "0 @F4@ FAM", "1 HUSB @I7@", "1 WIFE @I15@", "1 CHIL @I16@", "1 CHIL @I17@",
+    "1 FAMC @F2@",
+    "0 @I12@ INDI",
+    "1 NAME Lin /Wed/",
+    "1 BIRT",
+    "2 DATE 1875",
+    "1 FAMC @F2@",
+    "0 @I13@ INDI",
+    "1 NAME Max /Wed/",
+    "1 BIRT",
+    "2 DATE 1875",
+    "1 FAMC @F2@",
+    "0 @I14@ INDI",
+    "1 NAME Kay /Second/",
+    "1 SEX F",
+    "1 BIRT",
+    "2 DATE 1 JAN 1830",
+    "1 FAMS @F3@",
+    "0 @I15@ INDI",
+    "1 NAME Lu /Twin/",
+    "1 SEX F",
+    "1 BIRT",
+    "2 DATE 1852",
+    "1 FAMS @F4@",
+    "0 @I16@ INDI",
+    "1 NAME Ned /Twin/",
+    "1 BIRT",
+    "2 DATE 2 FEB 1880",
+    "1 FAMC @F4@",
+    "0 @I17@ INDI",
+    "1 NAME Oz /Twin/",
+    "1 BIRT",
+    "2 DATE 2 FEB 1880",
+    "1 FAMC @F4@",
+    "0 @I18@ INDI",
+    "1 NAME Ola /Early/",
+    "1 BIRT",
+    "2 DATE 1 JAN 1700",
+    "0 @F1@ FAM",
+    "1 HUSB @I2@",
+    "1 WIFE @I1@",
+    "1 CHIL @I3@",
+    "1 MARR",
+    "2 DATE 1 JAN 1830",
+    "0 @F2@ FAM",
+    "1 HUSB @I10@",
+    "1 WIFE @I6@",
+    "1 CHIL @I11@",
+    "1 CHIL @I12@",
+    "1 CHIL @I13@",
+    "1 MARR",
+    "2 DATE 15 JUN 1870",
+    "0 @F3@ FAM",
+    "1 HUSB @I10@",
+    "1 WIFE @I14@",
+    "1 MARR",
+    "2 DATE 1 JAN 1850",
+    "0 @F4@ FAM",
+    "1 HUSB @I7@",
+    "1 WIFE @I15@",
+    "1 CHIL @I16@",
+    "1 CHIL @I17@",
 });
 
 }  // namespace
@@ -57,7 +161,8 @@ protected:
             find.go();
         }
         const FindResults& r = session.findResults;
-        const FindResults::Table& t = r[r[FindResults::Families].count ? FindResults::Families : FindResults::Individuals];
+        const FindResults::Table& t =
+            r[r[FindResults::Families].count ? FindResults::Families : FindResults::Individuals];
         return std::vector<int32_t>(t.entries.begin() + 1, t.entries.begin() + 1 + t.count);
     }
 
@@ -72,7 +177,8 @@ TEST_F(QueryTest, BirthsAndDeaths)
     EXPECT_EQ(session.curInd, 18) << "the last candidate stays current";
     EXPECT_TRUE(shown.empty());
     EXPECT_EQ(query(1), Slots{8});
-    EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::List}) << "a single result opens the browser";
+    EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::List})
+        << "a single result opens the browser";
     EXPECT_EQ(session.listCaller, QStringLiteral("frmFind"));
     EXPECT_EQ(query(2), (Slots{1, 2}));
     EXPECT_EQ(query(3), Slots{3}) << "a death in the first year never counts";
@@ -90,11 +196,13 @@ TEST_F(QueryTest, CountsAndDescendants)
     EXPECT_EQ(query(8, "1"), (Slots{6, 7, 10, 15}));
     EXPECT_TRUE(shown.empty()) << "queries run by Go open no browser";
     find.go();
-    EXPECT_EQ(session.findResults[FindResults::Individuals].count, 8) << "a second run adds to the first";
+    EXPECT_EQ(session.findResults[FindResults::Individuals].count, 8)
+        << "a second run adds to the first";
     EXPECT_EQ(find.heading(), QStringLiteral("Results (8 items found)"));
     find.numberText = QStringLiteral("x");
     find.go();
-    EXPECT_EQ(session.findResults[FindResults::Individuals].count, 8) << "a number that is not one computes nothing";
+    EXPECT_EQ(session.findResults[FindResults::Individuals].count, 8)
+        << "a number that is not one computes nothing";
 }
 
 TEST_F(QueryTest, MarriagesAndChildren)

@@ -51,8 +51,8 @@ TEST_F(ReaderFaultTest, TwentyFirstChildIsReportedWhenReadAndWhenResolved)
 
 TEST_F(ReaderFaultTest, CrossReferenceWithoutAtSignsIsReportedAndSkipped)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 FAMS F1", "1 FAMC @F1", "1 FAMS @F1@", "0 @F1@ FAM",
-                                 "1 HUSB", "1 WIFE @I1@", "1 CHIL I1@"})));
+    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 FAMS F1", "1 FAMC @F1", "1 FAMS @F1@",
+                                 "0 @F1@ FAM", "1 HUSB", "1 WIFE @I1@", "1 CHIL I1@"})));
     EXPECT_EQ(ind(1).spouseFamilyCount, 2) << "the count still grows";
     EXPECT_EQ(ind(1).spouseFamilyId[1], 0);
     EXPECT_EQ(ind(1).spouseFamilyId[2], 1);
@@ -63,8 +63,9 @@ TEST_F(ReaderFaultTest, CrossReferenceWithoutAtSignsIsReportedAndSkipped)
 
 TEST_F(ReaderFaultTest, NumbersTooLargeForTheirFieldOverflow)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I99999999999@ INDI", "1 NAME Still /Read/", "1 FAMC @F88888888888@",
-                                 "0 @N77777777777@ NOTE", "1 CONC kept"})));
+    ASSERT_TRUE(
+        load(gedcomText({"0 @I99999999999@ INDI", "1 NAME Still /Read/", "1 FAMC @F88888888888@",
+                         "0 @N77777777777@ NOTE", "1 CONC kept"})));
     EXPECT_EQ(ind(1).id, 0);
     EXPECT_EQ(ind(1).name, QStringLiteral("Still /Read/"));
     EXPECT_EQ(session.records.note(1).text, QStringLiteral("kept"));
@@ -76,7 +77,8 @@ TEST_F(ReaderFaultTest, CapacityMessagesAppearOncePerTableAndLaterRecordsAreSkip
     QByteArray text;
     text.reserve(40002 * 40);
     for (int i = 1; i <= 40002; ++i)
-        text += "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME P" + QByteArray::number(i) + " /X/\n";
+        text +=
+            "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME P" + QByteArray::number(i) + " /X/\n";
     for (int s = 1; s <= 4001; ++s)
         text += "0 @S" + QByteArray::number(s) + "@ SOUR\n";
     for (int n = 1; n <= 4001; ++n)
@@ -88,15 +90,18 @@ TEST_F(ReaderFaultTest, CapacityMessagesAppearOncePerTableAndLaterRecordsAreSkip
     EXPECT_EQ(r.sourceCount(), 4000);
     EXPECT_EQ(r.noteCount(), 4000);
     EXPECT_EQ(r.familyCount(), 1);
-    EXPECT_EQ(ind(40000).name, QStringLiteral("P40000 /X/")) << "lines of skipped records go nowhere";
+    EXPECT_EQ(ind(40000).name, QStringLiteral("P40000 /X/"))
+        << "lines of skipped records go nowhere";
     EXPECT_EQ(fam(1).husbandIndex, 40000);
     EXPECT_EQ(fam(1).wifeIndex, 0);
     EXPECT_TRUE(r.individualsTruncated);
     EXPECT_FALSE(r.familiesTruncated);
-    EXPECT_EQ(messages.texts(),
-              QStringList({QStringLiteral("Maximum no. of individuals (40000) has been exceeded. Truncating..."),
-                           QStringLiteral("Maximum no. of sources (4000) has been exceeded. Truncating..."),
-                           QStringLiteral("Maximum no. of notes (4000) has been exceeded. Truncating...")}));
+    EXPECT_EQ(
+        messages.texts(),
+        QStringList(
+            {QStringLiteral("Maximum no. of individuals (40000) has been exceeded. Truncating..."),
+             QStringLiteral("Maximum no. of sources (4000) has been exceeded. Truncating..."),
+             QStringLiteral("Maximum no. of notes (4000) has been exceeded. Truncating...")}));
     EXPECT_EQ(messages.entries[0].title, QStringLiteral("Tav"));
 }
 
@@ -118,7 +123,8 @@ TEST_F(ReaderFaultTest, BadInputNeverCrashesOrHangs)
     EXPECT_TRUE(load(literalBytes("          \n\n\r\r\n   "), "blanks.ged"));
     EXPECT_EQ(session.records.individualCount(), 0);
 
-    EXPECT_TRUE(load(literalBytes("0 @I1@ INDI\n1 NAME A\0B /C/\n\0\0\0\n0 @I2\0@ INDI\n"), "nul.ged"));
+    EXPECT_TRUE(
+        load(literalBytes("0 @I1@ INDI\n1 NAME A\0B /C/\n\0\0\0\n0 @I2\0@ INDI\n"), "nul.ged"));
     EXPECT_EQ(session.records.individualCount(), 2);
     EXPECT_EQ(ind(1).name, QString::fromUtf8("A\0B /C/", 7));
 

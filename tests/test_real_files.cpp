@@ -63,7 +63,8 @@ void PrintTo(const RealFile& file, std::ostream* os) { *os << file.name; }
 
 }  // namespace
 
-class RealFileTest : public tav::test::SessionTest, public ::testing::WithParamInterface<RealFile> {};
+class RealFileTest : public tav::test::SessionTest,
+                     public ::testing::WithParamInterface<RealFile> {};
 
 TEST_P(RealFileTest, LoadsWithTheFileCountsNamesAndNoFaults)
 {
@@ -82,7 +83,8 @@ TEST_P(RealFileTest, LoadsWithTheFileCountsNamesAndNoFaults)
     EXPECT_EQ(r.characterSet, QString::fromLatin1(real.characterSet));
 
     const QString wantedName = QString::fromUtf16(real.someName);
-    const QString wantedPlace = real.someBirthPlace ? QString::fromUtf16(real.someBirthPlace) : QString();
+    const QString wantedPlace =
+        real.someBirthPlace ? QString::fromUtf16(real.someBirthPlace) : QString();
     bool nameFound = false;
     bool placeFound = wantedPlace.isEmpty();
     for (int32_t i = 1; i <= r.individualCount(); ++i) {

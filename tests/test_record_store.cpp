@@ -8,7 +8,8 @@ class RecordStoreTest : public tav::test::SessionTest {};
 
 TEST_F(RecordStoreTest, LookupFindsSlotsByCrossReferenceNumber)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "0 @I5@ INDI", "0 @I9@ INDI", "0 @F3@ FAM", "0 @F8@ FAM"})));
+    ASSERT_TRUE(load(
+        gedcomText({"0 @I1@ INDI", "0 @I5@ INDI", "0 @I9@ INDI", "0 @F3@ FAM", "0 @F8@ FAM"})));
     const RecordStore& r = session.records;
     EXPECT_EQ(r.indIndexFromId(5), 2);
     EXPECT_EQ(r.indIndexFromId(1), 1);
@@ -40,7 +41,8 @@ TEST_F(RecordStoreTest, LookupOverManyRecordsFindsEveryOne)
 
 TEST_F(RecordStoreTest, RecordsOutOfOrderMayNotBeFound)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @I9@ INDI", "0 @I2@ INDI", "0 @I5@ INDI", "0 @I1@ INDI", "0 @I7@ INDI"})));
+    ASSERT_TRUE(load(
+        gedcomText({"0 @I9@ INDI", "0 @I2@ INDI", "0 @I5@ INDI", "0 @I1@ INDI", "0 @I7@ INDI"})));
     // The search relies on ascending numbers; these lie out of order.
     EXPECT_EQ(session.records.indIndexFromId(9), 0);
     EXPECT_EQ(session.records.indIndexFromId(5), 3);
@@ -94,7 +96,8 @@ TEST_F(RecordStoreTest, FamilyLookupAboveSlot32767Overflows)
 
 TEST_F(RecordStoreTest, ANewLoadKeepsHeaderDateAndCharacterSetButNotVersion)
 {
-    ASSERT_TRUE(load(gedcomText({"0 HEAD", "1 DATE 1 JAN 2000", "1 CHAR ANSI", "1 GEDC", "2 VERS 5.5"})));
+    ASSERT_TRUE(
+        load(gedcomText({"0 HEAD", "1 DATE 1 JAN 2000", "1 CHAR ANSI", "1 GEDC", "2 VERS 5.5"})));
     EXPECT_EQ(session.records.gedcomVersion, QStringLiteral("5.5"));
     ASSERT_TRUE(load(gedcomText({"0 HEAD", "1 SOUR X", "0 @I1@ INDI"})));
     EXPECT_EQ(session.records.headerDate, QStringLiteral("1 JAN 2000"));

@@ -2,9 +2,9 @@
 #include "settings/Settings.h"
 #include "settings/SettingsPersistence.h"
 
+#include "tests/QtPrinters.h"
 #include <QFile>
 #include <QTemporaryDir>
-#include "tests/QtPrinters.h"
 
 #include <gtest/gtest.h>
 
@@ -53,8 +53,8 @@ TEST_F(SettingsTest, FirstRunGivesTheDefaults)
     EXPECT_TRUE(s.autoLoadFile.isEmpty());
     EXPECT_EQ(s.SurnameStyle, 2);
     EXPECT_EQ(s.SurnamePosn, 2);
-    EXPECT_FALSE(s.ViewDates || s.ViewSurnames || s.ViewDescendentMark || s.ViewMainLine || s.ViewNoSpouse ||
-                 s.BackColour);
+    EXPECT_FALSE(s.ViewDates || s.ViewSurnames || s.ViewDescendentMark || s.ViewMainLine ||
+                 s.ViewNoSpouse || s.BackColour);
     EXPECT_EQ(s.FontSize, 2);
     EXPECT_TRUE(RegistryStore(regPath()).loadProblem().isEmpty());
 }
@@ -62,7 +62,8 @@ TEST_F(SettingsTest, FirstRunGivesTheDefaults)
 TEST_F(SettingsTest, RecentListStopsAtItsFirstGapAndHoldsTen)
 {
     writeRegFile("[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\r\n"
-                 "\" 1fPrev\"=\"C:\\\\a\\\\one.ged\"\r\n\" 2fPrev\"=\"/home/b/two.ged\"\r\n\" 4fPrev\"=\"four.ged\"\r\n");
+                 "\" 1fPrev\"=\"C:\\\\a\\\\one.ged\"\r\n\" 2fPrev\"=\"/home/b/two.ged\"\r\n\" "
+                 "4fPrev\"=\"four.ged\"\r\n");
     Settings s = loaded();
     EXPECT_EQ(s.recentCount, 2);
     EXPECT_EQ(s.recentFiles[1], QStringLiteral("C:\\a\\one.ged"));
@@ -98,7 +99,8 @@ TEST_F(SettingsTest, EveryValueRoundTripsInTheRegistrySyntax)
     const QByteArray text = fileText();
     EXPECT_TRUE(text.startsWith("Windows Registry Editor Version 5.00\n"));
     EXPECT_TRUE(text.contains("[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]"));
-    EXPECT_TRUE(text.contains(QStringLiteral(u"\" 1fPrev\"=\"C:\\\\Família \\\"x\\\"\\\\a.ged\"").toUtf8()));
+    EXPECT_TRUE(text.contains(
+        QStringLiteral(u"\" 1fPrev\"=\"C:\\\\Família \\\"x\\\"\\\\a.ged\"").toUtf8()));
     EXPECT_TRUE(text.contains("\"SurnameStyle\"=dword:00000005"));
     EXPECT_TRUE(text.contains("\"ViewDates\"=hex:ff,ff"));
     EXPECT_TRUE(text.contains("\"ViewSurnames\"=hex:00,00"));
@@ -113,14 +115,16 @@ TEST_F(SettingsTest, EveryValueRoundTripsInTheRegistrySyntax)
     EXPECT_TRUE(back.ViewDates && back.ViewDescendentMark && back.BackColour);
     EXPECT_FALSE(back.ViewSurnames || back.ViewMainLine || back.ViewNoSpouse);
     EXPECT_EQ(back.FontSize, 4);
-    EXPECT_EQ(loaded(QStringLiteral("Tree")).SurnameStyle, 2) << "one section loads only its own rows";
+    EXPECT_EQ(loaded(QStringLiteral("Tree")).SurnameStyle, 2)
+        << "one section loads only its own rows";
     EXPECT_EQ(loaded(QStringLiteral("other")).FontSize, 2);
 }
 
 TEST_F(SettingsTest, ValuesAreReadAsRawBytesWhateverTheirStoredType)
 {
     writeRegFile("[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\Tree]\r\n"
-                 "\"ViewDates\"=hex:ff,ff\r\n\"ViewSurnames\"=hex:01,00\r\n\"ViewMainLine\"=dword:ffffffff\r\n"
+                 "\"ViewDates\"=hex:ff,ff\r\n\"ViewSurnames\"=hex:01,00\r\n\"ViewMainLine\"=dword:"
+                 "ffffffff\r\n"
                  "\"FontSize\"=hex:03\r\n\"BackColour\"=\"\"\r\n");
     RegistryStore store(regPath());
     QVariant v;
@@ -128,18 +132,22 @@ TEST_F(SettingsTest, ValuesAreReadAsRawBytesWhateverTheirStoredType)
     EXPECT_TRUE(v.toBool());
     EXPECT_EQ(store.regRead("hkcu", tree, "ViewSurnames", "b", false, v), 0);
     EXPECT_TRUE(v.toBool());
-    EXPECT_EQ(store.regRead("HKCU", tree, "ViewMainLine", "B", false, v), RegistryStore::statusMoreData);
+    EXPECT_EQ(store.regRead("HKCU", tree, "ViewMainLine", "B", false, v),
+              RegistryStore::statusMoreData);
     EXPECT_FALSE(v.toBool()) << "four bytes do not fit the two-byte buffer";
     EXPECT_EQ(store.regRead("HKCU", tree, "FontSize", "D", 2, v), 0);
     EXPECT_EQ(v.toInt(), 3);
     EXPECT_EQ(store.regRead("HKCU", tree, "BackColour", "B", true, v), 0);
     EXPECT_FALSE(v.toBool()) << "the empty text is one zero byte";
-    EXPECT_EQ(store.regRead("HKCU", tree, "Missing", "S", "dflt", v), RegistryStore::statusNotFound);
+    EXPECT_EQ(store.regRead("HKCU", tree, "Missing", "S", "dflt", v),
+              RegistryStore::statusNotFound);
     EXPECT_EQ(v.toString(), QStringLiteral("dflt"));
-    EXPECT_EQ(store.regRead("HKCU", "Software\\None", "X", "S", "dflt", v), RegistryStore::statusNotFound);
+    EXPECT_EQ(store.regRead("HKCU", "Software\\None", "X", "S", "dflt", v),
+              RegistryStore::statusNotFound);
     EXPECT_EQ(store.regRead("HKCU", tree, "FontSize", "Q", 7, v), 0);
     EXPECT_EQ(v.toInt(), 7) << "an unknown type code keeps the default";
-    EXPECT_EQ(store.regRead("NOWHERE", tree, "FontSize", "D", 7, v), RegistryStore::statusInvalidRoot);
+    EXPECT_EQ(store.regRead("NOWHERE", tree, "FontSize", "D", 7, v),
+              RegistryStore::statusInvalidRoot);
 }
 
 TEST_F(SettingsTest, NumbersAreWrittenThrough16BitsAndOtherRootsHaveTheirOwnKeys)
@@ -178,7 +186,8 @@ TEST_F(SettingsTest, AFileRootIsAnIniFile)
     EXPECT_EQ(v.toString(), QStringLiteral("/old.ged"));
     EXPECT_EQ(store.regWrite(ini, "General", "AutoLoadFile", "S", "/new.ged"), 0);
     EXPECT_EQ(store.regWrite(ini, "General", "SurnameStyle", "S", "3"), 0);
-    EXPECT_EQ(store.regWrite(ini, "Tree", "FontSize", "D", 4), 0) << "only text is written to an INI file";
+    EXPECT_EQ(store.regWrite(ini, "Tree", "FontSize", "D", 4), 0)
+        << "only text is written to an INI file";
     EXPECT_EQ(store.regRead(ini, "General", "AutoLoadFile", "S", "", v), 0);
     EXPECT_EQ(v.toString(), QStringLiteral("/new.ged"));
     EXPECT_EQ(store.regRead(ini, "General", "SurnameStyle", "D", 9, v), 0);
@@ -191,9 +200,10 @@ TEST_F(SettingsTest, AFileRootIsAnIniFile)
 
 TEST_F(SettingsTest, ADamagedFileGivesDefaultsAndTheNextSaveMendsIt)
 {
-    for (const QByteArray& damaged : {QByteArray("\x00\x01garbage\xff", 11), QByteArray("[unclosed\r\n"),
-                                      QByteArray("[K]\r\n\"SurnameStyle\"=dword:zz\r\n"),
-                                      QByteArray("\"orphan\"=\"value\"\r\n")}) {
+    for (const QByteArray& damaged :
+         {QByteArray("\x00\x01garbage\xff", 11), QByteArray("[unclosed\r\n"),
+          QByteArray("[K]\r\n\"SurnameStyle\"=dword:zz\r\n"),
+          QByteArray("\"orphan\"=\"value\"\r\n")}) {
         writeRegFile(damaged);
         if (damaged.startsWith('\0')) {
             QFile raw(regPath());

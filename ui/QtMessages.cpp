@@ -23,7 +23,8 @@ void QtMessages::showMessage(const QString& text, const QString& title)
     const bool busy = QGuiApplication::overrideCursor() != nullptr;
     if (busy)
         QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-    QMessageBox box(QMessageBox::NoIcon, title, displayed(text), QMessageBox::Ok, QApplication::activeWindow());
+    QMessageBox box(QMessageBox::NoIcon, title, displayed(text), QMessageBox::Ok,
+                    QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.exec();
     if (busy)
@@ -32,8 +33,8 @@ void QtMessages::showMessage(const QString& text, const QString& title)
 
 bool QtMessages::askYesNo(const QString& text, const QString& title)
 {
-    QMessageBox box(QMessageBox::Question, title, displayed(text), QMessageBox::Yes | QMessageBox::No,
-                    QApplication::activeWindow());
+    QMessageBox box(QMessageBox::Question, title, displayed(text),
+                    QMessageBox::Yes | QMessageBox::No, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;

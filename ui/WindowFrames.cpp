@@ -31,8 +31,9 @@ QAction* addTopButton(QToolBar* toolbar, QWidget* window, bool& onTopFlag)
     QAction* top = toolbar->addAction(tavIcon("top"), QStringLiteral("Top"));
     top->setCheckable(true);
     top->setToolTip(QStringLiteral("Keep this screen on top all the time"));
-    QObject::connect(top, &QAction::triggered, window,
-                     [window, top, &onTopFlag] { applyKeepOnTop(window, top, toggleKeepOnTop(onTopFlag)); });
+    QObject::connect(top, &QAction::triggered, window, [window, top, &onTopFlag] {
+        applyKeepOnTop(window, top, toggleKeepOnTop(onTopFlag));
+    });
     return top;
 }
 

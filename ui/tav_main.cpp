@@ -42,7 +42,8 @@ int main(int argc, char* argv[])
     tav::RegistryStore store;
     if (!store.loadProblem().isEmpty())
         std::fprintf(stderr, "tav: the settings file %s is damaged (%s); using the defaults\n",
-                     qPrintable(tav::RegistryStore::defaultRegistryFile()), qPrintable(store.loadProblem()));
+                     qPrintable(tav::RegistryStore::defaultRegistryFile()),
+                     qPrintable(store.loadProblem()));
     tav::QtMessages messages;
     tav::Session session(messages);
     tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
@@ -54,12 +55,14 @@ int main(int argc, char* argv[])
     // (the README's run command uses it where there is no display).
     const QString screenshot = qEnvironmentVariable("TAV_SCREENSHOT");
     if (qEnvironmentVariableIsSet("TAV_STARTUP_TIME"))
-        std::fprintf(stderr, "tav: caption \"%s\" shown %lld ms after start\n", qPrintable(window.windowTitle()),
+        std::fprintf(stderr, "tav: caption \"%s\" shown %lld ms after start\n",
+                     qPrintable(window.windowTitle()),
                      static_cast<long long>(sinceStart.elapsed()));
     if (!screenshot.isEmpty()) {
         QTimer::singleShot(300, &window, [&window, screenshot] {
             const bool saved = window.grab().save(screenshot);
-            std::fprintf(stderr, saved ? "tav: main window saved to %s\n" : "tav: cannot write %s\n",
+            std::fprintf(stderr,
+                         saved ? "tav: main window saved to %s\n" : "tav: cannot write %s\n",
                          qPrintable(screenshot));
             window.close();
         });

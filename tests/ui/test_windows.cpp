@@ -1,4 +1,6 @@
 #include "settings/RegistryStore.h"
+#include "settings/Settings.h"
+#include "settings/SettingsPersistence.h"
 #include "tests/TestSupport.h"
 #include "ui/WindowManager.h"
 #include "ui/browser/BrowserWindow.h"
@@ -6,16 +8,14 @@
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
-#include "settings/Settings.h"
-#include "settings/SettingsPersistence.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QClipboard>
-#include <QLabel>
 #include <QComboBox>
 #include <QDir>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -33,10 +33,11 @@ protected:
 
     QString familyFile()
     {
-        return writeFile(gedcomText({"0 HEAD", "1 CHAR UTF-8", "0 @I1@ INDI", "1 NAME Dad /X/", "1 SEX M",
-                                     "1 FAMS @F1@", "0 @I2@ INDI", "1 NAME Kid /X/", "1 SEX F", "1 FAMC @F1@",
-                                     "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@"}),
-                         "family.ged");
+        return writeFile(
+            gedcomText({"0 HEAD", "1 CHAR UTF-8", "0 @I1@ INDI", "1 NAME Dad /X/", "1 SEX M",
+                        "1 FAMS @F1@", "0 @I2@ INDI", "1 NAME Kid /X/", "1 SEX F", "1 FAMC @F1@",
+                        "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@"}),
+            "family.ged");
     }
 
     QString startFolder = QDir::currentPath();
@@ -82,7 +83,8 @@ TEST_F(WindowTest, RelationshipCommandShowsItsAnswerInTheTextViewer)
     EXPECT_TRUE(viewer->isVisible());
     EXPECT_EQ(viewer->windowTitle(), QStringLiteral("Find relationship"));
     EXPECT_EQ(viewer->textBox()->toPlainText(),
-              QStringLiteral("Kid /X/ is daughter of Dad /X/\n\nDad /X/ is father of Kid /X/)\n\n(Blood relations only)"));
+              QStringLiteral("Kid /X/ is daughter of Dad /X/\n\nDad /X/ is father of Kid "
+                             "/X/)\n\n(Blood relations only)"));
 
     // Closing the main window saves the settings and closes the viewer.
     window.close();
@@ -111,14 +113,16 @@ TEST_F(WindowTest, TextViewerCarriesItsTopFlagOverAndCopiesTheSelection)
     EXPECT_FALSE(second.topAction()->isChecked()) << "a new viewer opens in the normal band";
     EXPECT_FALSE(second.windowFlags() & Qt::WindowStaysOnTopHint);
     second.topAction()->trigger();
-    EXPECT_FALSE(second.topAction()->isChecked()) << "the flag said on top: this click takes it off";
+    EXPECT_FALSE(second.topAction()->isChecked())
+        << "the flag said on top: this click takes it off";
     second.topAction()->trigger();
     EXPECT_TRUE(second.topAction()->isChecked());
     EXPECT_TRUE(second.windowFlags() & Qt::WindowStaysOnTopHint);
 
     QGuiApplication::clipboard()->setText(QStringLiteral("old"));
     second.copySelection();
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QString()) << "nothing selected, nothing copied";
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QString())
+        << "nothing selected, nothing copied";
     second.selectAll();
     second.copySelection();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("line one\nline two"));
@@ -176,7 +180,8 @@ TEST_F(WindowTest, ShowSelectorOpensTheBrowserOnTheRecordInTheBox)
     window.showButton()->click();
     window.showSelector()->setCurrentIndex(5);
     window.showButton()->click();
-    EXPECT_EQ(messages.texts(), QStringList({QStringLiteral("No notes."), QStringLiteral("No sources.")}));
+    EXPECT_EQ(messages.texts(),
+              QStringList({QStringLiteral("No notes."), QStringLiteral("No sources.")}));
 
     // A number beyond the table's capacity: the message, and the grid stays.
     window.logic().setCurrentIndividualText(QStringLiteral("99999"));
@@ -198,7 +203,8 @@ TEST_F(WindowTest, LargeListsAskFirstAndNoLeavesEverythingAsItWas)
     window.showButton()->click();
     ASSERT_EQ(messages.entries.size(), 1u);
     EXPECT_TRUE(messages.entries[0].question);
-    EXPECT_EQ(messages.entries[0].text, QStringLiteral("This may take some time. Do you wish to continue?"));
+    EXPECT_EQ(messages.entries[0].text,
+              QStringLiteral("This may take some time. Do you wish to continue?"));
     EXPECT_EQ(window.windows().browser(), nullptr);
 
     window.showButton()->click();  // answered Yes this time
@@ -210,9 +216,9 @@ TEST_F(WindowTest, LargeListsAskFirstAndNoLeavesEverythingAsItWas)
 
 TEST_F(WindowTest, BrowserRowsKeysAndHeight)
 {
-    ASSERT_TRUE(load(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Dad /X/", "1 FAMS @F1@", "0 @I2@ INDI",
-                                            "1 NAME Kid /X/", "1 FAMC @F1@", "0 @F1@ FAM", "1 HUSB @I1@",
-                                            "1 CHIL @I2@"})));
+    ASSERT_TRUE(load(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Dad /X/", "1 FAMS @F1@",
+                                            "0 @I2@ INDI", "1 NAME Kid /X/", "1 FAMC @F1@",
+                                            "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@"})));
     session.viewKind = QStringLiteral("IND");
     session.curInd = 1;
     session.listLoaded = false;
@@ -223,19 +229,22 @@ TEST_F(WindowTest, BrowserRowsKeysAndHeight)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&browser));
     browser.activateRequest();
     EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Dad (1)"));
-    EXPECT_EQ(browser.view()->model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Details"));
+    EXPECT_EQ(browser.view()->model()->headerData(1, Qt::Horizontal).toString(),
+              QStringLiteral("Details"));
     EXPECT_LT(browser.height(), 400) << "a short record shortens the window";
 
     browser.view()->setFocus();
     QTest::keyClick(browser.view(), Qt::Key_Right);
-    EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Kid (2)")) << "the window sees the arrow before the grid";
+    EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Kid (2)"))
+        << "the window sees the arrow before the grid";
     QTest::keyClick(browser.view(), Qt::Key_Left);
     EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Dad (1)"));
     QTest::keyClick(&browser, Qt::Key_L, Qt::ControlModifier);
     EXPECT_EQ(browser.windowTitle(), QStringLiteral("All individuals"));
     EXPECT_FALSE(browser.action("Next")->isEnabled());
     QTest::keyClick(&browser, Qt::Key_Right);
-    EXPECT_EQ(browser.windowTitle(), QStringLiteral("All individuals")) << "a disabled button's key does nothing";
+    EXPECT_EQ(browser.windowTitle(), QStringLiteral("All individuals"))
+        << "a disabled button's key does nothing";
 
     // A click on the second list line opens that individual.
     QTableView* view = browser.view();
@@ -262,7 +271,8 @@ TEST_F(WindowTest, FindWindowKeysHeightsAndResultsThatOutliveIt)
     EXPECT_FALSE(find->numberBox()->isEnabled());
 
     QTest::keyClick(find->searchBox(), Qt::Key_C, Qt::ControlModifier);
-    EXPECT_TRUE(find->caseBox()->isChecked()) << "Ctrl+C ticks the case box, even in the search box";
+    EXPECT_TRUE(find->caseBox()->isChecked())
+        << "Ctrl+C ticks the case box, even in the search box";
     QTest::keyClick(find->searchBox(), Qt::Key_C, Qt::ControlModifier);
     QTest::keyClick(find->searchBox(), Qt::Key_I, Qt::ControlModifier);
     EXPECT_FALSE(find->kindBox(0)->isChecked());
@@ -295,6 +305,7 @@ TEST_F(WindowTest, FindWindowKeysHeightsAndResultsThatOutliveIt)
     QCoreApplication::processEvents();
     EXPECT_EQ(window.windows().findWindow(), nullptr);
     window.findButton()->trigger();
-    EXPECT_EQ(window.windows().findWindow()->resultsHeading()->text(), QStringLiteral("Results (1 item found)"))
+    EXPECT_EQ(window.windows().findWindow()->resultsHeading()->text(),
+              QStringLiteral("Results (1 item found)"))
         << "the results are there when the window opens again";
 }

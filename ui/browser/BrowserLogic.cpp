@@ -29,7 +29,10 @@ QString positionTokenFor(const QString& kind, int32_t slot)
 
 BrowserLogic::BrowserLogic(Session& session) : session_(session) { setArrows(); }
 
-QString BrowserLogic::cell(int32_t row, int column) const { return grid_.cell(session_, row, column); }
+QString BrowserLogic::cell(int32_t row, int column) const
+{
+    return grid_.cell(session_, row, column);
+}
 
 int32_t& BrowserLogic::currentSlot(const QString& kind)
 {
@@ -191,8 +194,8 @@ void BrowserLogic::stepThroughResults(int delta)
 
 void BrowserLogic::listAll()
 {
-    session_.viewKind =
-        session_.viewKind == QLatin1String("ALLINDS") ? QStringLiteral("ALLFAMS") : QStringLiteral("ALLINDS");
+    session_.viewKind = session_.viewKind == QLatin1String("ALLINDS") ? QStringLiteral("ALLFAMS")
+                                                                      : QStringLiteral("ALLINDS");
     session_.listCaller = QStringLiteral("frmTav");
     gridLoad();
 }
@@ -205,11 +208,12 @@ void BrowserLogic::rowClicked(int32_t row)
     const QString kind = session_.viewKind;
     session_.guarded([&] {
         if (grid_.listKind.isEmpty()) {
-            if (kind == QLatin1String("IND") && (item.startsWith(QLatin1String("Fams")) || item.startsWith(QLatin1String("Famc")))) {
+            if (kind == QLatin1String("IND") && (item.startsWith(QLatin1String("Fams")) ||
+                                                 item.startsWith(QLatin1String("Famc")))) {
                 load(QStringLiteral("FAM"), toLong(leadingNumber(cell(row, 1))));
-            } else if (kind == QLatin1String("FAM") &&
-                       (item.startsWith(QLatin1String("Husb")) || item.startsWith(QLatin1String("Wife")) ||
-                        item.startsWith(QLatin1String("Chil")))) {
+            } else if (kind == QLatin1String("FAM") && (item.startsWith(QLatin1String("Husb")) ||
+                                                        item.startsWith(QLatin1String("Wife")) ||
+                                                        item.startsWith(QLatin1String("Chil")))) {
                 load(QStringLiteral("IND"), toLong(leadingNumber(cell(row, 2))));
             } else if (item.startsWith(QLatin1String("Note")) && kind != QLatin1String("FAM")) {
                 followNote(cell(row, 1));
@@ -243,7 +247,8 @@ void BrowserLogic::followNote(const QString& note)
                 return;
             }
         }
-        session_.messages().message(QStringLiteral("There is no note %1 in this file.").arg(note.mid(a, b - a + 1)));
+        session_.messages().message(
+            QStringLiteral("There is no note %1 in this file.").arg(note.mid(a, b - a + 1)));
         return;
     }
     session_.reportText = note;

@@ -21,7 +21,9 @@ constexpr int fullHeight = 520;  // the window's height for long records and lis
 // the hidden third cell is not shown.
 class GridModel : public QAbstractTableModel {
 public:
-    explicit GridModel(const BrowserLogic& logic, QObject* parent) : QAbstractTableModel(parent), logic_(logic) {}
+    explicit GridModel(const BrowserLogic& logic, QObject* parent)
+        : QAbstractTableModel(parent), logic_(logic)
+    {}
 
     void reload()
     {
@@ -33,7 +35,10 @@ public:
     {
         return parent.isValid() ? 0 : std::max(0, logic_.rowCount() - 1);
     }
-    int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 2; }
+    int columnCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : 2;
+    }
 
     QVariant data(const QModelIndex& index, int role) const override
     {
@@ -84,13 +89,17 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     find_->setToolTip(QStringLiteral("Find records (Ctrl+F)"));
     toolbar->addSeparator();
     const auto move = [this](const char* direction) {
-        return [this, direction] { command([this, direction] { logic_.moveBackForward(QLatin1String(direction)); }); };
+        return [this, direction] {
+            command([this, direction] { logic_.moveBackForward(QLatin1String(direction)); });
+        };
     };
     back_ = toolbar->addAction(tavIcon("back"), QStringLiteral("Back"), this, move("Back"));
     back_->setToolTip(QStringLiteral("Back to what was shown before"));
-    forward_ = toolbar->addAction(tavIcon("forward"), QStringLiteral("Forward"), this, move("Forward"));
+    forward_ =
+        toolbar->addAction(tavIcon("forward"), QStringLiteral("Forward"), this, move("Forward"));
     forward_->setToolTip(QStringLiteral("Forward again"));
-    previous_ = toolbar->addAction(tavIcon("previous"), QStringLiteral("Previous"), this, move("Previous"));
+    previous_ =
+        toolbar->addAction(tavIcon("previous"), QStringLiteral("Previous"), this, move("Previous"));
     previous_->setToolTip(QStringLiteral("The record before this one (Left arrow)"));
     next_ = toolbar->addAction(tavIcon("next"), QStringLiteral("Next"), this, move("Next"));
     next_->setToolTip(QStringLiteral("The record after this one (Right arrow)"));
@@ -106,8 +115,9 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     view_->horizontalHeader()->setHighlightSections(false);
     view_->setWordWrap(true);
     view_->setCursor(Qt::PointingHandCursor);
-    connect(view_, &QTableView::clicked, this,
-            [this](const QModelIndex& index) { command([this, index] { logic_.rowClicked(index.row() + 1); }); });
+    connect(view_, &QTableView::clicked, this, [this](const QModelIndex& index) {
+        command([this, index] { logic_.rowClicked(index.row() + 1); });
+    });
     setCentralWidget(view_);
 
     // The window sees these keys before the grid does.

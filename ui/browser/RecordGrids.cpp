@@ -17,7 +17,8 @@ QString personName(const Session& session, int32_t slot)
     return formatName(session, session.records.individual(slot).name, gridNameFlags);
 }
 
-void addRow(Grid& grid, const QString& item, const QString& details, const QString& hidden = QString())
+void addRow(Grid& grid, const QString& item, const QString& details,
+            const QString& hidden = QString())
 {
     grid.rows.push_back({item, details, hidden});
 }
@@ -102,8 +103,8 @@ QString numberWithLetter(QChar letter, int32_t number)
 
 bool isRecordKind(const QString& kind)
 {
-    return kind == QLatin1String("IND") || kind == QLatin1String("FAM") || kind == QLatin1String("SOU") ||
-           kind == QLatin1String("NOT");
+    return kind == QLatin1String("IND") || kind == QLatin1String("FAM") ||
+           kind == QLatin1String("SOU") || kind == QLatin1String("NOT");
 }
 
 bool isListKind(const QString& kind) { return findListKind(kind) != nullptr; }
@@ -111,8 +112,9 @@ bool isListKind(const QString& kind) { return findListKind(kind) != nullptr; }
 QString Grid::cell(const Session& session, int32_t row, int column) const
 {
     if (listKind.isEmpty())
-        return row >= 0 && size_t(row) < rows.size() && column >= 0 && column < 3 ? rows[size_t(row)][size_t(column)]
-                                                                                   : QString();
+        return row >= 0 && size_t(row) < rows.size() && column >= 0 && column < 3
+                   ? rows[size_t(row)][size_t(column)]
+                   : QString();
     if (row == 0)
         return column < 2 ? rows[0][size_t(column)] : QString();
     if (row < 1 || row > listCount)
@@ -127,7 +129,8 @@ Grid individualGrid(const Session& session, int32_t slot)
     const RecordStore& r = session.records;
     const Individual& p = r.individual(slot);
     Grid grid;
-    grid.caption = personName(session, slot) + QStringLiteral(" (") + QString::number(slot) + QLatin1Char(')');
+    grid.caption =
+        personName(session, slot) + QStringLiteral(" (") + QString::number(slot) + QLatin1Char(')');
     addHeading(grid);
     addRow(grid, QStringLiteral("No."), signedText(slot));
     addRow(grid, QStringLiteral("Name"), personName(session, slot));
@@ -137,13 +140,15 @@ Grid individualGrid(const Session& session, int32_t slot)
     addRow(grid, QStringLiteral("Birth place"), p.birthPlace);
     addRow(grid, QStringLiteral("Death date"), p.deathDate);
     for (int k = 1; k <= p.storedSpouseFamilies(); ++k)
-        addRow(grid, numbered("Fams ", k), signedText(r.famIndexFromId(p.spouseFamilyId[size_t(k)])));
+        addRow(grid, numbered("Fams ", k),
+               signedText(r.famIndexFromId(p.spouseFamilyId[size_t(k)])));
     if (p.childFamilyId > 0)
         addRow(grid, QStringLiteral("Famc"), signedText(r.famIndexFromId(p.childFamilyId)));
     QString label;
     const int32_t age = calcAge(p.birthDate, p.deathDate, label, session.today());
     addRow(grid, QStringLiteral("Age "),
-           age == -1 ? QStringLiteral("Cannot calculate") : signedText(age) + QLatin1Char(' ') + label);
+           age == -1 ? QStringLiteral("Cannot calculate")
+                     : signedText(age) + QLatin1Char(' ') + label);
     if (!p.note.isEmpty())
         addRow(grid, QStringLiteral("Note "), p.note);
     grid.fitWindow = true;
@@ -168,7 +173,8 @@ Grid familyGrid(const Session& session, int32_t slot)
         person(numbered("Child ", k), f.childId[size_t(k)]);
     addRow(grid, QStringLiteral("Marr. date"), f.marriageDate);
     addRow(grid, QStringLiteral("Marr. place"), f.marriagePlace);
-    addRow(grid, QStringLiteral("Divorce?"), f.divorced ? QStringLiteral("Yes") : QStringLiteral("No"));
+    addRow(grid, QStringLiteral("Divorce?"),
+           f.divorced ? QStringLiteral("Yes") : QStringLiteral("No"));
     grid.fitWindow = true;
     return grid;
 }

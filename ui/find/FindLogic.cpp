@@ -1,10 +1,10 @@
 #include "ui/find/FindLogic.h"
 
 #include "app/Session.h"
+#include "core/Fault.h"
 #include "core/TextNumbers.h"
 #include "ui/find/ResultsListing.h"
 #include "ui/find/StatisticalQueries.h"
-#include "core/Fault.h"
 
 namespace tav {
 
@@ -109,7 +109,8 @@ void FindLogic::openSingleResult()
         return;
     session_.guarded([&] {
         if (results[FindResults::Individuals].count == 1)
-            browse(session_, FindResults::Individuals, results[FindResults::Individuals].entries[1]);
+            browse(session_, FindResults::Individuals,
+                   results[FindResults::Individuals].entries[1]);
         else if (results[FindResults::Families].count == 1)
             browse(session_, FindResults::Families, results[FindResults::Families].entries[1]);
     });
@@ -150,7 +151,8 @@ void FindLogic::lineChosen(int line)
 {
     if (line < 0 || line >= lines_.size())
         return;
-    const std::optional<ResultPosition> result = resultAtLine(session_.findResults, lines_[line], line);
+    const std::optional<ResultPosition> result =
+        resultAtLine(session_.findResults, lines_[line], line);
     if (!result)
         return;
     FindResults& results = session_.findResults;

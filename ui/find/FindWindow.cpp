@@ -20,13 +20,15 @@
 
 namespace tav {
 
-FindWindow::FindWindow(Session& session, QWidget* parent) : QMainWindow(parent), session_(session), logic_(session)
+FindWindow::FindWindow(Session& session, QWidget* parent)
+    : QMainWindow(parent), session_(session), logic_(session)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(tavIcon("find"));
     setWindowTitle(QStringLiteral("Find"));
 
-    top_ = addTopButton(addWindowToolbar(this, 18, Qt::ToolButtonTextBesideIcon), this, session_.findOnTop);
+    top_ = addTopButton(addWindowToolbar(this, 18, Qt::ToolButtonTextBesideIcon), this,
+                        session_.findOnTop);
 
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
@@ -110,7 +112,8 @@ FindWindow::FindWindow(Session& session, QWidget* parent) : QMainWindow(parent),
         logic_.moreLess();
         refresh();
     });
-    connect(combo1_, &QComboBox::activated, this, [this](int line) { busy([this, line] { logic_.lineChosen(line); }); });
+    connect(combo1_, &QComboBox::activated, this,
+            [this](int line) { busy([this, line] { logic_.lineChosen(line); }); });
     connect(combo2_, &QComboBox::activated, this, [this](int index) {
         busy([this, index] { logic_.queryChosen(index); });
         if (logic_.numberEnabled()) {
@@ -122,9 +125,9 @@ FindWindow::FindWindow(Session& session, QWidget* parent) : QMainWindow(parent),
 
     // The window sees its keys before its boxes do (an open drop-down list,
     // a window of its own, keeps them).
-    for (QWidget* control : std::initializer_list<QWidget*>{text1_, text2_, check1_, command1_, command2_, command4_,
-                                                           command5_, combo1_, combo2_, kindChecks_[0], kindChecks_[1],
-                                                           kindChecks_[2], kindChecks_[3]})
+    for (QWidget* control : std::initializer_list<QWidget*>{
+             text1_, text2_, check1_, command1_, command2_, command4_, command5_, combo1_, combo2_,
+             kindChecks_[0], kindChecks_[1], kindChecks_[2], kindChecks_[3]})
         control->installEventFilter(this);
     installEventFilter(this);
     resize(560, 200);
@@ -136,8 +139,8 @@ void FindWindow::readControls()
 {
     logic_.searchText = text1_->text();
     logic_.caseSensitive = check1_->isChecked();
-    logic_.kinds = {kindChecks_[0]->isChecked(), kindChecks_[1]->isChecked(), kindChecks_[2]->isChecked(),
-                    kindChecks_[3]->isChecked()};
+    logic_.kinds = {kindChecks_[0]->isChecked(), kindChecks_[1]->isChecked(),
+                    kindChecks_[2]->isChecked(), kindChecks_[3]->isChecked()};
     logic_.numberText = text2_->text();
 }
 
@@ -204,11 +207,12 @@ bool FindWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (event->type() == QEvent::ShortcutOverride) {
-            const bool ours = key->key() == Qt::Key_Escape || key->key() == Qt::Key_Return ||
-                              key->key() == Qt::Key_Enter ||
-                              ((key->modifiers() & Qt::ControlModifier) &&
-                               (key->key() == Qt::Key_C || key->key() == Qt::Key_F || key->key() == Qt::Key_I ||
-                                key->key() == Qt::Key_Y || key->key() == Qt::Key_Q));
+            const bool ours =
+                key->key() == Qt::Key_Escape || key->key() == Qt::Key_Return ||
+                key->key() == Qt::Key_Enter ||
+                ((key->modifiers() & Qt::ControlModifier) &&
+                 (key->key() == Qt::Key_C || key->key() == Qt::Key_F || key->key() == Qt::Key_I ||
+                  key->key() == Qt::Key_Y || key->key() == Qt::Key_Q));
             if (ours) {
                 event->accept();
                 return true;

@@ -16,7 +16,10 @@ QString nameOf(const Session& session, int32_t slot)
 }
 
 // The section's lines as a count: its header and its results, none when empty.
-int32_t sectionLines(const FindResults::Table& table) { return table.count > 0 ? table.count + 1 : 0; }
+int32_t sectionLines(const FindResults::Table& table)
+{
+    return table.count > 0 ? table.count + 1 : 0;
+}
 
 }  // namespace
 
@@ -38,8 +41,9 @@ QStringList resultLines(const Session& session)
         for (int32_t k = 1; k <= individuals.count; ++k) {
             const int32_t slot = individuals.entries[size_t(k)];
             // Individuals are padded to three digits; the other kinds are not.
-            const QString number = slot < 0 ? QStringLiteral("-I%1").arg(-int64_t(slot), 3, 10, QLatin1Char('0'))
-                                            : QStringLiteral("I%1").arg(slot, 3, 10, QLatin1Char('0'));
+            const QString number =
+                slot < 0 ? QStringLiteral("-I%1").arg(-int64_t(slot), 3, 10, QLatin1Char('0'))
+                         : QStringLiteral("I%1").arg(slot, 3, 10, QLatin1Char('0'));
             lines << number + QStringLiteral(". ") + nameOf(session, slot);
         }
     }
@@ -49,8 +53,9 @@ QStringList resultLines(const Session& session)
         for (int32_t k = 1; k <= families.count; ++k) {
             const int32_t slot = families.entries[size_t(k)];
             const Family& f = r.family(slot);
-            lines << numberWithLetter(u'F', slot) + QStringLiteral(". ") + nameOf(session, r.indIndexFromId(f.husbandId)) +
-                         QStringLiteral(" & ") + nameOf(session, r.indIndexFromId(f.wifeId));
+            lines << numberWithLetter(u'F', slot) + QStringLiteral(". ") +
+                         nameOf(session, r.indIndexFromId(f.husbandId)) + QStringLiteral(" & ") +
+                         nameOf(session, r.indIndexFromId(f.wifeId));
         }
     }
     const FindResults::Table& sources = results[FindResults::Sources];
@@ -72,7 +77,8 @@ QStringList resultLines(const Session& session)
     return lines;
 }
 
-std::optional<ResultPosition> resultAtLine(const FindResults& results, const QString& line, int lineIndex)
+std::optional<ResultPosition> resultAtLine(const FindResults& results, const QString& line,
+                                           int lineIndex)
 {
     if (line.isEmpty())
         return std::nullopt;
@@ -85,7 +91,8 @@ std::optional<ResultPosition> resultAtLine(const FindResults& results, const QSt
     case u'I': return ResultPosition{FindResults::Individuals, lineIndex};
     case u'F': return ResultPosition{FindResults::Families, lineIndex - individuals};
     case u'S': return ResultPosition{FindResults::Sources, lineIndex - individuals - families};
-    case u'N': return ResultPosition{FindResults::Notes, lineIndex - individuals - families - sources};
+    case u'N':
+        return ResultPosition{FindResults::Notes, lineIndex - individuals - families - sources};
     default: return std::nullopt;
     }
 }

@@ -24,6 +24,7 @@ struct ResultPosition {
     FindResults::Kind kind;
     int32_t position;
 };
-std::optional<ResultPosition> resultAtLine(const FindResults& results, const QString& line, int lineIndex);
+std::optional<ResultPosition> resultAtLine(const FindResults& results, const QString& line,
+                                           int lineIndex);
 
 }  // namespace tav

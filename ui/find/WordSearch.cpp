@@ -14,7 +14,8 @@ namespace {
 // keeps the search of a large file quick.
 class WordMatcher {
 public:
-    WordMatcher(const QString& word, bool caseSensitive) : word_(word), caseSensitive_(caseSensitive)
+    WordMatcher(const QString& word, bool caseSensitive)
+        : word_(word), caseSensitive_(caseSensitive)
     {
         for (QChar& c : word_)
             c = QChar(fold(c));
@@ -153,32 +154,37 @@ void findByWords(Session& session, const QString& text, bool caseSensitive, Sear
     const RecordStore& r = session.records;
 
     if (kinds.individuals) {
-        collect(results[FindResults::Individuals], r.individualCount(), search, [&](SearchText& s, int32_t k) {
-            const Individual& p = r.individual(k);
-            s.start(u'I', p.id) << p.name << p.sex << p.occupation << p.birthDate << p.birthPlace << p.deathDate
-                                << p.deathPlace << p.note;
-        });
+        collect(results[FindResults::Individuals], r.individualCount(), search,
+                [&](SearchText& s, int32_t k) {
+                    const Individual& p = r.individual(k);
+                    s.start(u'I', p.id) << p.name << p.sex << p.occupation << p.birthDate
+                                        << p.birthPlace << p.deathDate << p.deathPlace << p.note;
+                });
     }
     if (kinds.families) {
-        collect(results[FindResults::Families], r.familyCount(), search, [&](SearchText& s, int32_t k) {
-            const Family& f = r.family(k);
-            s.start(u'F', f.id) << r.individual(r.indIndexFromId(f.husbandId)).name
-                                << r.individual(r.indIndexFromId(f.wifeId)).name << f.marriageDate << f.marriagePlace;
-            for (int c = 1; c <= f.storedChildren(); ++c)
-                s << r.individual(r.indIndexFromId(f.childId[size_t(c)])).name;
-        });
+        collect(results[FindResults::Families], r.familyCount(), search,
+                [&](SearchText& s, int32_t k) {
+                    const Family& f = r.family(k);
+                    s.start(u'F', f.id) << r.individual(r.indIndexFromId(f.husbandId)).name
+                                        << r.individual(r.indIndexFromId(f.wifeId)).name
+                                        << f.marriageDate << f.marriagePlace;
+                    for (int c = 1; c <= f.storedChildren(); ++c)
+                        s << r.individual(r.indIndexFromId(f.childId[size_t(c)])).name;
+                });
     }
     if (kinds.sources) {
-        collect(results[FindResults::Sources], r.sourceCount(), search, [&](SearchText& s, int32_t k) {
-            const Source& src = r.source(k);
-            s.start(u'S', src.id) << src.title << src.author << src.publication << src.note;
-        });
+        collect(results[FindResults::Sources], r.sourceCount(), search,
+                [&](SearchText& s, int32_t k) {
+                    const Source& src = r.source(k);
+                    s.start(u'S', src.id) << src.title << src.author << src.publication << src.note;
+                });
     }
     if (kinds.notes) {
         collect(results[FindResults::Notes], r.noteCount(), search, [&](SearchText& s, int32_t k) {
             // The source at the note's own slot is read with it.
             const Source& src = r.source(k);
-            s.start(u'N', r.note(k).id) << r.note(k).text << src.author << src.publication << src.note;
+            s.start(u'N', r.note(k).id)
+                << r.note(k).text << src.author << src.publication << src.note;
         });
     }
     results.total = results.sum();

@@ -8,11 +8,8 @@
 namespace tav {
 
 const HelpTopic helpTopics[5] = {
-    {"QuickStart", "Quick Start"},
-    {"List", "Listing information"},
-    {"Find", "Find"},
-    {"Tree", "Showing the family tree"},
-    {"Options", "Setting options"},
+    {"QuickStart", "Quick Start"},       {"List", "Listing information"}, {"Find", "Find"},
+    {"Tree", "Showing the family tree"}, {"Options", "Setting options"},
 };
 
 QString helpTopic(const QString& helpText, const QString& key)
@@ -21,7 +18,8 @@ QString helpTopic(const QString& helpText, const QString& key)
     const qsizetype p = helpText.indexOf(marker + key);
     if (p < 0)
         return QString();
-    qsizetype q = helpText.indexOf(marker, p + 1);  // 0-based; the length stands in when there is none
+    qsizetype q =
+        helpText.indexOf(marker, p + 1);  // 0-based; the length stands in when there is none
     const qsizetype start = p + marker.size() + key.size();
     if (q < 0)
         q = helpText.size() - 1;  // so the last topic loses the file's last three characters
@@ -33,7 +31,8 @@ QString helpTopic(const QString& helpText, const QString& key)
 
 bool readHelpFile(const QString& programFolder, QString& text, QString& problem)
 {
-    for (const QString& path : {QStringLiteral("help.txt"), QDir(programFolder).filePath(QStringLiteral("help.txt"))}) {
+    for (const QString& path :
+         {QStringLiteral("help.txt"), QDir(programFolder).filePath(QStringLiteral("help.txt"))}) {
         QFile file(path);
         if (file.open(QIODevice::ReadOnly)) {
             text = QString::fromUtf8(file.readAll());

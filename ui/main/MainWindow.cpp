@@ -7,18 +7,18 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QComboBox>
 #include <QGridLayout>
-#include <QPushButton>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -33,7 +33,8 @@ QString droppedGedcom(const QMimeData* mime)
     if (!mime || !mime->hasUrls())
         return QString();
     for (const QUrl& url : mime->urls()) {
-        if (url.isLocalFile() && url.toLocalFile().endsWith(QLatin1String(".ged"), Qt::CaseInsensitive))
+        if (url.isLocalFile() &&
+            url.toLocalFile().endsWith(QLatin1String(".ged"), Qt::CaseInsensitive))
             return url.toLocalFile();
     }
     return QString();
@@ -41,7 +42,8 @@ QString droppedGedcom(const QMimeData* mime)
 
 }  // namespace
 
-MainWindow::MainWindow(Session& session, RegistryStore& store, const QString& programFolder, QWidget* parent)
+MainWindow::MainWindow(Session& session, RegistryStore& store, const QString& programFolder,
+                       QWidget* parent)
     : QMainWindow(parent), session_(session), logic_(session, store, programFolder)
 {
     windows_ = new WindowManager(session, store, this);
@@ -50,19 +52,19 @@ MainWindow::MainWindow(Session& session, RegistryStore& store, const QString& pr
     buildMenus();
     buildCentre();
 
-    logic_.setLoadProgress(LoadProgress{
-        [this](qint64 maximum) {
-            // The bar counts in kilobytes so that large files stay within its range.
-            progress_->setRange(0, int(maximum / 1024) + 1);
-            progress_->setValue(0);
-            progress_->show();
-            progress_->repaint();
-        },
-        [this](qint64 value) {
-            progress_->setValue(int(value / 1024));
-            progress_->repaint();
-        },
-        [this] { progress_->hide(); }});
+    logic_.setLoadProgress(LoadProgress{[this](qint64 maximum) {
+                                            // The bar counts in kilobytes so that large files stay
+                                            // within its range.
+                                            progress_->setRange(0, int(maximum / 1024) + 1);
+                                            progress_->setValue(0);
+                                            progress_->show();
+                                            progress_->repaint();
+                                        },
+                                        [this](qint64 value) {
+                                            progress_->setValue(int(value / 1024));
+                                            progress_->repaint();
+                                        },
+                                        [this] { progress_->hide(); }});
     resize(560, 250);
     refresh();
 }
@@ -70,11 +72,13 @@ MainWindow::MainWindow(Session& session, RegistryStore& store, const QString& pr
 void MainWindow::buildMenus()
 {
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-    QAction* open = file->addAction(tavIcon("open"), QStringLiteral("&Open..."), this, &MainWindow::chooseFile);
+    QAction* open =
+        file->addAction(tavIcon("open"), QStringLiteral("&Open..."), this, &MainWindow::chooseFile);
     open->setShortcut(QKeySequence::Open);
     recentSeparator_ = file->addSeparator();
     for (int i = 1; i <= 10; ++i) {
-        recent_[size_t(i)] = file->addAction(QString(), this, [this, i] { busy([this, i] { logic_.recentFileChosen(i); }); });
+        recent_[size_t(i)] = file->addAction(
+            QString(), this, [this, i] { busy([this, i] { logic_.recentFileChosen(i); }); });
         recent_[size_t(i)]->setVisible(false);
     }
     file->addSeparator();
@@ -82,7 +86,8 @@ void MainWindow::buildMenus()
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
-    find_ = view->addAction(tavIcon("find"), QStringLiteral("&Find..."), this, [this] { session_.showWindow(AppWindow::Find); });
+    find_ = view->addAction(tavIcon("find"), QStringLiteral("&Find..."), this,
+                            [this] { session_.showWindow(AppWindow::Find); });
     find_->setShortcut(QKeySequence::Find);
     find_->setShortcutContext(Qt::WindowShortcut);
     findRel_ = view->addAction(QStringLiteral("Find relationship"), this, [this] {
@@ -92,7 +97,8 @@ void MainWindow::buildMenus()
     findRel_->setCheckable(true);
     findRel_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     view->addSeparator();
-    header_ = view->addAction(QStringLiteral("Gedcom header information"), this, [this] { logic_.showHeaderInformation(); });
+    header_ = view->addAction(QStringLiteral("Gedcom header information"), this,
+                              [this] { logic_.showHeaderInformation(); });
     view->addSeparator();
     QAction* options = view->addAction(QStringLiteral("&Options..."), this, [this] {
         session_.showWindow(AppWindow::Options);
@@ -103,7 +109,8 @@ void MainWindow::buildMenus()
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     for (int i = 0; i < int(std::size(helpTopics)); ++i) {
-        QAction* topic = help->addAction(QString::fromLatin1(helpTopics[i].title), this, [this, i] { logic_.showHelp(i); });
+        QAction* topic = help->addAction(QString::fromLatin1(helpTopics[i].title), this,
+                                         [this, i] { logic_.showHelp(i); });
         if (i == 0)
             topic->setShortcut(QKeySequence::HelpContents);
     }
@@ -112,11 +119,13 @@ void MainWindow::buildMenus()
     toolbar->setMovable(false);
     toolbar->setIconSize(QSize(24, 24));
     toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    QAction* openButton = toolbar->addAction(tavIcon("open"), QStringLiteral("Open"), this, &MainWindow::chooseFile);
+    QAction* openButton =
+        toolbar->addAction(tavIcon("open"), QStringLiteral("Open"), this, &MainWindow::chooseFile);
     openButton->setToolTip(QStringLiteral("Open a GEDCOM file"));
     findButton_ = toolbar->addAction(tavIcon("find"), QStringLiteral("Find"), this,
                                      [this] { session_.showWindow(AppWindow::Find); });
-    findButton_->setToolTip(QStringLiteral("Find records by their words, and ask questions about the file (Ctrl+F)"));
+    findButton_->setToolTip(
+        QStringLiteral("Find records by their words, and ask questions about the file (Ctrl+F)"));
 }
 
 void MainWindow::buildCentre()
@@ -130,10 +139,13 @@ void MainWindow::buildCentre()
     grid->setVerticalSpacing(10);
     text1_ = new QLineEdit(central);
     text1_->setFixedWidth(90);
-    text1_->setToolTip(QStringLiteral("Number of the current individual (its place in the file); Enter shows it"));
+    text1_->setToolTip(
+        QStringLiteral("Number of the current individual (its place in the file); Enter shows it"));
     text1_->installEventFilter(this);
-    connect(text1_, &QLineEdit::textEdited, this, [this](const QString& text) { logic_.setCurrentIndividualText(text); });
-    connect(text1_, &QLineEdit::returnPressed, this, [this] { busy([this] { logic_.currentIndividualEntered(); }); });
+    connect(text1_, &QLineEdit::textEdited, this,
+            [this](const QString& text) { logic_.setCurrentIndividualText(text); });
+    connect(text1_, &QLineEdit::returnPressed, this,
+            [this] { busy([this] { logic_.currentIndividualEntered(); }); });
     auto* individualLabel = new QLabel(QStringLiteral("&Current individual:"), central);
     individualLabel->setBuddy(text1_);
     grid->addWidget(individualLabel, 0, 0);
@@ -143,7 +155,8 @@ void MainWindow::buildCentre()
     combo2_->addItems(MainWindowLogic::showChoices());
     combo2_->setMinimumWidth(240);
     combo2_->setToolTip(QStringLiteral("What to show in the record browser"));
-    connect(combo2_, &QComboBox::activated, this, [this](int index) { busy([this, index] { logic_.showChosen(index); }); });
+    connect(combo2_, &QComboBox::activated, this,
+            [this](int index) { busy([this, index] { logic_.showChosen(index); }); });
     command10_ = new QPushButton(QStringLiteral("&Go"), central);
     command10_->setToolTip(QStringLiteral("Show it again"));
     connect(command10_, &QPushButton::clicked, this,
@@ -201,8 +214,8 @@ void MainWindow::busy(const std::function<void()>& command)
 
 void MainWindow::chooseFile()
 {
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open"), QDir::currentPath(),
-                                                      QStringLiteral("(*.ged)"));
+    const QString path = QFileDialog::getOpenFileName(
+        this, QStringLiteral("Open"), QDir::currentPath(), QStringLiteral("(*.ged)"));
     if (!path.isEmpty())
         setWindowTitle(path);
     busy([&] { logic_.fileOpenChosen(path); });

@@ -22,7 +22,8 @@ class WindowManager;
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    MainWindow(Session& session, RegistryStore& store, const QString& programFolder, QWidget* parent = nullptr);
+    MainWindow(Session& session, RegistryStore& store, const QString& programFolder,
+               QWidget* parent = nullptr);
 
     // Loads the settings and the start-up file (see MainWindowLogic::startUp).
     void startUp(const QString& commandLine);

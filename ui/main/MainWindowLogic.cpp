@@ -16,8 +16,7 @@ namespace tav {
 
 MainWindowLogic::MainWindowLogic(Session& session, RegistryStore& store, QString programFolder)
     : session_(session), store_(store), programFolder_(std::move(programFolder))
-{
-}
+{}
 
 void MainWindowLogic::startUp(const QString& commandLine)
 {
@@ -137,7 +136,8 @@ void MainWindowLogic::showChosen(int index)
     showIndex_ = index;
     const RecordStore& r = session_.records;
     if ((index == 0 && r.individualCount() > 10000) || (index == 1 && r.familyCount() > 10000)) {
-        if (!session_.messages().ask(QStringLiteral("This may take some time. Do you wish to continue?")))
+        if (!session_.messages().ask(
+                QStringLiteral("This may take some time. Do you wish to continue?")))
             return;
     }
     if (index == 4 && r.noteCount() == 0) {
@@ -180,16 +180,17 @@ QString MainWindowLogic::findRelationshipCaption() const
 
 void MainWindowLogic::showHeaderInformation()
 {
-    session_.messages().message(headerInformationLines(session_.records).join(QLatin1String("\r\n")),
-                                headerInformationTitle());
+    session_.messages().message(
+        headerInformationLines(session_.records).join(QLatin1String("\r\n")),
+        headerInformationTitle());
 }
 
 QString MainWindowLogic::aboutText(const QString& lineBreak)
 {
-    return QStringLiteral("Tav.exe ") + lineBreak + QStringLiteral("Version 1.0") + lineBreak + lineBreak +
-           QStringLiteral("A viewer and analyser of GEDCOM genealogy files.") + lineBreak +
-           QStringLiteral("Written by the Tav developers with C++ and Qt ") + QString::fromLatin1(qVersion()) +
-           QLatin1Char('.');
+    return QStringLiteral("Tav.exe ") + lineBreak + QStringLiteral("Version 1.0") + lineBreak +
+           lineBreak + QStringLiteral("A viewer and analyser of GEDCOM genealogy files.") +
+           lineBreak + QStringLiteral("Written by the Tav developers with C++ and Qt ") +
+           QString::fromLatin1(qVersion()) + QLatin1Char('.');
 }
 
 QString MainWindowLogic::creditText()
@@ -227,7 +228,10 @@ QString MainWindowLogic::caption() const { return session_.mainCaption; }
 
 QString MainWindowLogic::currentIndividualText() const { return session_.currentIndividualText; }
 
-void MainWindowLogic::setCurrentIndividualText(const QString& text) { session_.currentIndividualText = text; }
+void MainWindowLogic::setCurrentIndividualText(const QString& text)
+{
+    session_.currentIndividualText = text;
+}
 
 QString MainWindowLogic::currentFolder() const { return QDir::currentPath(); }
 

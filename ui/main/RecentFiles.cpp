@@ -6,7 +6,8 @@ namespace tav {
 
 void splitPath(const QString& path, QString& name, QString& folder)
 {
-    const qsizetype separator = qMax(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/')));
+    const qsizetype separator =
+        qMax(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/')));
     if (separator >= 0) {
         name = path.mid(separator + 1);
         folder = path.left(separator + 1);

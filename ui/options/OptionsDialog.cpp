@@ -45,8 +45,9 @@ OptionsDialog::OptionsDialog(Session& session, RegistryStore& store, QWidget* pa
     auto* namesBox = new QGroupBox(QStringLiteral("Names"), general);
     auto* namesForm = new QFormLayout(namesBox);
     surnameStyle_ = new QComboBox(namesBox);
-    surnameStyle_->addItems({QStringLiteral("smith"), QStringLiteral("SMITH"), QStringLiteral("/smith/"),
-                             QStringLiteral("/SMITH/"), QStringLiteral("Smith"), QStringLiteral("/Smith/")});
+    surnameStyle_->addItems({QStringLiteral("smith"), QStringLiteral("SMITH"),
+                             QStringLiteral("/smith/"), QStringLiteral("/SMITH/"),
+                             QStringLiteral("Smith"), QStringLiteral("/Smith/")});
     surnameStyle_->setCurrentIndex(logic_.surnameStyleIndex);
     namesForm->addRow(QStringLiteral("Surname style:"), surnameStyle_);
     givenFirst_ = new QRadioButton(QStringLiteral("First names first (John Smith)"), namesBox);
@@ -61,8 +62,9 @@ OptionsDialog::OptionsDialog(Session& session, RegistryStore& store, QWidget* pa
     // Family tree.
     auto* tree = new QWidget(tabs_);
     auto* treeLayout = new QVBoxLayout(tree);
-    const char* labels[6] = {"Show dates",           "Show surnames",     "Mark people with descendants",
-                             "Show the main line",   "Leave out spouses", "Alternative background colour"};
+    const char* labels[6] = {
+        "Show dates",         "Show surnames",     "Mark people with descendants",
+        "Show the main line", "Leave out spouses", "Alternative background colour"};
     const bool values[6] = {logic_.viewDates,    logic_.viewSurnames, logic_.viewDescendentMark,
                             logic_.viewMainLine, logic_.viewNoSpouse, logic_.backColour};
     for (int i = 0; i < 6; ++i) {
@@ -91,9 +93,10 @@ OptionsDialog::OptionsDialog(Session& session, RegistryStore& store, QWidget* pa
 
 void OptionsDialog::chooseAutoLoadFile()
 {
-    const QString start = logic_.autoLoadPath().isEmpty() ? QDir::currentPath() : logic_.autoLoadPath();
-    logic_.autoLoadFileChosen(
-        QFileDialog::getOpenFileName(this, QStringLiteral("Auto-load file"), start, QStringLiteral("(*.ged)")));
+    const QString start =
+        logic_.autoLoadPath().isEmpty() ? QDir::currentPath() : logic_.autoLoadPath();
+    logic_.autoLoadFileChosen(QFileDialog::getOpenFileName(this, QStringLiteral("Auto-load file"),
+                                                           start, QStringLiteral("(*.ged)")));
     autoLoad_->setText(logic_.autoLoadText);
 }
 

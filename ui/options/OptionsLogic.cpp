@@ -7,7 +7,8 @@
 
 namespace tav {
 
-OptionsLogic::OptionsLogic(Session& session, RegistryStore& store) : session_(session), store_(store)
+OptionsLogic::OptionsLogic(Session& session, RegistryStore& store)
+    : session_(session), store_(store)
 {
     const Settings& s = session_.settings;
     autoLoadPath_ = s.autoLoadFile;

@@ -27,7 +27,7 @@ public:
     // OK: false (after "Cannot find autoload file!") when the dialog must stay open.
     bool accept();
 
-    int surnameStyleIndex;  // SurnameStyle - 1
+    int surnameStyleIndex;        // SurnameStyle - 1
     bool surnameFirstNamesFirst;  // SurnamePosn 1
     bool viewDates, viewSurnames, viewDescendentMark, viewMainLine, viewNoSpouse, backColour;
     int fontSizeIndex;  // 4 - FontSize

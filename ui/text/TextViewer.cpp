@@ -23,15 +23,19 @@ TextViewer::TextViewer(Session& session, QWidget* parent) : QMainWindow(parent),
 
     QToolBar* toolbar = addWindowToolbar(this, 20, Qt::ToolButtonTextBesideIcon);
     top_ = addTopButton(toolbar, this, session.textViewerOnTop);
-    QAction* select = toolbar->addAction(tavIcon("select-all"), QStringLiteral("Select all"), this, &TextViewer::selectAll);
+    QAction* select = toolbar->addAction(tavIcon("select-all"), QStringLiteral("Select all"), this,
+                                         &TextViewer::selectAll);
     select->setToolTip(QStringLiteral("Select all"));
-    QAction* copy = toolbar->addAction(tavIcon("copy"), QStringLiteral("Copy"), this, &TextViewer::copySelection);
+    QAction* copy = toolbar->addAction(tavIcon("copy"), QStringLiteral("Copy"), this,
+                                       &TextViewer::copySelection);
     copy->setToolTip(QStringLiteral("Copy the selected text to the clipboard"));
 
     QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    edit->addAction(QStringLiteral("Copy to clipboard"), QKeySequence::Copy, this, &TextViewer::copySelection);
+    edit->addAction(QStringLiteral("Copy to clipboard"), QKeySequence::Copy, this,
+                    &TextViewer::copySelection);
     edit->addSeparator();
-    edit->addAction(QStringLiteral("Select All"), QKeySequence::SelectAll, this, &TextViewer::selectAll);
+    edit->addAction(QStringLiteral("Select All"), QKeySequence::SelectAll, this,
+                    &TextViewer::selectAll);
 
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
@@ -74,7 +78,8 @@ void TextViewer::copySelection()
 {
     QClipboard* clipboard = QGuiApplication::clipboard();
     clipboard->clear();
-    clipboard->setText(text_->textCursor().selectedText().replace(QChar::ParagraphSeparator, QLatin1Char('\n')));
+    clipboard->setText(
+        text_->textCursor().selectedText().replace(QChar::ParagraphSeparator, QLatin1Char('\n')));
 }
 
 void TextViewer::selectAll() { text_->selectAll(); }

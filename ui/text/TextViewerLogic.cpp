@@ -10,7 +10,8 @@ QString TextViewerLogic::title() const { return session_.reportTitle; }
 
 QRect TextViewerLogic::placement(const QRect& screen, int width)
 {
-    return QRect(screen.right() + 1 - width, screen.top(), width, screen.height() - twipsToPixels(450));
+    return QRect(screen.right() + 1 - width, screen.top(), width,
+                 screen.height() - twipsToPixels(450));
 }
 
 }  // namespace tav

@@ -21,7 +21,6 @@ public:
     // against the right-hand edge.
     static QRect placement(const QRect& screen, int width);
 
-
 private:
     Session& session_;
 };
