@@ -3,7 +3,6 @@
 #include "app/Session.h"
 #include "core/CharsetDecoder.h"
 #include "core/GedcomReader.h"
-#include "core/TextNumbers.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -52,9 +51,8 @@ private:
 
 }  // namespace
 
-QString loadedCaption(const Session& session)
+QString loadedCaption(const RecordStore& records)
 {
-    const RecordStore& records = session.records;
     return QStringLiteral("%1 (%2 individuals, %3 families)")
         .arg(records.fileName)
         .arg(records.individualCount())
@@ -79,7 +77,6 @@ bool loadGedcom(Session& session, const QString& path, QString* failure,
         progress.started(maximum);
 
     session.records.fileName = path;
-    session.mainCaption = path;
     const QByteArrayView text = prepareFileBytes(raw);
     const qint64 textLength = text.size();
 
@@ -93,8 +90,6 @@ bool loadGedcom(Session& session, const QString& path, QString* failure,
     reader.read(text);
 
     session.curInd = 1;
-    session.currentIndividualText = signedText(session.curInd);
-    session.mainCaption = loadedCaption(session);
     if (progress.finished)
         progress.finished();
     return true;

@@ -5,6 +5,7 @@
 
 namespace tav {
 
+class RecordStore;
 class Session;
 
 // Drives a progress bar through a load: its range is 0 to the file's length
@@ -15,15 +16,14 @@ struct LoadProgress {
     std::function<void()> finished;
 };
 
-// Reads the GEDCOM file `path` into the session: the store is rebuilt, the
-// current individual becomes 1 and the main window's caption and
-// current-individual text are set. Load messages go to the session's
+// Reads the GEDCOM file `path` into the session: the store is rebuilt and
+// the current individual becomes 1. Load messages go to the session's
 // message boxes. When the file cannot be read nothing changes, and the
 // result is false with `failure` set to "Cannot open FILE: reason".
 bool loadGedcom(Session& session, const QString& path, QString* failure = nullptr,
                 const LoadProgress& progress = {});
 
 // The main window's caption after a load: "FILE (N individuals, M families)".
-QString loadedCaption(const Session& session);
+QString loadedCaption(const RecordStore& records);
 
 }  // namespace tav

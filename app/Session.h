@@ -1,7 +1,9 @@
 #pragma once
 
-#include "app/FindResults.h"
 #include "app/Messages.h"
+#include "app/ViewKinds.h"
+#include "calc/FindResults.h"
+#include "calc/Names.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
 
@@ -14,9 +16,48 @@ namespace tav {
 // Windows that one window or routine asks to be shown.
 enum class AppWindow { Text, List, Find, Options };
 
+// A request for a window, with what the window needs to know beyond the
+// session's state.
+struct WindowRequest {
+    AppWindow window;
+    bool showQueries = false;  // the find window opens with its queries shown
+};
+
+// What the record browser is asked to show: the view kind (the slot is the
+// session's current record of that kind), who asked, and whether the
+// browser has loaded the request yet.
+struct BrowserRequest {
+    ViewKind viewKind = ViewKind::None;
+    BrowserCaller caller = BrowserCaller::MainWindow;
+    bool loaded = false;
+};
+
+// The report the text viewer shows, and its caption.
+struct Report {
+    QString text;
+    QString title;
+};
+
+// Whether each kind of window was last put above all others ("Top" button).
+// The flags outlive the windows.
+struct KeepOnTopFlags {
+    bool textViewer = false;
+    bool browser = false;
+    bool find = false;
+    bool tree = false;
+};
+
+// What the windows know of the family tree window: whether it must build its
+// tree anew when next activated, and whether a previous view is kept for
+// "GoBack".
+struct TreeFlags {
+    bool treeBuilt = false;
+    bool prevViewSaved = false;
+};
+
 // The state the windows share: the record store, the current records, the
-// texts one window leaves for another, and the user's settings. Every window
-// and every tav-cli command works on one Session.
+// requests one window leaves for another, and the user's settings. Every
+// window and every tav-cli command works on one Session.
 class Session {
 public:
     explicit Session(Messages& messages);
@@ -28,12 +69,21 @@ public:
     bool guarded(const std::function<void()>& command);
 
     // Asks for a window; the viewer shows it, tav-cli and tests note the request.
-    void showWindow(AppWindow window)
+    void showWindow(const WindowRequest& request)
     {
         if (windowRequested)
-            windowRequested(window);
+            windowRequested(request);
     }
-    std::function<void(AppWindow)> windowRequested;
+    void showWindow(AppWindow window) { showWindow(WindowRequest{window}); }
+    std::function<void(const WindowRequest&)> windowRequested;
+
+    // Puts a report in the text viewer and shows it.
+    void showReport(const QString& text, const QString& title);
+
+    // Asks the record browser to show a kind: a record kind shows the
+    // current record of that kind, which `slot` becomes when given.
+    void openBrowser(ViewKind kind, BrowserCaller caller);
+    void openBrowser(ViewKind kind, int32_t slot, BrowserCaller caller);
 
     // Closes every window but the main one, as the main window does when it closes.
     void closeOtherWindows()
@@ -47,6 +97,12 @@ public:
     QDate today() const { return clock_ ? clock_() : QDate::currentDate(); }
     void setClock(std::function<QDate()> clock) { clock_ = std::move(clock); }
 
+    // How names are shown, from the settings.
+    NameStyle nameStyle() const { return {settings.SurnameStyle, settings.SurnamePosn}; }
+
+    // The current record of a record kind (the individual for any other kind).
+    int32_t& currentSlot(ViewKind kind);
+
     RecordStore records;
     Settings settings;
 
@@ -58,28 +114,13 @@ public:
     // Line break of every report and message text.
     QString lineSeparator = QStringLiteral("\r\n");
 
-    // The report the text viewer shows, and its caption.
-    QString reportText;
-    QString reportTitle;
-
-    // What the main window shows: its caption and the current-individual box.
-    QString mainCaption;
-    QString currentIndividualText;
-
-    // What the record browser is asked to show: "IND", "FAM", "SOU", "NOT" or a
-    // list kind ("ALLINDS" ...), who asked ("frmTav" or "frmFind"), and
-    // whether the request has been loaded.
-    QString viewKind;
-    QString listCaller;
-    bool listLoaded = false;
+    Report report;
+    BrowserRequest browser;
+    KeepOnTopFlags onTop;
+    TreeFlags tree;
 
     // The first individual picked for the relationship finder.
     int32_t relFirst = 0;
-
-    // Whether each window was last put above all others ("Top" button).
-    bool textViewerOnTop = false;
-    bool browserOnTop = false;
-    bool findOnTop = false;
 
     // The results of the last find or statistical query.
     FindResults findResults;

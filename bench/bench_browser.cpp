@@ -25,8 +25,8 @@ void BM_ShowAllIndividuals(benchmark::State& state)
     for (auto _ : state) {
         // Alternate between the two large lists so that each round loads anew.
         individuals = !individuals;
-        session.viewKind = individuals ? QStringLiteral("ALLINDS") : QStringLiteral("ALLFAMS");
-        session.listLoaded = false;
+        session.browser = {individuals ? tav::ViewKind::AllIndividuals : tav::ViewKind::AllFamilies,
+                           tav::BrowserCaller::MainWindow, false};
         window.activateRequest();
         window.view()->viewport()->repaint();
         QApplication::processEvents();
@@ -42,7 +42,7 @@ void BM_LoadRecordGrid(benchmark::State& state)
     int32_t slot = 0;
     for (auto _ : state) {
         slot = slot % session.records.individualCount() + 1;
-        session.viewKind = QStringLiteral("IND");
+        session.browser.viewKind = tav::ViewKind::Individual;
         session.curInd = slot;
         benchmark::DoNotOptimize(browser.gridLoad());
     }
@@ -55,13 +55,13 @@ void BM_BackForwardDeepHistory(benchmark::State& state)
     tav::Session& session = tav::bench::generatedSession();
     tav::BrowserLogic browser(session);
     for (int32_t i = 1; i <= 10000; ++i) {
-        session.viewKind = (i % 2) ? QStringLiteral("IND") : QStringLiteral("FAM");
+        session.browser.viewKind = (i % 2) ? tav::ViewKind::Individual : tav::ViewKind::Family;
         session.curInd = session.curFam = i;
         browser.gridLoad();
     }
     for (auto _ : state) {
-        browser.moveBackForward(QStringLiteral("Back"));
-        browser.moveBackForward(QStringLiteral("Forward"));
+        browser.moveBackForward(tav::BrowserMove::Back);
+        browser.moveBackForward(tav::BrowserMove::Forward);
     }
     state.counters["history"] = double(browser.backHistory().size() / 9);
 }

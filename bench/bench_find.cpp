@@ -5,8 +5,8 @@
 #include "app/Messages.h"
 #include "app/Session.h"
 #include "bench/BenchFiles.h"
+#include "calc/StatisticalQueries.h"
 #include "ui/find/FindLogic.h"
-#include "ui/find/StatisticalQueries.h"
 
 #include <benchmark/benchmark.h>
 
@@ -24,7 +24,7 @@ BENCHMARK(BM_FindTwoWords)->Unit(benchmark::kMillisecond);
 
 void BM_Query(benchmark::State& state)
 {
-    const int index = int(state.range(0));
+    const tav::Query query = tav::queryAt(int(state.range(0)));
     tav::Session& session = tav::bench::generatedSession();
     session.windowRequested = nullptr;
     tav::FindLogic find(session);
@@ -32,13 +32,14 @@ void BM_Query(benchmark::State& state)
         state.PauseTiming();
         session.records.clearDescendantCache();
         state.ResumeTiming();
-        find.queryChosen(index);
-        if (tav::queryTakesNumber(index)) {
-            find.numberText = index == 8 ? QStringLiteral("150") : QStringLiteral("5");
+        find.queryChosen(query);
+        if (tav::queryTakesNumber(query)) {
+            find.numberText =
+                query == tav::Query::MoreDescendants ? QStringLiteral("150") : QStringLiteral("5");
             find.go();
         }
     }
-    state.SetLabel(tav::queryNames[index]);
+    state.SetLabel(tav::queryName(query).toStdString());
     state.counters["found"] = session.findResults.total;
 }
 BENCHMARK(BM_Query)->DenseRange(0, 14)->Unit(benchmark::kMillisecond);

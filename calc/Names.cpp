@@ -1,7 +1,7 @@
 #include "calc/Names.h"
 
-#include "app/Session.h"
 #include "calc/Dates.h"
+#include "core/RecordStore.h"
 
 namespace tav {
 
@@ -38,7 +38,7 @@ QString styledSurname(QStringView surname, int32_t style)
 
 }  // namespace
 
-QString formatName(const Session& session, QStringView name, int flags)
+QString formatName(QStringView name, int flags, NameStyle style)
 {
     if (name.isEmpty())
         return QStringLiteral("?");
@@ -73,9 +73,9 @@ QString formatName(const Session& session, QStringView name, int flags)
 
     QString result;
     if (flags & NameSurname) {
-        const QString styled = styledSurname(surname, session.settings.SurnameStyle);
-        result = session.settings.SurnamePosn == 1 ? g + QLatin1Char(' ') + styled
-                                                   : styled + QStringLiteral(", ") + g;
+        const QString styled = styledSurname(surname, style.surnameStyle);
+        result = style.surnamePosn == 1 ? g + QLatin1Char(' ') + styled
+                                        : styled + QStringLiteral(", ") + g;
     } else {
         result = g;
     }
@@ -86,9 +86,14 @@ QString formatName(const Session& session, QStringView name, int flags)
     return result;
 }
 
-QString personYears(const Session& session, int32_t individual)
+QString listName(const RecordStore& records, int32_t individual, NameStyle style)
 {
-    const Individual& person = session.records.individual(individual);
+    return formatName(records.individual(individual).name, NameSurname | NameGivenAsWritten, style);
+}
+
+QString personYears(const RecordStore& records, int32_t individual, QDate today)
+{
+    const Individual& person = records.individual(individual);
     QString label;
     int32_t day = 0, month = 0, birthYear = 0;
     if (parseDate(person.birthDate, day, month, birthYear)) {
@@ -106,7 +111,7 @@ QString personYears(const Session& session, int32_t individual)
         return label;
     }
     // Privacy: someone born less than 100 years ago may be alive, so no years.
-    if (int64_t(session.today().year()) - birthYear < 100)
+    if (int64_t(today.year()) - birthYear < 100)
         return QString();
     if (!label.isEmpty())
         label += QLatin1Char(')');

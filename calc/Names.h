@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <QStringView>
 #include <cstdint>
@@ -7,7 +8,6 @@
 namespace tav {
 
 class RecordStore;
-class Session;
 
 // Bits of the name flags of formatName.
 enum NameFlags : int {
@@ -19,12 +19,23 @@ enum NameFlags : int {
     NameGivenAsWritten = 32,  // the given part exactly as written
 };
 
-// A GEDCOM name ("John William /Smith/") as the flags and the session's
-// SurnameStyle and SurnamePosn settings show it; "?" for an empty name.
-QString formatName(const Session& session, QStringView name, int flags);
+// How the user wants surnames shown: the SurnameStyle and SurnamePosn settings.
+struct NameStyle {
+    int32_t surnameStyle = 2;  // 1 smith, 2 SMITH, 3 /smith/, 4 /SMITH/, 5 Smith, 6 /Smith/
+    int32_t surnamePosn = 2;   // 1 "John Smith", anything else "Smith, John"
+};
 
-// "(b.1850  d.1910)" for the HTML report; empty for people who may still be alive.
-QString personYears(const Session& session, int32_t individual);
+// A GEDCOM name ("John William /Smith/") as the flags and the style show it;
+// "?" for an empty name.
+QString formatName(QStringView name, int flags, NameStyle style);
+
+// The name of an individual as the grids, the lists and the find results show
+// it: the surname styled and placed, the given part as written (flags 33).
+QString listName(const RecordStore& records, int32_t individual, NameStyle style);
+
+// "(b.1850  d.1910)" for the HTML report; empty for people who may still be
+// alive on `today`.
+QString personYears(const RecordStore& records, int32_t individual, QDate today);
 
 // Children over all of the person's own families.
 int32_t countChildren(const RecordStore& records, int32_t individual);

@@ -1,8 +1,8 @@
 #include "calc/RelationshipFinder.h"
 
-#include "app/Session.h"
 #include "calc/Names.h"
 #include "core/Fault.h"
+#include "core/RecordStore.h"
 
 #include <vector>
 
@@ -153,14 +153,6 @@ QString relationshipText(const RecordStore& records, int32_t a, int32_t b, const
         answer = bloodRelationship(records, a, b, gap);
     }
     return answer + gap + QStringLiteral("(Blood relations only)");
-}
-
-void findRelationship(Session& session, int32_t a, int32_t b)
-{
-    const QString text = relationshipText(session.records, a, b, session.lineSeparator);
-    session.reportText = text;
-    session.reportTitle = QStringLiteral("Find relationship");
-    session.showWindow(AppWindow::Text);
 }
 
 }  // namespace tav

@@ -6,7 +6,6 @@
 namespace tav {
 
 class RecordStore;
-class Session;
 
 // Words how individuals A and B are related (marriage or descent from a
 // common ancestor), e.g. "A is the great grand father of B", then two line
@@ -14,9 +13,5 @@ class Session;
 // ancestry has more than 15000 distinct ancestors.
 QString relationshipText(const RecordStore& records, int32_t a, int32_t b,
                          const QString& lineBreak);
-
-// Puts the answer into the session's report text under the title
-// "Find relationship" and asks for the text viewer.
-void findRelationship(Session& session, int32_t a, int32_t b);
 
 }  // namespace tav

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -13,9 +14,17 @@ struct CliOutput {
     std::function<void(const QString& line)> err;
 };
 
+// What a run depends on beyond its arguments: where it writes, the settings
+// file it reads (never writes), and today's date.
+struct CliContext {
+    CliOutput output;
+    QString settingsFile;          // "" for the user's own settings file
+    std::function<QDate()> clock;  // empty for the system clock
+};
+
 // Runs tav-cli with its arguments (without the program name) and returns
 // the exit status: 0 done, 1 FILE cannot be opened, 2 usage error,
 // 3 a fault was reported after the load.
-int runCli(const QStringList& arguments, const CliOutput& output);
+int runCli(const QStringList& arguments, const CliContext& context);
 
 }  // namespace tav

@@ -18,7 +18,9 @@ int main(int argc, char* argv[])
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
-    const tav::CliOutput output{[](const QString& line) { writeLine(stdout, line); },
-                                [](const QString& line) { writeLine(stderr, line); }};
-    return tav::runCli(arguments, output);
+    const tav::CliContext context{{[](const QString& line) { writeLine(stdout, line); },
+                                   [](const QString& line) { writeLine(stderr, line); }},
+                                  QString(),
+                                  {}};
+    return tav::runCli(arguments, context);
 }

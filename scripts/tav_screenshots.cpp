@@ -77,25 +77,22 @@ int main(int argc, char* argv[])
     window.windows().textViewer()->close();
 
     // The record browser on a record of each kind and on all individuals.
-    const auto browse = [&](const char* kind, int32_t slot, const char* name) {
-        session.viewKind = QString::fromLatin1(kind);
-        session.curInd = session.curFam = session.curSou = session.curNote = slot;
-        session.listLoaded = false;
-        session.showWindow(tav::AppWindow::List);
+    const auto browse = [&](tav::ViewKind kind, int32_t slot, const char* name) {
+        session.openBrowser(kind, slot, tav::BrowserCaller::MainWindow);
         save(window.windows().browser(), name);
     };
     int32_t noted = 1;
     while (noted < session.records.individualCount() &&
            session.records.individual(noted).note.isEmpty())
         ++noted;
-    browse("IND", noted, "browser-individual");
-    browse("FAM", std::max(1, session.records.individual(noted).childFamilyIndex),
+    browse(tav::ViewKind::Individual, noted, "browser-individual");
+    browse(tav::ViewKind::Family, std::max(1, session.records.individual(noted).childFamilyIndex),
            "browser-family");
     if (session.records.sourceCount() > 0)
-        browse("SOU", 1, "browser-source");
+        browse(tav::ViewKind::Source, 1, "browser-source");
     if (session.records.noteCount() > 0)
-        browse("NOT", 1, "browser-note");
-    browse("ALLINDS", 0, "browser-all-individuals");
+        browse(tav::ViewKind::Note, 1, "browser-note");
+    browse(tav::ViewKind::AllIndividuals, 0, "browser-all-individuals");
     window.windows().browser()->close();
 
     // The find window with the results of a search, collapsed and expanded.

@@ -79,19 +79,13 @@ protected:
         session.settings.SurnamePosn = 2;
     }
 
+    // Asks the browser for a kind by its code ("IND", "ALLINDS" ...) and a slot.
     void show(const char* kind, int32_t slot = 0)
     {
-        session.viewKind = QString::fromLatin1(kind);
-        if (session.viewKind == QLatin1String("FAM"))
-            session.curFam = slot;
-        else if (session.viewKind == QLatin1String("SOU"))
-            session.curSou = slot;
-        else if (session.viewKind == QLatin1String("NOT"))
-            session.curNote = slot;
-        else
-            session.curInd = slot;
-        session.listCaller = QStringLiteral("frmTav");
-        session.listLoaded = false;
+        const ViewKind viewKind = viewKindFromCode(QString::fromLatin1(kind));
+        if (isRecordKind(viewKind))
+            session.currentSlot(viewKind) = slot;
+        session.browser = {viewKind, BrowserCaller::MainWindow, false};
         browser.activate();
     }
 
@@ -164,7 +158,7 @@ TEST_F(BrowserTest, ListsHaveARowForEveryRecord)
 TEST_F(BrowserTest, RowsFollowTheirLinks)
 {
     std::vector<AppWindow> shown;
-    session.windowRequested = [&](AppWindow w) { shown.push_back(w); };
+    session.windowRequested = [&](const WindowRequest& w) { shown.push_back(w.window); };
     show("IND", 1);
     browser.rowClicked(9);  // Fams 2
     EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
@@ -178,7 +172,7 @@ TEST_F(BrowserTest, RowsFollowTheirLinks)
     EXPECT_EQ(browser.caption(), QStringLiteral("Note 2"));
     show("IND", 2);
     browser.rowClicked(9);  // a note written out goes to the text viewer
-    EXPECT_EQ(session.reportText, QStringLiteral("Kind and clever.\r\nA weaver."));
+    EXPECT_EQ(session.report.text, QStringLiteral("Kind and clever.\r\nA weaver."));
     EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::Text});
     EXPECT_EQ(browser.caption(), QStringLiteral("Lee, Ann (2)"));
 
@@ -189,7 +183,8 @@ TEST_F(BrowserTest, RowsFollowTheirLinks)
                                              {"ALLNOTS", 2, "Note 2"}}) {
         show(list);
         browser.rowClicked(0);
-        EXPECT_EQ(session.viewKind, QString::fromLatin1(list)) << "the heading row opens nothing";
+        EXPECT_EQ(viewKindCode(session.browser.viewKind), QString::fromLatin1(list))
+            << "the heading row opens nothing";
         browser.rowClicked(row);
         EXPECT_EQ(browser.caption(), QString::fromLatin1(caption)) << list;
     }
@@ -202,38 +197,38 @@ TEST_F(BrowserTest, BackForwardPreviousNextAndListAll)
     EXPECT_TRUE(browser.nextPreviousEnabled());
     show("FAM", 1);
     EXPECT_EQ(browser.backHistory(), QStringLiteral("*IND00002"));
-    browser.moveBackForward(QStringLiteral("Back"));
+    browser.moveBackForward(BrowserMove::Back);
     EXPECT_EQ(browser.caption(), QStringLiteral("Lee, Ann (2)"));
     EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*FAM00001"));
     EXPECT_FALSE(browser.backEnabled());
     // Forward onto a family takes the forward history from the back history.
-    browser.moveBackForward(QStringLiteral("Forward"));
+    browser.moveBackForward(BrowserMove::Forward);
     EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
     EXPECT_EQ(browser.backHistory(), QStringLiteral("*IND00002"));
     EXPECT_EQ(browser.forwardHistory(), QString()) << "the first 0 characters of the back history";
 
     show("IND", 3);  // back: IND2 FAM1
-    browser.moveBackForward(QStringLiteral("Back"));
+    browser.moveBackForward(BrowserMove::Back);
     EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
-    browser.moveBackForward(QStringLiteral("Back"));
+    browser.moveBackForward(BrowserMove::Back);
     EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*IND00003*FAM00001"));
-    browser.moveBackForward(QStringLiteral("Forward"));
+    browser.moveBackForward(BrowserMove::Forward);
     EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
     EXPECT_EQ(browser.forwardHistory(), QStringLiteral("*IND00002"))
         << "a piece of the back history";
     EXPECT_TRUE(browser.forwardEnabled());
-    browser.moveBackForward(QStringLiteral("Back"));
-    browser.moveBackForward(QStringLiteral("Forward"));  // family again
-    browser.moveBackForward(QStringLiteral("Back"));
+    browser.moveBackForward(BrowserMove::Back);
+    browser.moveBackForward(BrowserMove::Forward);  // family again
+    browser.moveBackForward(BrowserMove::Back);
     EXPECT_EQ(browser.caption(), QStringLiteral("Lee, Ann (2)"));
 
     show("IND", 1);
-    browser.moveBackForward(QStringLiteral("Previous"));
+    browser.moveBackForward(BrowserMove::Previous);
     EXPECT_EQ(session.curInd, 1) << "Previous keeps slot 1";
     show("IND", 4);
-    browser.moveBackForward(QStringLiteral("Next"));
+    browser.moveBackForward(BrowserMove::Next);
     EXPECT_EQ(session.curInd, 4) << "Next keeps the last slot";
-    browser.moveBackForward(QStringLiteral("Previous"));
+    browser.moveBackForward(BrowserMove::Previous);
     EXPECT_EQ(browser.caption(), QStringLiteral("Smith, Tom (3)"));
 
     browser.listAll();
@@ -241,9 +236,9 @@ TEST_F(BrowserTest, BackForwardPreviousNextAndListAll)
     EXPECT_FALSE(browser.nextPreviousEnabled());
     browser.listAll();
     EXPECT_EQ(browser.caption(), QStringLiteral("All families"));
-    browser.moveBackForward(QStringLiteral("Next"));
+    browser.moveBackForward(BrowserMove::Next);
     EXPECT_EQ(browser.caption(), QStringLiteral("All families")) << "lists do not step";
-    browser.moveBackForward(QStringLiteral("Back"));
+    browser.moveBackForward(BrowserMove::Back);
     EXPECT_EQ(browser.caption(), QStringLiteral("All individuals"));
 }
 
@@ -258,7 +253,7 @@ TEST_F(BrowserTest, SlotsComeBackFromTheirLastThreeDigits)
     show("IND", 1234);
     EXPECT_EQ(browser.positionToken(), QStringLiteral("*IND01234"));
     show("FAM", 1);
-    browser.moveBackForward(QStringLiteral("Back"));
+    browser.moveBackForward(BrowserMove::Back);
     EXPECT_EQ(browser.caption(), QStringLiteral("Q, P234 (234)"));
 }
 

@@ -15,18 +15,25 @@ struct CliResult {
     QStringList err;
 };
 
-CliResult runTavCli(const QStringList& arguments)
-{
-    CliResult result{0, {}, {}};
-    const CliOutput output{[&](const QString& line) { result.out << line; },
-                           [&](const QString& line) { result.err << line; }};
-    result.status = runCli(arguments, output);
-    return result;
-}
-
 }  // namespace
 
-class CliTest : public tav::test::SessionTest {};
+// Every run reads its settings from a file of the test's own and takes
+// 21 November 2026 as today.
+class CliTest : public tav::test::SessionTest {
+protected:
+    QString settingsFile() const { return dir.filePath(QStringLiteral("config/Tav.reg")); }
+
+    CliResult runTavCli(const QStringList& arguments) const
+    {
+        CliResult result{0, {}, {}};
+        const CliContext context{{[&](const QString& line) { result.out << line; },
+                                  [&](const QString& line) { result.err << line; }},
+                                 settingsFile(),
+                                 [] { return QDate(2026, 11, 21); }};
+        result.status = runCli(arguments, context);
+        return result;
+    }
+};
 
 TEST_F(CliTest, InfoPrintsCaptionCountsAndHeader)
 {
@@ -101,12 +108,10 @@ TEST_F(CliTest, SurnamesFollowTheSettingsFileAndTheOptions)
 {
     const QString path =
         writeFile(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /smith/"}), "names.ged");
-    const QByteArray savedConfig = qgetenv("XDG_CONFIG_HOME");
-    qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
     writeFile("Windows Registry Editor Version "
               "5.00\n\n[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\n"
               "\"SurnameStyle\"=dword:00000005\n\"SurnamePosn\"=dword:00000001\n",
-              "Wendrake/Tav.reg");
+              "config/Tav.reg");
     const CliResult fromSettings =
         runTavCli({QStringLiteral("show"), path, QStringLiteral("IND"), QStringLiteral("1")});
     const CliResult overridden =
@@ -115,7 +120,6 @@ TEST_F(CliTest, SurnamesFollowTheSettingsFileAndTheOptions)
                    QStringLiteral("--surname-posn"), QStringLiteral("2")});
     const CliResult badOption = runTavCli(
         {QStringLiteral("--surname-style"), QStringLiteral("five"), QStringLiteral("info"), path});
-    qputenv("XDG_CONFIG_HOME", savedConfig);
     EXPECT_EQ(fromSettings.out.value(0), QStringLiteral("Ann  Smith (1)"));
     EXPECT_EQ(overridden.out.value(0), QStringLiteral("/SMITH/, Ann (1)"));
     EXPECT_EQ(badOption.status, 2);
@@ -233,4 +237,118 @@ TEST_F(CliTest, FindAndQueryListTheResultsAsTheFindWindowDoes)
                          QStringLiteral("--kinds"), QStringLiteral("Q")})
                   .status,
               2);
+}
+
+namespace {
+
+// John /Smith/ and Mary /Jones/ with two children born in the same year; a
+// source and a note that mention Smith.
+QByteArray smithFamily()
+{
+    return tav::test::gedcomText({"0 @I1@ INDI",
+                                  "1 NAME John /Smith/",
+                                  "1 SEX M",
+                                  "1 BIRT",
+                                  "2 DATE 1 JAN 1900",
+                                  "1 FAMS @F1@",
+                                  "0 @I2@ INDI",
+                                  "1 NAME Mary /Jones/",
+                                  "1 SEX F",
+                                  "1 BIRT",
+                                  "2 DATE 5 MAY 1905",
+                                  "1 FAMS @F1@",
+                                  "0 @I3@ INDI",
+                                  "1 NAME Ann /Smith/",
+                                  "1 SEX F",
+                                  "1 BIRT",
+                                  "2 DATE 1930",
+                                  "1 FAMC @F1@",
+                                  "0 @I4@ INDI",
+                                  "1 NAME Tom /Smith/",
+                                  "1 SEX M",
+                                  "1 BIRT",
+                                  "2 DATE 1930",
+                                  "1 FAMC @F1@",
+                                  "0 @F1@ FAM",
+                                  "1 HUSB @I1@",
+                                  "1 WIFE @I2@",
+                                  "1 CHIL @I3@",
+                                  "1 CHIL @I4@",
+                                  "1 MARR",
+                                  "2 DATE 1928",
+                                  "0 @S1@ SOUR",
+                                  "1 TITL Parish register of Smithfield",
+                                  "0 @N1@ NOTE",
+                                  "1 CONT Smith family papers"});
+}
+
+}  // namespace
+
+TEST_F(CliTest, FindListsEveryKindAndPrintsASingleRecordWithTodaysAge)
+{
+    const QString path = writeFile(smithFamily(), "smith.ged");
+    CliResult r = runTavCli({QStringLiteral("find"), path, QStringLiteral("smith")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, QStringList({"Results (6 items found)", "-------INDIVIDUALS-------",
+                                  "I001. SMITH, John", "I003. SMITH, Ann", "I004. SMITH, Tom",
+                                  "-------FAMILIES-------", "F1. SMITH, John & JONES, Mary",
+                                  "-------SOURCES-------", "S1. Parish register of Smithfield",
+                                  "-------NOTES-------", "N1. \\r\\nSmith family papers"}));
+    EXPECT_TRUE(r.err.isEmpty());
+
+    // One result: the record follows. Born 5 May 1905, no death: 121 on
+    // 21 November 2026, so probably dead.
+    r = runTavCli({QStringLiteral("find"), path, QStringLiteral("MARY"), QStringLiteral("--kinds"),
+                   QStringLiteral("i")});
+    EXPECT_EQ(r.out,
+              QStringList({"Results (1 item found)", "-------INDIVIDUALS-------",
+                           "I002. JONES, Mary", "", "JONES, Mary (2)", "Item\tDetails", "No.\t 2",
+                           "Name\tJONES, Mary", "Sex\tF", "Occ\t", "Birth date\t5 MAY 1905",
+                           "Birth place\t", "Death date\t", "Fams 1\t 1", "Age \t 121 if alive"}));
+    r = runTavCli({QStringLiteral("find"), path, QStringLiteral("MARY"), QStringLiteral("--case")});
+    EXPECT_EQ(r.out, QStringList({"Results (0 item found)", "-------NO RECORDS-------"}));
+}
+
+TEST_F(CliTest, QueriesListTheirResultsAndOpenTheBrowserAsTheWindowDoes)
+{
+    const QString path = writeFile(smithFamily(), "smith.ged");
+    // Both children born "1930" (15 June): twins. One family found, and a
+    // query chosen from the list opens the browser on it.
+    CliResult r = runTavCli({QStringLiteral("query"), path, QStringLiteral("13")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out,
+              QStringList({"Results (1 item found)", "-------FAMILIES-------",
+                           "F1. SMITH, John & JONES, Mary", "", "Family (1)", "Item\tDetails",
+                           "No.\t1", "Husband\tSMITH, John\t1", "Wife\tJONES, Mary\t2",
+                           "Child 1\tSMITH, Ann\t3", "Child 2\tSMITH, Tom\t4", "Marr. date\t1928",
+                           "Marr. place\t", "Divorce?\tNo"}));
+    // The earliest birth, compared from today on.
+    r = runTavCli({QStringLiteral("query"), path, QStringLiteral("0")});
+    EXPECT_EQ(r.out.mid(0, 5), QStringList({"Results (1 item found)", "-------INDIVIDUALS-------",
+                                            "I001. SMITH, John", "", "SMITH, John (1)"}));
+    // A query with N runs through Go, which never opens the browser.
+    r = runTavCli({QStringLiteral("query"), path, QStringLiteral("6"), QStringLiteral("0")});
+    EXPECT_EQ(r.out, QStringList({"Results (2 items found)", "-------INDIVIDUALS-------",
+                                  "I001. SMITH, John", "I002. JONES, Mary"}));
+    r = runTavCli({QStringLiteral("query"), path, QStringLiteral("4"), QStringLiteral("1")});
+    EXPECT_EQ(r.out, QStringList({"Results (1 item found)", "-------FAMILIES-------",
+                                  "F1. SMITH, John & JONES, Mary"}));
+    r = runTavCli({QStringLiteral("query"), path, QStringLiteral("8"), QStringLiteral("two")});
+    EXPECT_EQ(r.out, QStringList{QString()})
+        << "a number box that holds no number computes nothing: the list stays as it was";
+}
+
+TEST_F(CliTest, AQueryPastTheResultTablesCapacityIsReportedWithTheFirst200)
+{
+    QByteArray text;
+    for (int i = 1; i <= 201; ++i)
+        text += "0 @I" + QByteArray::number(i) + "@ INDI\n1 FAMS @F1@\n";
+    const QString path = writeFile(text + "0 @F1@ FAM\n", "many.ged");
+    const CliResult r =
+        runTavCli({QStringLiteral("query"), path, QStringLiteral("6"), QStringLiteral("0")});
+    EXPECT_EQ(r.status, 3);
+    EXPECT_EQ(r.err, QStringList{QStringLiteral("Error no:  9 Subscript out of range")});
+    EXPECT_EQ(r.out.value(0), QStringLiteral("Results (200 items found)"));
+    EXPECT_EQ(r.out.size(), 202);
+    EXPECT_EQ(r.out.last(), QStringLiteral("I200. ?"));
 }

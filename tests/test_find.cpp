@@ -21,7 +21,7 @@ class FindTest : public tav::test::SessionTest {
 protected:
     void SetUp() override
     {
-        session.windowRequested = [this](AppWindow w) { shown.push_back(w); };
+        session.windowRequested = [this](const WindowRequest& w) { shown.push_back(w.window); };
     }
 
     void findText(const char* text, bool caseSensitive = false, SearchKinds kinds = {})
@@ -60,10 +60,10 @@ TEST_F(FindTest, WordsMatchAnywhereInAnyOrder)
     findText("weaver");
     EXPECT_EQ(found(session, FindResults::Individuals), std::vector<int32_t>{3});
     EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::List}) << "one result opens the browser";
-    EXPECT_EQ(session.viewKind, QStringLiteral("IND"));
+    EXPECT_EQ(session.browser.viewKind, ViewKind::Individual);
     EXPECT_EQ(session.curInd, 3);
-    EXPECT_EQ(session.listCaller, QStringLiteral("frmFind"));
-    EXPECT_FALSE(session.listLoaded);
+    EXPECT_EQ(session.browser.caller, BrowserCaller::FindWindow);
+    EXPECT_FALSE(session.browser.loaded);
 
     EXPECT_EQ(searchWords(QStringLiteral(" a b c d e ")), QStringList({"a", "b", "c", "d"}));
     EXPECT_EQ(searchWords(QStringLiteral("a  b")), QStringList({"a", "", "b"}));
@@ -141,15 +141,16 @@ TEST_F(FindTest, EveryLineOpensItsRecordWhateverSectionsAreEmpty)
         const QStringList lines = reopened.lines();
         int seen = 0;
         for (int line = 0; line < lines.size(); ++line) {
-            session.viewKind.clear();
+            session.browser.viewKind = ViewKind::None;
             reopened.lineChosen(line);
             if (lines[line].startsWith(QLatin1Char('-'))) {
-                EXPECT_TRUE(session.viewKind.isEmpty()) << "headers open nothing";
+                EXPECT_EQ(session.browser.viewKind, ViewKind::None) << "headers open nothing";
                 continue;
             }
             const int kind = QStringLiteral("IFSN").indexOf(lines[line][0]);
             const int position = seen++ % 2 + 1;
-            EXPECT_EQ(session.viewKind, QLatin1String(kinds[kind])) << mask << " line " << line;
+            EXPECT_EQ(viewKindCode(session.browser.viewKind), QLatin1String(kinds[kind]))
+                << mask << " line " << line;
             const int32_t current[4] = {session.curInd, session.curFam, session.curSou,
                                         session.curNote};
             EXPECT_EQ(current[kind], position == 1 ? 3 : 1) << mask << " line " << line;
@@ -171,17 +172,17 @@ TEST_F(FindTest, BrowserOpenedFromFindStepsThroughTheResults)
     EXPECT_EQ(browser.caption(), QStringLiteral("X, A (1)"));
     QStringList captions;
     for (int i = 0; i < 6; ++i) {
-        browser.moveBackForward(QStringLiteral("Next"));
-        captions << browser.caption() + QLatin1Char('/') + session.viewKind;
+        browser.moveBackForward(BrowserMove::Next);
+        captions << browser.caption() + QLatin1Char('/') + viewKindCode(session.browser.viewKind);
     }
     EXPECT_EQ(captions, QStringList({"X, B (2)/IND", "X, B (2)/FAM", "Family (1)/FAM",
                                      "Family (1)/SOU", "Family (1)/NOT", "Note 1/NOT"}));
-    browser.moveBackForward(QStringLiteral("Next"));
+    browser.moveBackForward(BrowserMove::Next);
     EXPECT_EQ(session.findResults.selected, 1) << "past the last note the position stays";
     captions.clear();
     for (int i = 0; i < 6; ++i) {
-        browser.moveBackForward(QStringLiteral("Previous"));
-        captions << browser.caption() + QLatin1Char('/') + session.viewKind;
+        browser.moveBackForward(BrowserMove::Previous);
+        captions << browser.caption() + QLatin1Char('/') + viewKindCode(session.browser.viewKind);
     }
     EXPECT_EQ(captions, QStringList({"Note 1/SOU", "Note 1/FAM", "Family (1)/FAM", "Family (1)/IND",
                                      "X, B (2)/IND", "X, A (1)/IND"}));

@@ -148,7 +148,7 @@ TEST_F(MainWindowLogicTest, HeaderBoxCarriesValuesOverFromAnEarlierFile)
     EXPECT_EQ(messages.entries[0].title, QStringLiteral("Gedcom header infomation"));
     main.showAbout();
     EXPECT_EQ(messages.entries[1].title, QStringLiteral("About"));
-    EXPECT_TRUE(session.reportText.startsWith(QStringLiteral("Tav.exe \r\nVersion 1.0\r\n\r\n")));
+    EXPECT_TRUE(session.report.text.startsWith(QStringLiteral("Tav.exe \r\nVersion 1.0\r\n\r\n")));
 }
 
 TEST_F(MainWindowLogicTest, HelpTopicsComeFromTheFileBesideTheProgram)
@@ -157,8 +157,8 @@ TEST_F(MainWindowLogicTest, HelpTopicsComeFromTheFileBesideTheProgram)
     QDir::setCurrent(QDir::tempPath());
     MainWindowLogic main = logic();
     main.showHelp(0);
-    EXPECT_EQ(session.reportText, QStringLiteral("\r\nStart here."));
-    EXPECT_EQ(session.reportTitle, QStringLiteral("Quick Start"));
+    EXPECT_EQ(session.report.text, QStringLiteral("\r\nStart here."));
+    EXPECT_EQ(session.report.title, QStringLiteral("Quick Start"));
     QFile::remove(dir.filePath(QStringLiteral("help.txt")));
     main.showHelp(1);
     EXPECT_TRUE(messages.texts().last().startsWith(QStringLiteral("Cannot open help.txt")));

@@ -10,7 +10,7 @@ protected:
     {
         session.settings.SurnameStyle = style;
         session.settings.SurnamePosn = posn;
-        return formatName(session, QStringView(text), flags);
+        return formatName(QStringView(text), flags, NameStyle{style, posn});
     }
 };
 
@@ -63,11 +63,11 @@ TEST_F(NamesTest, PersonYearsHidesPossiblyLivingPeople)
         gedcomText({"0 @I1@ INDI", "1 BIRT", "2 DATE 1850", "0 @I2@ INDI", "1 BIRT", "2 DATE 1986",
                     "0 @I3@ INDI", "1 BIRT", "2 DATE 850", "1 DEAT", "2 DATE 910", "0 @I4@ INDI",
                     "1 DEAT", "2 DATE 3 MAR 1910", "0 @I5@ INDI", "1 BIRT", "2 DATE ABT 1800"})));
-    EXPECT_EQ(personYears(session, 1), QStringLiteral("(b.1850)"));
-    EXPECT_EQ(personYears(session, 2), QString());
-    EXPECT_EQ(personYears(session, 3), QStringLiteral("(b.0850  d.910)"));
-    EXPECT_EQ(personYears(session, 4), QStringLiteral("(d.1910)"));
-    EXPECT_EQ(personYears(session, 5), QString());
+    EXPECT_EQ(personYears(session.records, 1, session.today()), QStringLiteral("(b.1850)"));
+    EXPECT_EQ(personYears(session.records, 2, session.today()), QString());
+    EXPECT_EQ(personYears(session.records, 3, session.today()), QStringLiteral("(b.0850  d.910)"));
+    EXPECT_EQ(personYears(session.records, 4, session.today()), QStringLiteral("(d.1910)"));
+    EXPECT_EQ(personYears(session.records, 5, session.today()), QString());
 }
 
 TEST_F(NamesTest, CountChildrenAddsEveryOwnFamily)

@@ -149,13 +149,13 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(load(family));
-        session.windowRequested = [this](AppWindow w) { shown.push_back(w); };
+        session.windowRequested = [this](const WindowRequest& w) { shown.push_back(w.window); };
     }
 
     // Runs a query as the window does and gives the slots found.
     std::vector<int32_t> query(int index, const char* n = nullptr)
     {
-        find.queryChosen(index);
+        find.queryChosen(queryAt(index));
         if (n) {
             find.numberText = QString::fromLatin1(n);
             find.go();
@@ -179,7 +179,7 @@ TEST_F(QueryTest, BirthsAndDeaths)
     EXPECT_EQ(query(1), Slots{8});
     EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::List})
         << "a single result opens the browser";
-    EXPECT_EQ(session.listCaller, QStringLiteral("frmFind"));
+    EXPECT_EQ(session.browser.caller, BrowserCaller::FindWindow);
     EXPECT_EQ(query(2), (Slots{1, 2}));
     EXPECT_EQ(query(3), Slots{3}) << "a death in the first year never counts";
     EXPECT_EQ(find.heading(), QStringLiteral("Results (1 item found)"));

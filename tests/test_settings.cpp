@@ -164,8 +164,13 @@ TEST_F(SettingsTest, NumbersAreWrittenThrough16BitsAndOtherRootsHaveTheirOwnKeys
     EXPECT_EQ(store.regRead("HKCU", general, "N", "D", 0, v), 0);
     EXPECT_EQ(v.toInt(), -1);
     EXPECT_EQ(store.regWrite("bad root", general, "N", "S", "x"), RegistryStore::statusInvalidRoot);
-    for (const char* name : {"HKCU", "hklm", "HKU", "HKDD", "HKCC", "HKCR"})
-        EXPECT_GT(RegistryStore::rootKeyFromName(QString::fromLatin1(name)), 1) << name;
+    // The system's own handles, whatever the case of the name.
+    const std::pair<const char*, int64_t> roots[] = {{"HKCU", 0x80000001}, {"hklm", 0x80000002},
+                                                     {"HKU", 0x80000003},  {"HKDD", 0x80000006},
+                                                     {"HkCc", 0x80000005}, {"HKCR", 0x80000000}};
+    for (const auto& [name, handle] : roots)
+        EXPECT_EQ(RegistryStore::rootKeyFromName(QString::fromLatin1(name)), handle) << name;
+    EXPECT_EQ(RegistryStore::rootKeyFromName(QStringLiteral("HKEY_CURRENT_USER")), 0);
     EXPECT_TRUE(fileText().contains("[HKEY_LOCAL_MACHINE\\Software\\Wendrake\\Tav\\General]"));
 }
 

@@ -10,7 +10,7 @@ namespace tav {
 WindowManager::WindowManager(Session& session, RegistryStore& store, QWidget* mainWindow)
     : QObject(mainWindow), session_(session), store_(store), mainWindow_(mainWindow)
 {
-    session_.windowRequested = [this](AppWindow window) { show(window); };
+    session_.windowRequested = [this](const WindowRequest& request) { show(request); };
     session_.otherWindowsCloseRequested = [this] { closeAll(); };
 }
 
@@ -30,9 +30,9 @@ Window* bringUp(QPointer<Window>& window, Session& session)
 
 }  // namespace
 
-void WindowManager::show(AppWindow window)
+void WindowManager::show(const WindowRequest& request)
 {
-    switch (window) {
+    switch (request.window) {
     case AppWindow::Text: bringUp(text_, session_)->refresh(); break;
     case AppWindow::List: bringUp(browser_, session_)->activateRequest(); break;
     case AppWindow::Find: bringUp(find_, session_); break;

@@ -21,7 +21,7 @@ class WindowManager : public QObject {
 public:
     WindowManager(Session& session, RegistryStore& store, QWidget* mainWindow);
 
-    void show(AppWindow window);
+    void show(const WindowRequest& request);
     void closeAll();
 
     TextViewer* textViewer() const;

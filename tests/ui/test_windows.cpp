@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -97,8 +98,7 @@ TEST_F(WindowTest, RelationshipCommandShowsItsAnswerInTheTextViewer)
 
 TEST_F(WindowTest, TextViewerCarriesItsTopFlagOverAndCopiesTheSelection)
 {
-    session.reportText = QStringLiteral("line one\r\nline two");
-    session.reportTitle = QStringLiteral("Report");
+    session.report = {QStringLiteral("line one\r\nline two"), QStringLiteral("Report")};
     auto* first = new TextViewer(session);
     first->show();
     first->topAction()->trigger();
@@ -127,8 +127,7 @@ TEST_F(WindowTest, TextViewerCarriesItsTopFlagOverAndCopiesTheSelection)
     second.copySelection();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("line one\nline two"));
 
-    session.reportText = QStringLiteral("a later report");
-    session.reportTitle = QStringLiteral("Later");
+    session.report = {QStringLiteral("a later report"), QStringLiteral("Later")};
     second.refresh();
     EXPECT_EQ(second.windowTitle(), QStringLiteral("Later"));
     EXPECT_EQ(second.textBox()->toPlainText(), QStringLiteral("a later report"));
@@ -219,9 +218,8 @@ TEST_F(WindowTest, BrowserRowsKeysAndHeight)
     ASSERT_TRUE(load(tav::test::gedcomText({"0 @I1@ INDI", "1 NAME Dad /X/", "1 FAMS @F1@",
                                             "0 @I2@ INDI", "1 NAME Kid /X/", "1 FAMC @F1@",
                                             "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@"})));
-    session.viewKind = QStringLiteral("IND");
     session.curInd = 1;
-    session.listLoaded = false;
+    session.browser = {ViewKind::Individual, BrowserCaller::MainWindow, false};
     BrowserWindow browser(session);
     browser.setAttribute(Qt::WA_DeleteOnClose, false);
     browser.show();
@@ -231,7 +229,13 @@ TEST_F(WindowTest, BrowserRowsKeysAndHeight)
     EXPECT_EQ(browser.windowTitle(), QStringLiteral("X, Dad (1)"));
     EXPECT_EQ(browser.view()->model()->headerData(1, Qt::Horizontal).toString(),
               QStringLiteral("Details"));
-    EXPECT_LT(browser.height(), 400) << "a short record shortens the window";
+    // A short record fits the window to its rows: the rows, the grid's top
+    // and 430 twips.
+    int rows = browser.view()->horizontalHeader()->height();
+    for (int r = 0; r < browser.view()->model()->rowCount(); ++r)
+        rows += browser.view()->rowHeight(r);
+    EXPECT_EQ(browser.view()->model()->rowCount(), 9);
+    EXPECT_EQ(browser.height(), rows + browser.view()->geometry().top() + 29);
 
     browser.view()->setFocus();
     QTest::keyClick(browser.view(), Qt::Key_Right);
@@ -288,9 +292,10 @@ TEST_F(WindowTest, FindWindowKeysHeightsAndResultsThatOutliveIt)
     EXPECT_EQ(window.windows().browser(), nullptr);
 
     const int collapsed = find->height();
+    EXPECT_EQ(collapsed, 282) << "4230 twips";
     find->moreButton()->click();
     EXPECT_EQ(find->moreButton()->text(), QStringLiteral("<<< &Less"));
-    EXPECT_GT(find->height(), collapsed);
+    EXPECT_EQ(find->height(), 331) << "4965 twips";
     EXPECT_TRUE(find->querySelector()->isVisible());
     find->moreButton()->click();
     EXPECT_EQ(find->moreButton()->text(), QStringLiteral("&More >>>"));

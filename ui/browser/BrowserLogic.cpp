@@ -18,13 +18,35 @@ QString lastKind(const QString& history, qsizetype length)
 
 int32_t lastSlot(const QString& history) { return toLong(leadingNumber(history.right(3))); }
 
+// The kind of the last token of a history: a record kind, a list kind, or
+// None when it is neither.
+ViewKind lastViewKind(const QString& history)
+{
+    const QString kind = lastKind(history, 3);
+    if (kind == QLatin1String("ALL"))
+        return viewKindFromCode(lastKind(history, 7));
+    const ViewKind record = viewKindFromCode(kind);
+    return isRecordKind(record) ? record : ViewKind::None;
+}
+
+int32_t recordCount(const RecordStore& r, ViewKind kind)
+{
+    switch (kind) {
+    case ViewKind::Individual: return r.individualCount();
+    case ViewKind::Family: return r.familyCount();
+    case ViewKind::Source: return r.sourceCount();
+    default: return r.noteCount();
+    }
+}
+
 }  // namespace
 
-QString positionTokenFor(const QString& kind, int32_t slot)
+QString positionTokenFor(ViewKind kind, int32_t slot)
 {
     if (isRecordKind(kind))
-        return QLatin1Char('*') + kind + QStringLiteral("%1").arg(slot, 5, 10, QLatin1Char('0'));
-    return QLatin1Char('*') + kind + QLatin1Char(' ');
+        return QLatin1Char('*') + viewKindCode(kind) +
+               QStringLiteral("%1").arg(slot, 5, 10, QLatin1Char('0'));
+    return QLatin1Char('*') + viewKindCode(kind) + QLatin1Char(' ');
 }
 
 BrowserLogic::BrowserLogic(Session& session) : session_(session) { setArrows(); }
@@ -34,45 +56,34 @@ QString BrowserLogic::cell(int32_t row, int column) const
     return grid_.cell(session_, row, column);
 }
 
-int32_t& BrowserLogic::currentSlot(const QString& kind)
-{
-    if (kind == QLatin1String("FAM"))
-        return session_.curFam;
-    if (kind == QLatin1String("SOU"))
-        return session_.curSou;
-    if (kind == QLatin1String("NOT"))
-        return session_.curNote;
-    return session_.curInd;
-}
-
 void BrowserLogic::activate()
 {
-    if (session_.listLoaded)
+    if (session_.browser.loaded)
         return;
     gridLoad();
-    session_.listLoaded = true;
+    session_.browser.loaded = true;
 }
 
 bool BrowserLogic::gridLoad()
 {
-    const QString kind = session_.viewKind;
+    const ViewKind kind = session_.browser.viewKind;
     if (isRecordKind(kind))
-        return session_.guarded([&] { load(kind, currentSlot(kind)); });
+        return session_.guarded([&] { load(kind, session_.currentSlot(kind)); });
     if (isListKind(kind))
         return session_.guarded([&] { load(kind, 0); });
     return true;
 }
 
-void BrowserLogic::load(const QString& kind, int32_t slot)
+void BrowserLogic::load(ViewKind kind, int32_t slot)
 {
     commit(gridFor(session_, kind, slot), kind, slot);
 }
 
-void BrowserLogic::commit(Grid grid, const QString& kind, int32_t slot)
+void BrowserLogic::commit(Grid grid, ViewKind kind, int32_t slot)
 {
-    session_.viewKind = kind;
+    session_.browser.viewKind = kind;
     if (isRecordKind(kind))
-        currentSlot(kind) = slot;
+        session_.currentSlot(kind) = slot;
     backHistory_ += positionToken_;
     setArrows();
     positionToken_ = positionTokenFor(kind, slot);
@@ -85,20 +96,21 @@ void BrowserLogic::setArrows()
 {
     backEnabled_ = !backHistory_.isEmpty();
     forwardEnabled_ = !forwardHistory_.isEmpty();
-    nextPreviousEnabled_ = QStringLiteral("IND FAM SOU NOT").contains(session_.viewKind);
+    // The kind is looked for in "IND FAM SOU NOT", where no kind at all is
+    // found too.
+    const ViewKind kind = session_.browser.viewKind;
+    nextPreviousEnabled_ = kind == ViewKind::None || isRecordKind(kind);
 }
 
-void BrowserLogic::moveBackForward(const QString& direction)
+void BrowserLogic::moveBackForward(BrowserMove move)
 {
     session_.guarded([&] {
-        if (direction == QLatin1String("Back"))
-            back();
-        else if (direction == QLatin1String("Forward"))
-            forward();
-        else if (direction == QLatin1String("Next"))
-            step(+1);
-        else if (direction == QLatin1String("Previous"))
-            step(-1);
+        switch (move) {
+        case BrowserMove::Back: back(); break;
+        case BrowserMove::Forward: forward(); break;
+        case BrowserMove::Next: step(+1); break;
+        case BrowserMove::Previous: step(-1); break;
+        }
     });
     setArrows();
 }
@@ -107,18 +119,16 @@ void BrowserLogic::back()
 {
     if (backHistory_.isEmpty())
         return;
-    const QString kind = lastKind(backHistory_, 3);
-    const bool record = isRecordKind(kind);
-    const bool list = kind == QLatin1String("ALL");
-    const QString target = list ? lastKind(backHistory_, 7) : kind;
+    const ViewKind target = lastViewKind(backHistory_);
+    const bool record = isRecordKind(target);
     const int32_t slot = record ? lastSlot(backHistory_) : 0;
     Grid grid;
-    if (record || list)
+    if (target != ViewKind::None)
         grid = gridFor(session_, target, slot);  // may fault: nothing has changed yet
     forwardHistory_ += positionToken_;
     positionToken_.clear();
-    session_.viewKind = target;
-    if (record || list) {
+    session_.browser.viewKind = target;
+    if (target != ViewKind::None) {
         backHistory_.chop(tokenLength);
         commit(std::move(grid), target, slot);
     }
@@ -128,16 +138,14 @@ void BrowserLogic::forward()
 {
     if (forwardHistory_.isEmpty())
         return;
-    const QString kind = lastKind(forwardHistory_, 3);
-    const bool list = kind == QLatin1String("ALL");
-    if (!isRecordKind(kind) && !list)
+    const ViewKind target = lastViewKind(forwardHistory_);
+    if (target == ViewKind::None)
         return;
-    const QString target = list ? lastKind(forwardHistory_, 7) : kind;
-    const int32_t slot = list ? 0 : lastSlot(forwardHistory_);
+    const int32_t slot = isRecordKind(target) ? lastSlot(forwardHistory_) : 0;
     Grid grid = gridFor(session_, target, slot);
     backHistory_ += positionToken_;
     positionToken_.clear();
-    if (kind == QLatin1String("IND"))
+    if (target == ViewKind::Individual)
         forwardHistory_.chop(tokenLength);
     else  // the other kinds take the forward history from the back history
         forwardHistory_ = backHistory_.left(forwardHistory_.size() - tokenLength);
@@ -146,19 +154,15 @@ void BrowserLogic::forward()
 
 void BrowserLogic::step(int delta)
 {
-    const QString kind = session_.viewKind;
+    const ViewKind kind = session_.browser.viewKind;
     if (!isRecordKind(kind))
         return;
-    if (session_.listCaller == QLatin1String("frmFind")) {
+    if (session_.browser.caller == BrowserCaller::FindWindow) {
         stepThroughResults(delta);
         return;
     }
-    const RecordStore& r = session_.records;
-    const int32_t count = kind == QLatin1String("IND")   ? r.individualCount()
-                          : kind == QLatin1String("FAM") ? r.familyCount()
-                          : kind == QLatin1String("SOU") ? r.sourceCount()
-                                                         : r.noteCount();
-    const int32_t slot = std::max(1, std::min(count, currentSlot(kind) + delta));
+    const int32_t count = recordCount(session_.records, kind);
+    const int32_t slot = std::max(1, std::min(count, session_.currentSlot(kind) + delta));
     load(kind, slot);
 }
 
@@ -166,37 +170,36 @@ void BrowserLogic::step(int delta)
 // each kind's results in turn, individuals, families, sources, notes.
 void BrowserLogic::stepThroughResults(int delta)
 {
-    static const char* const kinds[4] = {"IND", "FAM", "SOU", "NOT"};
-    int kind = 0;
-    while (kind < 4 && session_.viewKind != QLatin1String(kinds[kind]))
-        ++kind;
+    const auto viewKindOf = [](int k) { return ViewKind(int(ViewKind::Individual) + k); };
+    const int kind = int(session_.browser.viewKind) - int(ViewKind::Individual);
     FindResults& results = session_.findResults;
     const auto count = [&results](int k) { return results[FindResults::Kind(k)].count; };
     int32_t& position = results.selected;
     const int32_t wanted = position + delta;
     if (wanted >= 1 && wanted <= count(kind)) {
-        load(QLatin1String(kinds[kind]), results[FindResults::Kind(kind)].entries[size_t(wanted)]);
+        load(viewKindOf(kind), results[FindResults::Kind(kind)].entries[size_t(wanted)]);
         position = wanted;
     } else if (delta > 0) {
         if (kind == 3) {
             position = count(3);  // past the last note the position stays
         } else {
             position = 0;
-            session_.viewKind = QLatin1String(kinds[kind + 1]);
+            session_.browser.viewKind = viewKindOf(kind + 1);
         }
     } else if (kind == 0) {
         position = 0;
     } else {
-        session_.viewKind = QLatin1String(kinds[kind - 1]);
+        session_.browser.viewKind = viewKindOf(kind - 1);
         position = count(kind - 1) + 1;
     }
 }
 
 void BrowserLogic::listAll()
 {
-    session_.viewKind = session_.viewKind == QLatin1String("ALLINDS") ? QStringLiteral("ALLFAMS")
-                                                                      : QStringLiteral("ALLINDS");
-    session_.listCaller = QStringLiteral("frmTav");
+    session_.browser.viewKind = session_.browser.viewKind == ViewKind::AllIndividuals
+                                    ? ViewKind::AllFamilies
+                                    : ViewKind::AllIndividuals;
+    session_.browser.caller = BrowserCaller::MainWindow;
     gridLoad();
 }
 
@@ -205,31 +208,29 @@ void BrowserLogic::rowClicked(int32_t row)
     if (row < 1 || row >= rowCount())
         return;
     const QString item = cell(row, 0);
-    const QString kind = session_.viewKind;
+    const ViewKind kind = session_.browser.viewKind;
     session_.guarded([&] {
-        if (grid_.listKind.isEmpty()) {
-            if (kind == QLatin1String("IND") && (item.startsWith(QLatin1String("Fams")) ||
+        if (!grid_.isList()) {
+            if (kind == ViewKind::Individual && (item.startsWith(QLatin1String("Fams")) ||
                                                  item.startsWith(QLatin1String("Famc")))) {
-                load(QStringLiteral("FAM"), toLong(leadingNumber(cell(row, 1))));
-            } else if (kind == QLatin1String("FAM") && (item.startsWith(QLatin1String("Husb")) ||
-                                                        item.startsWith(QLatin1String("Wife")) ||
-                                                        item.startsWith(QLatin1String("Chil")))) {
-                load(QStringLiteral("IND"), toLong(leadingNumber(cell(row, 2))));
-            } else if (item.startsWith(QLatin1String("Note")) && kind != QLatin1String("FAM")) {
+                load(ViewKind::Family, toLong(leadingNumber(cell(row, 1))));
+            } else if (kind == ViewKind::Family && (item.startsWith(QLatin1String("Husb")) ||
+                                                    item.startsWith(QLatin1String("Wife")) ||
+                                                    item.startsWith(QLatin1String("Chil")))) {
+                load(ViewKind::Individual, toLong(leadingNumber(cell(row, 2))));
+            } else if (item.startsWith(QLatin1String("Note")) && kind != ViewKind::Family) {
                 followNote(cell(row, 1));
             }
             return;
         }
         const int32_t slot = row;
-        const QString& list = grid_.listKind;
-        if (list == QLatin1String("ALLFAMS") || list == QLatin1String("ALLMARR"))
-            load(QStringLiteral("FAM"), slot);
-        else if (list == QLatin1String("ALLSOUR"))
-            load(QStringLiteral("SOU"), slot);
-        else if (list == QLatin1String("ALLNOTS"))
-            load(QStringLiteral("NOT"), slot);
-        else
-            load(QStringLiteral("IND"), slot);
+        switch (grid_.listKind) {
+        case ViewKind::AllFamilies:
+        case ViewKind::AllMarriages: load(ViewKind::Family, slot); break;
+        case ViewKind::AllSources: load(ViewKind::Source, slot); break;
+        case ViewKind::AllNotes: load(ViewKind::Note, slot); break;
+        default: load(ViewKind::Individual, slot); break;
+        }
     });
 }
 
@@ -243,7 +244,7 @@ void BrowserLogic::followNote(const QString& note)
         const RecordStore& r = session_.records;
         for (int32_t n = 1; n <= r.noteCount(); ++n) {
             if (r.note(n).id == id) {
-                load(QStringLiteral("NOT"), n);
+                load(ViewKind::Note, n);
                 return;
             }
         }
@@ -251,9 +252,7 @@ void BrowserLogic::followNote(const QString& note)
             QStringLiteral("There is no note %1 in this file.").arg(note.mid(a, b - a + 1)));
         return;
     }
-    session_.reportText = note;
-    session_.reportTitle = QStringLiteral("Note");
-    session_.showWindow(AppWindow::Text);
+    session_.showReport(note, QStringLiteral("Note"));
 }
 
 }  // namespace tav

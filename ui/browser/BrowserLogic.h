@@ -32,8 +32,7 @@ public:
     // after a fault (which was shown).
     bool gridLoad();
 
-    // "Back", "Forward", "Previous" or "Next".
-    void moveBackForward(const QString& direction);
+    void moveBackForward(BrowserMove move);
     // Switches between all individuals and all families.
     void listAll();
     // Follows the link of a grid row (row 0 is the heading row).
@@ -57,15 +56,14 @@ public:
 private:
     // Shows a record or list: the grid is made first, so a fault leaves
     // everything as it was; then the history moves on.
-    void load(const QString& kind, int32_t slot);
-    void commit(Grid grid, const QString& kind, int32_t slot);
+    void load(ViewKind kind, int32_t slot);
+    void commit(Grid grid, ViewKind kind, int32_t slot);
     void setArrows();
     void back();
     void forward();
     void step(int delta);
     void stepThroughResults(int delta);
     void followNote(const QString& note);
-    int32_t& currentSlot(const QString& kind);
 
     Session& session_;
     Grid grid_;
@@ -79,6 +77,6 @@ private:
 };
 
 // The nine-character token of a position.
-QString positionTokenFor(const QString& kind, int32_t slot);
+QString positionTokenFor(ViewKind kind, int32_t slot);
 
 }  // namespace tav

@@ -1,6 +1,7 @@
 #include "ui/browser/BrowserWindow.h"
 
 #include "app/Session.h"
+#include "core/Units.h"
 #include "ui/Icons.h"
 #include "ui/WindowFrames.h"
 
@@ -47,7 +48,7 @@ public:
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
             QString text = logic_.cell(index.row() + 1, index.column());
             // A list shows each record on one line.
-            if (!logic_.grid().listKind.isEmpty() && role == Qt::DisplayRole)
+            if (logic_.grid().isList() && role == Qt::DisplayRole)
                 text.replace(QLatin1String("\r\n"), QLatin1String("  "));
             else
                 text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
@@ -80,7 +81,7 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     setWindowIcon(tavIcon("tav"));
 
     QToolBar* toolbar = addWindowToolbar(this, 20, Qt::ToolButtonTextUnderIcon);
-    top_ = addTopButton(toolbar, this, session_.browserOnTop);
+    top_ = addTopButton(toolbar, this, session_.onTop.browser);
     listAll_ = toolbar->addAction(tavIcon("list"), QStringLiteral("ListAll"), this,
                                   [this] { command([this] { logic_.listAll(); }); });
     listAll_->setToolTip(QStringLiteral("List all individuals, or all families (Ctrl+L)"));
@@ -88,21 +89,19 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
                                [this] { session_.showWindow(AppWindow::Find); });
     find_->setToolTip(QStringLiteral("Find records (Ctrl+F)"));
     toolbar->addSeparator();
-    const auto move = [this](const char* direction) {
-        return [this, direction] {
-            command([this, direction] { logic_.moveBackForward(QLatin1String(direction)); });
-        };
+    const auto addMove = [this, toolbar](BrowserMove move, const char* icon, const char* tip) {
+        QAction* action =
+            toolbar->addAction(tavIcon(icon), browserMoveKey(move), this, [this, move] {
+                command([this, move] { logic_.moveBackForward(move); });
+            });
+        action->setToolTip(QString::fromLatin1(tip));
+        return action;
     };
-    back_ = toolbar->addAction(tavIcon("back"), QStringLiteral("Back"), this, move("Back"));
-    back_->setToolTip(QStringLiteral("Back to what was shown before"));
-    forward_ =
-        toolbar->addAction(tavIcon("forward"), QStringLiteral("Forward"), this, move("Forward"));
-    forward_->setToolTip(QStringLiteral("Forward again"));
+    back_ = addMove(BrowserMove::Back, "back", "Back to what was shown before");
+    forward_ = addMove(BrowserMove::Forward, "forward", "Forward again");
     previous_ =
-        toolbar->addAction(tavIcon("previous"), QStringLiteral("Previous"), this, move("Previous"));
-    previous_->setToolTip(QStringLiteral("The record before this one (Left arrow)"));
-    next_ = toolbar->addAction(tavIcon("next"), QStringLiteral("Next"), this, move("Next"));
-    next_->setToolTip(QStringLiteral("The record after this one (Right arrow)"));
+        addMove(BrowserMove::Previous, "previous", "The record before this one (Left arrow)");
+    next_ = addMove(BrowserMove::Next, "next", "The record after this one (Right arrow)");
 
     model_ = new GridModel(logic_, this);
     view_ = new QTableView(this);
@@ -167,7 +166,7 @@ void BrowserWindow::refresh()
     forward_->setEnabled(logic_.forwardEnabled());
     previous_->setEnabled(logic_.nextPreviousEnabled());
     next_->setEnabled(logic_.nextPreviousEnabled());
-    const bool list = !logic_.grid().listKind.isEmpty();
+    const bool list = logic_.grid().isList();
     QHeaderView* rows = view_->verticalHeader();
     if (list) {
         rows->setSectionResizeMode(QHeaderView::Fixed);
@@ -193,8 +192,8 @@ void BrowserWindow::fitHeight()
     for (int r = 0; r < model_->rowCount(); ++r)
         rowsHeight += view_->rowHeight(r);
     const int gridTop = view_->geometry().top();
-    const int needed = rowsHeight + gridTop + 29;
-    resize(width(), needed < 400 ? needed : fullHeight);
+    const int needed = rowsHeight + gridTop + twipsToPixels(430);
+    resize(width(), needed < twipsToPixels(6000) ? needed : fullHeight);
 }
 
 }  // namespace tav

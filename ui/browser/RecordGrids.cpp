@@ -9,12 +9,9 @@ namespace tav {
 
 namespace {
 
-// Names in the browser: surname styled by the settings, given names as written.
-constexpr int gridNameFlags = NameSurname | NameGivenAsWritten;
-
 QString personName(const Session& session, int32_t slot)
 {
-    return formatName(session, session.records.individual(slot).name, gridNameFlags);
+    return listName(session.records, slot, session.nameStyle());
 }
 
 void addRow(Grid& grid, const QString& item, const QString& details,
@@ -29,26 +26,26 @@ void addHeading(Grid& grid) { addRow(grid, QStringLiteral("Item"), QStringLitera
 QString numbered(const char* item, int k) { return QString::fromLatin1(item) + QString::number(k); }
 
 struct ListKind {
-    const char* kind;
+    ViewKind kind;
     const char* caption;
     const char* heading;
 };
 
 const ListKind listKinds[] = {
-    {"ALLINDS", "All individuals", "Individual"},
-    {"ALLFAMS", "All families", "Family"},
-    {"ALLSOUR", "All sources", "Source"},
-    {"ALLNOTS", "All notes", "Notes"},
-    {"ALLOCCU", "All occupations", "Occupation"},
-    {"ALLBIRT", "All births and places", "Birth and place"},
-    {"ALLDEAT", "All deaths and places", "Deaths"},
-    {"ALLMARR", "All marriages and places", "Marriage and place"},
+    {ViewKind::AllIndividuals, "All individuals", "Individual"},
+    {ViewKind::AllFamilies, "All families", "Family"},
+    {ViewKind::AllSources, "All sources", "Source"},
+    {ViewKind::AllNotes, "All notes", "Notes"},
+    {ViewKind::AllOccupations, "All occupations", "Occupation"},
+    {ViewKind::AllBirths, "All births and places", "Birth and place"},
+    {ViewKind::AllDeaths, "All deaths and places", "Deaths"},
+    {ViewKind::AllMarriages, "All marriages and places", "Marriage and place"},
 };
 
-const ListKind* findListKind(const QString& kind)
+const ListKind* findListKind(ViewKind kind)
 {
     for (const ListKind& list : listKinds) {
-        if (kind == QLatin1String(list.kind))
+        if (kind == list.kind)
             return &list;
     }
     return nullptr;
@@ -57,40 +54,38 @@ const ListKind* findListKind(const QString& kind)
 QString twoBlanks(const QString& a, const QString& b) { return a + QStringLiteral("  ") + b; }
 
 // The text of record k in a list.
-QString listText(const Session& session, const QString& kind, int32_t k)
+QString listText(const Session& session, ViewKind kind, int32_t k)
 {
     const RecordStore& r = session.records;
-    if (kind == QLatin1String("ALLINDS"))
-        return personName(session, k);
-    if (kind == QLatin1String("ALLFAMS")) {
+    switch (kind) {
+    case ViewKind::AllIndividuals: return personName(session, k);
+    case ViewKind::AllFamilies: {
         const Family& f = r.family(k);
         return personName(session, r.indIndexFromId(f.husbandId)) + QStringLiteral(" & ") +
                personName(session, r.indIndexFromId(f.wifeId));
     }
-    if (kind == QLatin1String("ALLSOUR"))
-        return r.source(k).title;
-    if (kind == QLatin1String("ALLNOTS"))
-        return r.note(k).text;
-    if (kind == QLatin1String("ALLOCCU"))
-        return r.individual(k).occupation;
-    if (kind == QLatin1String("ALLBIRT"))
+    case ViewKind::AllSources: return r.source(k).title;
+    case ViewKind::AllNotes: return r.note(k).text;
+    case ViewKind::AllOccupations: return r.individual(k).occupation;
+    case ViewKind::AllBirths:
         return twoBlanks(r.individual(k).birthDate, r.individual(k).birthPlace);
-    if (kind == QLatin1String("ALLDEAT"))
+    case ViewKind::AllDeaths:
         return twoBlanks(r.individual(k).deathDate, r.individual(k).deathPlace);
-    if (kind == QLatin1String("ALLMARR"))
+    case ViewKind::AllMarriages:
         return twoBlanks(r.family(k).marriageDate, r.family(k).marriagePlace);
-    return QString();
+    default: return QString();
+    }
 }
 
-int32_t listCount(const RecordStore& r, const QString& kind)
+int32_t listCount(const RecordStore& r, ViewKind kind)
 {
-    if (kind == QLatin1String("ALLFAMS") || kind == QLatin1String("ALLMARR"))
-        return r.familyCount();
-    if (kind == QLatin1String("ALLSOUR"))
-        return r.sourceCount();
-    if (kind == QLatin1String("ALLNOTS"))
-        return r.noteCount();
-    return r.individualCount();
+    switch (kind) {
+    case ViewKind::AllFamilies:
+    case ViewKind::AllMarriages: return r.familyCount();
+    case ViewKind::AllSources: return r.sourceCount();
+    case ViewKind::AllNotes: return r.noteCount();
+    default: return r.individualCount();
+    }
 }
 
 }  // namespace
@@ -101,17 +96,9 @@ QString numberWithLetter(QChar letter, int32_t number)
                       : letter + QString::number(number);
 }
 
-bool isRecordKind(const QString& kind)
-{
-    return kind == QLatin1String("IND") || kind == QLatin1String("FAM") ||
-           kind == QLatin1String("SOU") || kind == QLatin1String("NOT");
-}
-
-bool isListKind(const QString& kind) { return findListKind(kind) != nullptr; }
-
 QString Grid::cell(const Session& session, int32_t row, int column) const
 {
-    if (listKind.isEmpty())
+    if (!isList())
         return row >= 0 && size_t(row) < rows.size() && column >= 0 && column < 3
                    ? rows[size_t(row)][size_t(column)]
                    : QString();
@@ -207,7 +194,7 @@ Grid noteGrid(const Session& session, int32_t slot)
     return grid;
 }
 
-Grid listGrid(const Session& session, const QString& kind)
+Grid listGrid(const Session& session, ViewKind kind)
 {
     const ListKind* list = findListKind(kind);
     Grid grid;
@@ -220,17 +207,15 @@ Grid listGrid(const Session& session, const QString& kind)
     return grid;
 }
 
-Grid gridFor(const Session& session, const QString& kind, int32_t slot)
+Grid gridFor(const Session& session, ViewKind kind, int32_t slot)
 {
-    if (kind == QLatin1String("IND"))
-        return individualGrid(session, slot);
-    if (kind == QLatin1String("FAM"))
-        return familyGrid(session, slot);
-    if (kind == QLatin1String("SOU"))
-        return sourceGrid(session, slot);
-    if (kind == QLatin1String("NOT"))
-        return noteGrid(session, slot);
-    return listGrid(session, kind);
+    switch (kind) {
+    case ViewKind::Individual: return individualGrid(session, slot);
+    case ViewKind::Family: return familyGrid(session, slot);
+    case ViewKind::Source: return sourceGrid(session, slot);
+    case ViewKind::Note: return noteGrid(session, slot);
+    default: return listGrid(session, kind);
+    }
 }
 
 }  // namespace tav

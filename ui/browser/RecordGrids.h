@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/ViewKinds.h"
+
 #include <QString>
 #include <array>
 #include <cstdint>
@@ -17,17 +19,14 @@ class Session;
 struct Grid {
     QString caption;
     std::vector<std::array<QString, 3>> rows;
-    QString listKind;  // "ALLINDS" ..., or "" for a single record
+    ViewKind listKind = ViewKind::None;  // the list shown, or None for a single record
     int32_t listCount = 0;
     bool fitWindow = false;  // single records fit the window's height to the grid
 
-    int32_t rowCount() const { return listKind.isEmpty() ? int32_t(rows.size()) : listCount + 1; }
+    bool isList() const { return listKind != ViewKind::None; }
+    int32_t rowCount() const { return isList() ? listCount + 1 : int32_t(rows.size()); }
     QString cell(const Session& session, int32_t row, int column) const;
 };
-
-// The four kinds of record and the eight lists, as the browser names them.
-bool isRecordKind(const QString& kind);
-bool isListKind(const QString& kind);
 
 // Grids for one record. A slot beyond its table's capacity raises
 // SubscriptOutOfRange, so the caller keeps what it showed.
@@ -35,11 +34,11 @@ Grid individualGrid(const Session& session, int32_t slot);
 Grid familyGrid(const Session& session, int32_t slot);
 Grid sourceGrid(const Session& session, int32_t slot);
 Grid noteGrid(const Session& session, int32_t slot);
-// The list of every record of a list kind ("ALLINDS" ...).
-Grid listGrid(const Session& session, const QString& kind);
+// The list of every record of a list kind.
+Grid listGrid(const Session& session, ViewKind kind);
 
 // The grid of a record kind at a slot, or of a list kind.
-Grid gridFor(const Session& session, const QString& kind, int32_t slot);
+Grid gridFor(const Session& session, ViewKind kind, int32_t slot);
 
 // "S12", "N3", "F7", "I12": a record number after its kind letter, as the
 // program prints it.

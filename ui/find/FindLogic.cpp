@@ -4,32 +4,17 @@
 #include "core/Fault.h"
 #include "core/TextNumbers.h"
 #include "ui/find/ResultsListing.h"
-#include "ui/find/StatisticalQueries.h"
 
 namespace tav {
 
 namespace {
 
-const char* const viewKinds[4] = {"IND", "FAM", "SOU", "NOT"};
-
-int32_t& currentSlot(Session& session, FindResults::Kind kind)
-{
-    switch (kind) {
-    case FindResults::Families: return session.curFam;
-    case FindResults::Sources: return session.curSou;
-    case FindResults::Notes: return session.curNote;
-    default: return session.curInd;
-    }
-}
+ViewKind viewKindOf(FindResults::Kind kind) { return ViewKind(int(ViewKind::Individual) + kind); }
 
 // Opens the browser on a result, as the find window does.
 void browse(Session& session, FindResults::Kind kind, int32_t slot)
 {
-    session.viewKind = QLatin1String(viewKinds[kind]);
-    currentSlot(session, kind) = slot;
-    session.listCaller = QStringLiteral("frmFind");
-    session.listLoaded = false;
-    session.showWindow(AppWindow::List);
+    session.openBrowser(viewKindOf(kind), slot, BrowserCaller::FindWindow);
 }
 
 }  // namespace
@@ -43,8 +28,8 @@ FindLogic::FindLogic(Session& session) : session_(session)
 QStringList FindLogic::queryChoices()
 {
     QStringList choices;
-    for (const char* name : queryNames)
-        choices << QString::fromLatin1(name);
+    for (int index = 0; index < queryCount; ++index)
+        choices << queryName(queryAt(index));
     return choices;
 }
 
@@ -61,38 +46,46 @@ void FindLogic::showResults()
     lines_ = resultLines(session_);
 }
 
-void FindLogic::find()
+bool FindLogic::find()
 {
-    findByWords(session_, searchText, caseSensitive, kinds);
+    findByWords(session_.records, session_.findResults, searchText, caseSensitive, kinds);
     showResults();
     if (session_.findResults.total != 1)
-        return;
+        return true;
     for (int kind = FindResults::Individuals; kind <= FindResults::Notes; ++kind) {
         const FindResults::Table& table = session_.findResults[FindResults::Kind(kind)];
         if (table.count > 0) {
-            session_.guarded([&] { browse(session_, FindResults::Kind(kind), table.entries[1]); });
-            return;
+            browse(session_, FindResults::Kind(kind), table.entries[1]);
+            break;
         }
     }
+    return true;
 }
 
-void FindLogic::queryChosen(int index)
+bool FindLogic::runQuery(Query query, int32_t n)
 {
-    if (index < 0 || index >= int(std::size(queryNames)))
-        return;
-    queryIndex_ = index;
+    return session_.guarded([&] {
+        tav::runQuery(session_.records, session_.findResults, {session_.curInd, session_.curFam},
+                      session_.today(), query, n);
+    });
+}
+
+bool FindLogic::queryChosen(Query query)
+{
+    query_ = query;
     FindResults& results = session_.findResults;
     results[FindResults::Individuals].count = 0;
     results[FindResults::Families].count = 0;
-    if (queryTakesNumber(index)) {
+    if (queryTakesNumber(query)) {
         numberEnabled_ = true;
-        return;
+        return true;
     }
-    if (index == 7) {
-        go();
+    bool done;
+    if (query == Query::MostDescendants) {
+        done = go();
     } else {
         numberEnabled_ = false;
-        session_.guarded([&] { runQuery(session_, index, 0); });
+        done = runQuery(query, 0);
     }
     results[FindResults::Sources].count = 0;
     results[FindResults::Notes].count = 0;
@@ -100,6 +93,7 @@ void FindLogic::queryChosen(int index)
     results.total = results.sum();
     showResults();
     openSingleResult();
+    return done;
 }
 
 void FindLogic::openSingleResult()
@@ -107,44 +101,41 @@ void FindLogic::openSingleResult()
     const FindResults& results = session_.findResults;
     if (results.total != 1)
         return;
-    session_.guarded([&] {
-        if (results[FindResults::Individuals].count == 1)
-            browse(session_, FindResults::Individuals,
-                   results[FindResults::Individuals].entries[1]);
-        else if (results[FindResults::Families].count == 1)
-            browse(session_, FindResults::Families, results[FindResults::Families].entries[1]);
-    });
+    if (results[FindResults::Individuals].count == 1)
+        browse(session_, FindResults::Individuals, results[FindResults::Individuals].entries[1]);
+    else if (results[FindResults::Families].count == 1)
+        browse(session_, FindResults::Families, results[FindResults::Families].entries[1]);
 }
 
-void FindLogic::go()
+bool FindLogic::go()
 {
     FindResults& results = session_.findResults;
-    if (queryIndex_ == 7) {
-        session_.guarded([&] { runQuery(session_, 7, 0); });
+    if (query_ == Query::MostDescendants) {
+        const bool done = runQuery(query_, 0);
         results.total = results.sum();
         showResults();
-        return;
+        return done;
     }
-    if (!queryTakesNumber(queryIndex_)) {
-        queryChosen(queryIndex_);
-        return;
-    }
+    if (!queryTakesNumber(query_))
+        return queryChosen(query_);
     if (numberText.isEmpty() || !isWholeNumber(numberText))
-        return;
-    session_.guarded([&] {
+        return true;
+    const bool done = session_.guarded([&] {
         const int32_t n = toLong(leadingNumber(numberText));
         results.total = 0;
-        runQuery(session_, queryIndex_, n);
+        tav::runQuery(session_.records, results, {session_.curInd, session_.curFam},
+                      session_.today(), query_, n);
     });
     // Only the table the query fills counts.
-    const bool families = queryIndex_ == 4 || queryIndex_ == 5;
-    const FindResults::Kind filled = families ? FindResults::Families : FindResults::Individuals;
+    const FindResults::Kind filled =
+        queryListsFamilies(query_) ? FindResults::Families : FindResults::Individuals;
     for (int kind = FindResults::Individuals; kind <= FindResults::Notes; ++kind) {
         if (kind != filled)
             results[FindResults::Kind(kind)].count = 0;
     }
     results.total = results[filled].count;
     showResults();
+    return done;
 }
 
 void FindLogic::lineChosen(int line)

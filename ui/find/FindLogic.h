@@ -1,6 +1,7 @@
 #pragma once
 
-#include "ui/find/WordSearch.h"
+#include "calc/StatisticalQueries.h"
+#include "calc/WordSearch.h"
 
 #include <QString>
 #include <QStringList>
@@ -23,8 +24,8 @@ public:
     SearchKinds kinds;
 
     // Find: the words of the search box in the ticked kinds. One record
-    // found opens the browser on it.
-    void find();
+    // found opens the browser on it. False after a fault (which was shown).
+    bool find();
 
     // More/Less: the query section shown or hidden, with the window's
     // height in twips.
@@ -34,13 +35,14 @@ public:
     int heightTwips() const { return expanded_ ? 4965 : 4230; }
 
     // The queries: choosing one runs it, or, for those that take a number,
-    // readies the number box for Go.
+    // readies the number box for Go. Both are false after a fault (which
+    // was shown), and the results found until then are listed.
     static QStringList queryChoices();
-    int queryIndex() const { return queryIndex_; }
-    void queryChosen(int index);
+    Query query() const { return query_; }
+    bool queryChosen(Query query);
     QString numberText;
     bool numberEnabled() const { return numberEnabled_; }
-    void go();
+    bool go();
 
     // The results list.
     const QString& heading() const { return heading_; }
@@ -50,11 +52,12 @@ public:
 
 private:
     void showResults();
+    bool runQuery(Query query, int32_t n);
     void openSingleResult();
 
     Session& session_;
     bool expanded_ = false;
-    int queryIndex_ = 0;
+    Query query_ = Query::EarliestBorn;
     bool numberEnabled_ = false;
     QString heading_;
     QStringList lines_;

@@ -1,9 +1,9 @@
 #include "ui/find/FindWindow.h"
 
 #include "app/Session.h"
+#include "core/Units.h"
 #include "ui/Icons.h"
 #include "ui/WindowFrames.h"
-#include "ui/text/TextViewerLogic.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -28,7 +28,7 @@ FindWindow::FindWindow(Session& session, QWidget* parent)
     setWindowTitle(QStringLiteral("Find"));
 
     top_ = addTopButton(addWindowToolbar(this, 18, Qt::ToolButtonTextBesideIcon), this,
-                        session_.findOnTop);
+                        session_.onTop.find);
 
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
@@ -115,7 +115,10 @@ FindWindow::FindWindow(Session& session, QWidget* parent)
     connect(combo1_, &QComboBox::activated, this,
             [this](int line) { busy([this, line] { logic_.lineChosen(line); }); });
     connect(combo2_, &QComboBox::activated, this, [this](int index) {
-        busy([this, index] { logic_.queryChosen(index); });
+        busy([this, index] {
+            if (isQueryIndex(index))
+                logic_.queryChosen(queryAt(index));
+        });
         if (logic_.numberEnabled()) {
             text2_->setFocus();
             text2_->selectAll();
@@ -158,8 +161,8 @@ void FindWindow::refresh()
     command4_->setText(logic_.moreLessCaption());
     querySection_->setVisible(logic_.expanded());
     text2_->setEnabled(logic_.numberEnabled());
-    if (combo2_->currentIndex() != logic_.queryIndex())
-        combo2_->setCurrentIndex(logic_.queryIndex());
+    if (combo2_->currentIndex() != queryIndex(logic_.query()))
+        combo2_->setCurrentIndex(queryIndex(logic_.query()));
     label2_->setText(logic_.heading());
     QStringList shown;
     for (QString line : logic_.lines())

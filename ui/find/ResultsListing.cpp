@@ -8,11 +8,9 @@ namespace tav {
 
 namespace {
 
-constexpr int resultNameFlags = NameSurname | NameGivenAsWritten;
-
 QString nameOf(const Session& session, int32_t slot)
 {
-    return formatName(session, session.records.individual(slot).name, resultNameFlags);
+    return listName(session.records, slot, session.nameStyle());
 }
 
 // The section's lines as a count: its header and its results, none when empty.

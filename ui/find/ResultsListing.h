@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/FindResults.h"
+#include "calc/FindResults.h"
 
 #include <QString>
 #include <QStringList>

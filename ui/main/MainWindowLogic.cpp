@@ -46,7 +46,7 @@ void MainWindowLogic::startUp(const QString& commandLine)
     }
     if (!fileOpen_) {
         setMenus(false);
-        session_.mainCaption = QStringLiteral("File not open!");
+        caption_ = QStringLiteral("File not open!");
     }
 }
 
@@ -58,11 +58,18 @@ void MainWindowLogic::shutDown()
 
 void MainWindowLogic::openFile(const QString& path)
 {
+    // While the file is read the caption names it alone; a file that cannot
+    // be opened leaves the window as it was.
+    const QString before = caption_;
+    caption_ = path;
     QString failure;
     if (!loadGedcom(session_, path, &failure, progress_)) {
+        caption_ = before;
         session_.messages().message(failure);
         return;
     }
+    caption_ = loadedCaption(session_.records);
+    currentIndividualText_ = signedText(session_.curInd);
     fileOpen_ = true;
     setMenus(true);
     updateRecentItems(addRecentFile(session_.settings, path));
@@ -102,21 +109,21 @@ namespace {
 
 struct ShowChoice {
     const char* text;
-    const char* viewKind;
+    ViewKind viewKind;
     int32_t Session::*current;  // the current record taken from the box, or none
 };
 
 const ShowChoice showTable[] = {
-    {"all individuals", "ALLINDS", &Session::curInd},
-    {"all families", "ALLFAMS", &Session::curFam},
-    {"current individual", "IND", &Session::curInd},
-    {"current family", "FAM", &Session::curFam},
-    {"all notes", "ALLNOTS", &Session::curNote},
-    {"all sources", "ALLSOUR", &Session::curSou},
-    {"all occupations", "ALLOCCU", nullptr},
-    {"all birthdates and places", "ALLBIRT", nullptr},
-    {"all death dates and places", "ALLDEAT", nullptr},
-    {"all marriage dates and places", "ALLMARR", nullptr},
+    {"all individuals", ViewKind::AllIndividuals, &Session::curInd},
+    {"all families", ViewKind::AllFamilies, &Session::curFam},
+    {"current individual", ViewKind::Individual, &Session::curInd},
+    {"current family", ViewKind::Family, &Session::curFam},
+    {"all notes", ViewKind::AllNotes, &Session::curNote},
+    {"all sources", ViewKind::AllSources, &Session::curSou},
+    {"all occupations", ViewKind::AllOccupations, nullptr},
+    {"all birthdates and places", ViewKind::AllBirths, nullptr},
+    {"all death dates and places", ViewKind::AllDeaths, nullptr},
+    {"all marriage dates and places", ViewKind::AllMarriages, nullptr},
 };
 
 }  // namespace
@@ -151,11 +158,8 @@ void MainWindowLogic::showChosen(int index)
     session_.guarded([&] {
         const ShowChoice& choice = showTable[index];
         if (choice.current)
-            session_.*choice.current = toLong(leadingNumber(session_.currentIndividualText));
-        session_.viewKind = QString::fromLatin1(choice.viewKind);
-        session_.listCaller = QStringLiteral("frmTav");
-        session_.listLoaded = false;
-        session_.showWindow(AppWindow::List);
+            session_.*choice.current = toLong(leadingNumber(currentIndividualText_));
+        session_.openBrowser(choice.viewKind, BrowserCaller::MainWindow);
     });
 }
 
@@ -169,7 +173,12 @@ void MainWindowLogic::findRelationshipClicked()
         return;
     }
     findRelChecked_ = false;
-    session_.guarded([this] { findRelationship(session_, session_.curInd, session_.relFirst); });
+    // The individual current now is worded against the one picked first.
+    session_.guarded([this] {
+        session_.showReport(relationshipText(session_.records, session_.curInd, session_.relFirst,
+                                             session_.lineSeparator),
+                            QStringLiteral("Find relationship"));
+    });
 }
 
 QString MainWindowLogic::findRelationshipCaption() const
@@ -202,8 +211,8 @@ void MainWindowLogic::showAbout()
 {
     // The About text is put together in the shared report text, as the
     // reports are.
-    session_.reportText = aboutText(session_.lineSeparator);
-    session_.messages().message(session_.reportText, QStringLiteral("About"));
+    session_.report.text = aboutText(session_.lineSeparator);
+    session_.messages().message(session_.report.text, QStringLiteral("About"));
 }
 
 void MainWindowLogic::showCredit() { session_.messages().message(creditText()); }
@@ -218,19 +227,14 @@ void MainWindowLogic::showHelp(int topic)
         return;
     }
     session_.guarded([&] {
-        session_.reportText = helpTopic(text, QString::fromLatin1(helpTopics[topic].key));
-        session_.reportTitle = QString::fromLatin1(helpTopics[topic].title);
-        session_.showWindow(AppWindow::Text);
+        session_.showReport(helpTopic(text, QString::fromLatin1(helpTopics[topic].key)),
+                            QString::fromLatin1(helpTopics[topic].title));
     });
 }
 
-QString MainWindowLogic::caption() const { return session_.mainCaption; }
-
-QString MainWindowLogic::currentIndividualText() const { return session_.currentIndividualText; }
-
 void MainWindowLogic::setCurrentIndividualText(const QString& text)
 {
-    session_.currentIndividualText = text;
+    currentIndividualText_ = text;
 }
 
 QString MainWindowLogic::currentFolder() const { return QDir::currentPath(); }

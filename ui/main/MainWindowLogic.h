@@ -56,8 +56,8 @@ public:
     // The state the window shows.
     bool commandsEnabled() const { return commandsEnabled_; }
     bool fileOpen() const { return fileOpen_; }
-    QString caption() const;
-    QString currentIndividualText() const;
+    const QString& caption() const { return caption_; }
+    const QString& currentIndividualText() const { return currentIndividualText_; }
     void setCurrentIndividualText(const QString& text);
     bool findRelationshipChecked() const { return findRelChecked_; }
     QString findRelationshipCaption() const;
@@ -76,6 +76,8 @@ private:
     RegistryStore& store_;
     QString programFolder_;
     LoadProgress progress_;
+    QString caption_;
+    QString currentIndividualText_;
     bool commandsEnabled_ = false;
     bool fileOpen_ = false;
     bool findRelChecked_ = false;

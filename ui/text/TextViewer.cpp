@@ -22,7 +22,7 @@ TextViewer::TextViewer(Session& session, QWidget* parent) : QMainWindow(parent),
     setWindowIcon(tavIcon("tav"));
 
     QToolBar* toolbar = addWindowToolbar(this, 20, Qt::ToolButtonTextBesideIcon);
-    top_ = addTopButton(toolbar, this, session.textViewerOnTop);
+    top_ = addTopButton(toolbar, this, session.onTop.textViewer);
     QAction* select = toolbar->addAction(tavIcon("select-all"), QStringLiteral("Select all"), this,
                                          &TextViewer::selectAll);
     select->setToolTip(QStringLiteral("Select all"));

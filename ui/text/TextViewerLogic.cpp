@@ -4,9 +4,9 @@
 
 namespace tav {
 
-QString TextViewerLogic::text() const { return session_.reportText; }
+QString TextViewerLogic::text() const { return session_.report.text; }
 
-QString TextViewerLogic::title() const { return session_.reportTitle; }
+QString TextViewerLogic::title() const { return session_.report.title; }
 
 QRect TextViewerLogic::placement(const QRect& screen, int width)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Units.h"
+
 #include <QRect>
 #include <QString>
 
@@ -24,8 +26,5 @@ public:
 private:
     Session& session_;
 };
-
-// Twips as the windows measure them: 15 to the pixel.
-constexpr int twipsToPixels(int twips) { return (twips + 7) / 15; }
 
 }  // namespace tav

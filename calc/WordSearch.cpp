@@ -1,7 +1,6 @@
-#include "ui/find/WordSearch.h"
+#include "calc/WordSearch.h"
 
-#include "app/Session.h"
-#include "ui/browser/RecordGrids.h"
+#include "core/RecordStore.h"
 
 #include <vector>
 
@@ -143,15 +142,14 @@ QStringList searchWords(const QString& text)
     return words;
 }
 
-void findByWords(Session& session, const QString& text, bool caseSensitive, SearchKinds kinds)
+void findByWords(const RecordStore& r, FindResults& results, const QString& text,
+                 bool caseSensitive, SearchKinds kinds)
 {
-    FindResults& results = session.findResults;
     for (FindResults::Table& table : results.tables)
         table.count = 0;
     results.total = 0;
     const QStringList words = searchWords(text);
     SearchText search(words, caseSensitive);
-    const RecordStore& r = session.records;
 
     if (kinds.individuals) {
         collect(results[FindResults::Individuals], r.individualCount(), search,

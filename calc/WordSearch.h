@@ -1,11 +1,13 @@
 #pragma once
 
+#include "calc/FindResults.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace tav {
 
-class Session;
+class RecordStore;
 
 // Up to four search words from a text: split at blanks, two blanks in a row
 // giving an empty word (which every text contains); words after the fourth
@@ -21,11 +23,12 @@ struct SearchKinds {
 };
 
 // Finds the records whose search text holds every word (anywhere, in any
-// order), at most 200 of a kind in table order, into the session's find
-// results; every count is cleared first, also of kinds not searched. A
+// order), at most 200 of a kind in table order, into the find results;
+// every count is cleared first, also of kinds not searched. A
 // record's search text starts with its number in the file ("I12 "), then its
 // fields joined by blanks; a note's also holds the author, publication and
 // note of the source at the same slot.
-void findByWords(Session& session, const QString& text, bool caseSensitive, SearchKinds kinds);
+void findByWords(const RecordStore& records, FindResults& results, const QString& text,
+                 bool caseSensitive, SearchKinds kinds);
 
 }  // namespace tav

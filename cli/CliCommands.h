@@ -1,0 +1,23 @@
+#pragma once
+
+namespace tav {
+
+struct CliRun;
+
+// The commands, by group. Each prints what its window would show and
+// returns the exit status (0 done, 3 after a fault); a bad argument is a
+// UsageError.
+
+// Records and the file (RecordCommands.cpp).
+int infoCommand(CliRun& run);
+int showCommand(CliRun& run);
+
+// The find window (SearchCommands.cpp).
+int findCommand(CliRun& run);
+int queryCommand(CliRun& run);
+
+// Relationships and descendants (FamilyCommands.cpp).
+int relateCommand(CliRun& run);
+int descendantsCommand(CliRun& run);
+
+}  // namespace tav

@@ -1,0 +1,59 @@
+#include "cli/CliRun.h"
+
+#include "app/Session.h"
+#include "ui/browser/BrowserLogic.h"
+
+namespace tav {
+
+void CliRun::printReport(const QString& text) const
+{
+    QString plain = text;
+    plain.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    for (const QString& line : plain.split(QLatin1Char('\n')))
+        print(line);
+}
+
+int32_t CliRun::integerArgument(const QString& text)
+{
+    bool ok = false;
+    const int value = text.toInt(&ok);
+    if (!ok)
+        throw UsageError{QStringLiteral("\"%1\" is not a whole number").arg(text)};
+    return value;
+}
+
+int CliRun::run(const std::function<void()>& routine) const
+{
+    return session.guarded(routine) ? 0 : 3;
+}
+
+QString escaped(const QString& text)
+{
+    QString out;
+    out.reserve(text.size());
+    for (QChar c : text) {
+        switch (c.unicode()) {
+        case u'\\': out += QLatin1String("\\\\"); break;
+        case u'\r': out += QLatin1String("\\r"); break;
+        case u'\n': out += QLatin1String("\\n"); break;
+        case u'\t': out += QLatin1String("\\t"); break;
+        default: out += c;
+        }
+    }
+    return out;
+}
+
+void printGrid(const CliRun& run, const BrowserLogic& browser)
+{
+    run.print(browser.caption());
+    const bool family = run.session.browser.viewKind == ViewKind::Family;
+    for (int32_t row = 0; row < browser.rowCount(); ++row) {
+        QString line =
+            escaped(browser.cell(row, 0)) + QLatin1Char('\t') + escaped(browser.cell(row, 1));
+        if (family && !browser.cell(row, 2).isEmpty())
+            line += QLatin1Char('\t') + escaped(browser.cell(row, 2));
+        run.print(line);
+    }
+}
+
+}  // namespace tav

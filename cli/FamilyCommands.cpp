@@ -1,0 +1,36 @@
+#include "app/Session.h"
+#include "calc/DescendantCounting.h"
+#include "calc/RelationshipFinder.h"
+#include "cli/CliCommands.h"
+#include "cli/CliRun.h"
+
+namespace tav {
+
+int relateCommand(CliRun& run)
+{
+    const int32_t a = run.intArg(0), b = run.intArg(1);
+    QString text;
+    if (const int status = run.run(
+            [&] { text = relationshipText(run.session.records, a, b, run.session.lineSeparator); }))
+        return status;
+    run.printReport(text);
+    return 0;
+}
+
+int descendantsCommand(CliRun& run)
+{
+    const int32_t slot = run.intArg(0);
+    RecordStore& records = run.session.records;
+    return run.run([&] {
+        const int32_t descendants = countDescendants(records, slot);
+        const int32_t spouses = countDescendantSpouses(records, slot);
+        const int32_t generations = countGenerations(records, slot);
+        const int32_t largest = largestFamilySlot(records, slot);
+        run.print(QStringLiteral("Descendants: %1").arg(descendants));
+        run.print(QStringLiteral("Spouses: %1").arg(spouses));
+        run.print(QStringLiteral("Generations: %1").arg(generations));
+        run.print(QStringLiteral("Largest family: %1").arg(largest));
+    });
+}
+
+}  // namespace tav

@@ -1,0 +1,41 @@
+#include "app/GedcomLoading.h"
+#include "app/Session.h"
+#include "cli/CliCommands.h"
+#include "cli/CliRun.h"
+#include "ui/browser/BrowserLogic.h"
+#include "ui/main/HeaderInformation.h"
+
+namespace tav {
+
+int infoCommand(CliRun& run)
+{
+    const RecordStore& records = run.session.records;
+    run.print(loadedCaption(records));
+    run.print(QStringLiteral("Sources: %1").arg(records.sourceCount()));
+    run.print(QStringLiteral("Notes: %1").arg(records.noteCount()));
+    for (const QString& line : headerInformationLines(records))
+        run.print(line);
+    return 0;
+}
+
+int showCommand(CliRun& run)
+{
+    const ViewKind kind = viewKindFromCode(run.args.value(0));
+    if (isRecordKind(kind)) {
+        if (run.args.size() != 2)
+            throw UsageError{QStringLiteral("%1 needs a SLOT").arg(run.args.value(0))};
+        run.session.currentSlot(kind) = run.intArg(1);
+    } else if (!isListKind(kind) || run.args.size() != 1) {
+        throw UsageError{
+            QStringLiteral("\"%1\" is not a kind to show").arg(run.args.join(QLatin1Char(' ')))};
+    }
+    BrowserLogic browser(run.session);
+    run.session.browser.viewKind = kind;
+    run.session.browser.caller = BrowserCaller::MainWindow;
+    if (!browser.gridLoad())
+        return 3;
+    printGrid(run, browser);
+    return 0;
+}
+
+}  // namespace tav
