@@ -11,14 +11,16 @@
 
 namespace tav::bench {
 
-QString generatedFile(int individuals)
+QString generatedFile(int individuals, bool shuffled)
 {
     static QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("generated-%1.ged").arg(individuals));
+    const QString path = dir.filePath(
+        QStringLiteral("generated-%1%2.ged").arg(individuals).arg(shuffled ? "-shuffled" : ""));
     if (!QFile::exists(path)) {
         QFile file(path);
         GeneratorOptions options;
         options.individuals = individuals;
+        options.shuffled = shuffled;
         if (!file.open(QIODevice::WriteOnly) || file.write(generateGedcom(options)) < 0)
             std::abort();
     }

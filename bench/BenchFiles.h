@@ -8,8 +8,8 @@
 namespace tav::bench {
 
 // A generated file of that many individuals, written once per run to a
-// temporary folder.
-QString generatedFile(int individuals);
+// temporary folder; shuffled, its records lie in a random order.
+QString generatedFile(int individuals, bool shuffled = false);
 
 // A real file of ../shared/gedcom, or "" when the folder is absent.
 QString sharedFile(const char* name);

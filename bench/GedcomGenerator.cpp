@@ -265,6 +265,32 @@ private:
 
 }  // namespace
 
+// The records of a generated text (HEAD and the submitter aside) in a
+// random order, then the trailer.
+QByteArray shuffledRecords(const QByteArray& text, const GeneratorOptions& options)
+{
+    const QByteArray eol = options.crlf ? "\r\n" : "\n";
+    const QByteArray recordStart = eol + "0 @";
+    std::vector<QByteArray> records;
+    qsizetype first = text.indexOf(eol + "0 @I");
+    const QByteArray head = text.left(first + eol.size());
+    qsizetype at = first + eol.size();
+    while (at < text.size()) {
+        qsizetype next = text.indexOf(recordStart, at);
+        next = next < 0 ? text.size() : next + eol.size();
+        records.push_back(text.mid(at, next - at));
+        at = next;
+    }
+    Random random(options.seed ^ 0x5EEDu);
+    for (size_t i = records.size(); i > 1; --i)
+        std::swap(records[i - 1], records[size_t(random.below(int(i)))]);
+    QByteArray out = head;
+    out.reserve(text.size() + 16);
+    for (const QByteArray& record : records)
+        out += record;
+    return out + "0 TRLR" + eol;
+}
+
 QByteArray generateGedcom(const GeneratorOptions& options)
 {
     Population population(options);
@@ -355,8 +381,11 @@ QByteArray generateGedcom(const GeneratorOptions& options)
         out.line(1, std::string("CONC ") + random.pick(noteLines));
         out.line(1, std::string("CONT ") + random.pick(noteLines));
     }
-    out.line(0, "TRLR");
-    return out.take();
+    if (!options.shuffled) {
+        out.line(0, "TRLR");
+        return out.take();
+    }
+    return shuffledRecords(out.take(), options);
 }
 
 }  // namespace tav

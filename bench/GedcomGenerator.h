@@ -12,6 +12,10 @@ struct GeneratorOptions {
     int individuals = 1000;
     uint64_t seed = 1;
     bool crlf = true;
+    // Records in a random order (the same for the same seed) instead of
+    // ascending numbers, as files sorted by name or grouped by branch are;
+    // the header stays first and the trailer last.
+    bool shuffled = false;
 };
 
 QByteArray generateGedcom(const GeneratorOptions& options);

@@ -13,6 +13,8 @@ int main(int argc, char* argv[])
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--lf") == 0)
             options.crlf = false;
+        else if (std::strcmp(argv[i], "--shuffle") == 0)
+            options.shuffled = true;
         else if (std::strcmp(argv[i], "--seed") == 0 && i + 1 < argc)
             options.seed = std::strtoull(argv[++i], nullptr, 10);
         else if (options.individuals == 1000 && std::atoi(argv[i]) > 0 && !outPath)
@@ -21,7 +23,8 @@ int main(int argc, char* argv[])
             outPath = argv[i];
     }
     if (!outPath) {
-        std::fprintf(stderr, "usage: tav-generate INDIVIDUALS OUT.ged [--lf] [--seed N]\n");
+        std::fprintf(stderr,
+                     "usage: tav-generate INDIVIDUALS OUT.ged [--lf] [--shuffle] [--seed N]\n");
         return 2;
     }
     QFile file(QString::fromLocal8Bit(outPath));

@@ -64,8 +64,7 @@ Totals walk(RecordStore& records, int32_t root)
                     break;
                 ++level.family;
                 level.child = 0;
-                level.familyIndex =
-                    records.famIndexFromId(person.spouseFamilyId[size_t(level.family)]);
+                level.familyIndex = records.spouseFamilyOf(person, level.family);
                 const int32_t children = records.family(level.familyIndex).childCount;
                 level.totals.descendants += children;
                 if (children > 0)
@@ -73,7 +72,7 @@ Totals walk(RecordStore& records, int32_t root)
                 continue;
             }
             ++level.child;
-            const int32_t child = records.indIndexFromId(family.childId[size_t(level.child)]);
+            const int32_t child = records.childOf(family, level.child);
             if (child == 0)
                 continue;
             const Individual& known = records.individual(child);
@@ -132,12 +131,10 @@ int32_t largestFamilySlot(RecordStore& records, int32_t individual)
     int32_t best = 0;
     int64_t bestValue = 0;
     for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
-        const Family& family =
-            records.family(records.famIndexFromId(person.spouseFamilyId[size_t(k)]));
+        const Family& family = records.family(records.spouseFamilyOf(person, k));
         for (int c = 1; c <= family.storedChildren(); ++c) {
             const int64_t value =
-                int64_t(family.childCount) +
-                countDescendants(records, records.indIndexFromId(family.childId[size_t(c)]));
+                int64_t(family.childCount) + countDescendants(records, records.childOf(family, c));
             if (value > bestValue) {
                 bestValue = value;
                 best = k;

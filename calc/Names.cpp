@@ -123,8 +123,7 @@ int32_t countChildren(const RecordStore& records, int32_t individual)
     const Individual& person = records.individual(individual);
     int32_t children = 0;
     for (int k = 1; k <= person.storedSpouseFamilies(); ++k)
-        children +=
-            records.family(records.famIndexFromId(person.spouseFamilyId[size_t(k)])).childCount;
+        children += records.family(records.spouseFamilyOf(person, k)).childCount;
     return children;
 }
 

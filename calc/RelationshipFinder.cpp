@@ -35,10 +35,10 @@ std::vector<Ancestor> ancestorList(const RecordStore& records, int32_t person)
     for (size_t next = 0; next < list.size(); ++next) {
         const Ancestor entry = list[next];
         const Individual& individual = records.individual(entry.individual);
-        if (individual.childFamilyId == 0)
+        if (!individual.hasChildFamily())
             continue;
-        const Family& family = records.family(records.famIndexFromId(individual.childFamilyId));
-        for (int32_t parent : {family.husbandIndex, family.wifeIndex}) {
+        const Family& family = records.family(records.childFamilyOf(individual));
+        for (int32_t parent : {records.husbandOf(family), records.wifeOf(family)}) {
             if (parent == 0 || !mark(parent))
                 continue;
             if (list.size() >= maxAncestors)
@@ -140,9 +140,8 @@ QString relationshipText(const RecordStore& records, int32_t a, int32_t b, const
     QString answer;
     bool spouses = false;
     for (int k = 1; k <= personA.storedSpouseFamilies() && !spouses; ++k) {
-        const Family& family =
-            records.family(records.famIndexFromId(personA.spouseFamilyId[size_t(k)]));
-        spouses = (isMale(personA) ? family.wifeIndex : family.husbandIndex) == b;
+        const Family& family = records.family(records.spouseFamilyOf(personA, k));
+        spouses = (isMale(personA) ? records.wifeOf(family) : records.husbandOf(family)) == b;
     }
     if (spouses) {
         answer = personA.name + QStringLiteral(" is the ") +

@@ -113,12 +113,9 @@ private:
     int32_t value_;
 };
 
-int32_t birthOf(const RecordStore& r, int32_t id, QString* date = nullptr)
+const QString& birthOf(const RecordStore& r, int32_t individual)
 {
-    const int32_t slot = r.indIndexFromId(id);
-    if (date)
-        *date = r.individual(slot).birthDate;
-    return slot;
+    return r.individual(individual).birthDate;
 }
 
 bool parses(const QString& date)
@@ -180,7 +177,7 @@ void byAgeAtMarriage(QueryRun& run, bool oldest)
     for (int32_t i = 1; i <= r.individualCount(); ++i) {
         const Individual& p = r.individual(i);
         for (int k = 1; k <= p.storedSpouseFamilies(); ++k) {
-            const Family& f = r.family(r.famIndexFromId(p.spouseFamilyId[size_t(k)]));
+            const Family& f = r.family(r.spouseFamilyOf(p, k));
             const int32_t age = yearsBetween(p.birthDate, f.marriageDate);
             if (age != -1)
                 best.offer(i, age, oldest);
@@ -230,9 +227,8 @@ void largestAgeGapAtMarriage(QueryRun& run)
     const RecordStore& r = run.r;
     Best best(run.families(), run.candidates.family, 1, 0);
     for (int32_t f = 1; f <= r.familyCount(); ++f) {
-        QString husbandBirth, wifeBirth;
-        birthOf(r, r.family(f).husbandId, &husbandBirth);
-        birthOf(r, r.family(f).wifeId, &wifeBirth);
+        const QString& husbandBirth = birthOf(r, r.husbandOf(r.family(f)));
+        const QString& wifeBirth = birthOf(r, r.wifeOf(r.family(f)));
         QString label;
         const int32_t gap = calcAge(husbandBirth, wifeBirth, label, run.today);
         if (gap >= 0 && parses(husbandBirth) && parses(wifeBirth))
@@ -248,10 +244,8 @@ void largestGapBetweenChildren(QueryRun& run)
     Best best(run.families(), run.candidates.family, 0, -200);
     for (int32_t f = 1; f <= r.familyCount(); ++f) {
         const Family& family = r.family(f);
-        QString first, last;
-        birthOf(r, family.childId[1], &first);
-        birthOf(r, family.childId[size_t(family.storedChildren())], &last);
-        const int32_t gap = yearsBetween(first, last);
+        const int32_t gap = yearsBetween(birthOf(r, r.childOf(family, 1)),
+                                         birthOf(r, r.childOf(family, family.storedChildren())));
         if (gap > -1)
             best.offer(f, gap, true);
     }
@@ -260,18 +254,13 @@ void largestGapBetweenChildren(QueryRun& run)
 
 bool childrenBornBeforeMarriage(const RecordStore& r, const Family& f)
 {
-    QString birth;
-    birthOf(r, f.childId[1], &birth);
-    return compareDates(f.marriageDate, birth) > 0;
+    return compareDates(f.marriageDate, birthOf(r, r.childOf(f, 1))) > 0;
 }
 
 bool hasTwins(const RecordStore& r, const Family& f)
 {
     for (int k = 1; k < f.storedChildren(); ++k) {
-        QString first, second;
-        birthOf(r, f.childId[size_t(k)], &first);
-        birthOf(r, f.childId[size_t(k + 1)], &second);
-        if (compareDates(first, second) == 1)
+        if (compareDates(birthOf(r, r.childOf(f, k)), birthOf(r, r.childOf(f, k + 1))) == 1)
             return true;
     }
     return false;

@@ -163,11 +163,11 @@ void findByWords(const RecordStore& r, FindResults& results, const QString& text
         collect(results[FindResults::Families], r.familyCount(), search,
                 [&](SearchText& s, int32_t k) {
                     const Family& f = r.family(k);
-                    s.start(u'F', f.id) << r.individual(r.indIndexFromId(f.husbandId)).name
-                                        << r.individual(r.indIndexFromId(f.wifeId)).name
-                                        << f.marriageDate << f.marriagePlace;
+                    s.start(u'F', f.id)
+                        << r.individual(r.husbandOf(f)).name << r.individual(r.wifeOf(f)).name
+                        << f.marriageDate << f.marriagePlace;
                     for (int c = 1; c <= f.storedChildren(); ++c)
-                        s << r.individual(r.indIndexFromId(f.childId[size_t(c)])).name;
+                        s << r.individual(r.childOf(f, c)).name;
                 });
     }
     if (kinds.sources) {

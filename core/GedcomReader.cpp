@@ -263,10 +263,13 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
                 if (k > Individual::maxSpouseFamilies)
                     raiseFault(RuntimeFault::SubscriptOutOfRange);
                 person.spouseFamilyId[size_t(k)] = number;
+                person.spouseFamiliesWritten |= uint16_t(1u << k);
             });
         } else if (tag == "FAMC") {
-            trap(
-                [&] { person.childFamilyId = crossReferenceNumber(line, length, valueStart - 1); });
+            trap([&] {
+                person.childFamilyId = crossReferenceNumber(line, length, valueStart - 1);
+                person.childFamilyWritten = true;
+            });
         } else if (tag == "NOTE") {
             person.note = untrimmedValue(line, length, valueStart);
         }
@@ -275,9 +278,15 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
     case RecordType::Family: {
         Family& family = store_.familyAt(store_.familyCount());
         if (tag == "HUSB") {
-            trap([&] { family.husbandId = crossReferenceNumber(line, length, valueStart - 1); });
+            trap([&] {
+                family.husbandId = crossReferenceNumber(line, length, valueStart - 1);
+                family.husbandWritten = true;
+            });
         } else if (tag == "WIFE") {
-            trap([&] { family.wifeId = crossReferenceNumber(line, length, valueStart - 1); });
+            trap([&] {
+                family.wifeId = crossReferenceNumber(line, length, valueStart - 1);
+                family.wifeWritten = true;
+            });
         } else if (tag == "CHIL") {
             const int32_t k = ++family.childCount;
             trap([&] {
@@ -285,6 +294,7 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
                 if (k > Family::maxChildren)
                     raiseFault(RuntimeFault::SubscriptOutOfRange);
                 family.childId[size_t(k)] = number;
+                family.childrenWritten |= 1u << k;
             });
         } else if (tag == "DIV") {
             family.divorced = true;
@@ -368,22 +378,21 @@ void GedcomReader::resolveCrossReferences()
             trap([&] {
                 if (k > Individual::maxSpouseFamilies)
                     raiseFault(RuntimeFault::SubscriptOutOfRange);
-                person.spouseFamilyIndex[size_t(k)] =
-                    store_.famIndexFromId(person.spouseFamilyId[size_t(k)]);
+                person.spouseFamilyIndex[size_t(k)] = store_.spouseFamilyOf(person, k);
             });
         }
-        trap([&] { person.childFamilyIndex = store_.famIndexFromId(person.childFamilyId); });
+        trap([&] { person.childFamilyIndex = store_.childFamilyOf(person); });
     }
     const int32_t families = store_.familyCount();
     for (int32_t f = 1; f <= families; ++f) {
         Family& family = store_.familyAt(f);
-        family.husbandIndex = store_.indIndexFromId(family.husbandId);
-        family.wifeIndex = store_.indIndexFromId(family.wifeId);
+        family.husbandIndex = store_.husbandOf(family);
+        family.wifeIndex = store_.wifeOf(family);
         for (int32_t k = 1; k <= family.childCount; ++k) {
             trap([&] {
                 if (k > Family::maxChildren)
                     raiseFault(RuntimeFault::SubscriptOutOfRange);
-                family.childIndex[size_t(k)] = store_.indIndexFromId(family.childId[size_t(k)]);
+                family.childIndex[size_t(k)] = store_.childOf(family, k);
             });
         }
     }

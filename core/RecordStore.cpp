@@ -3,6 +3,8 @@
 #include "core/Fault.h"
 #include "core/TextNumbers.h"
 
+#include <algorithm>
+
 namespace tav {
 
 namespace {
@@ -11,37 +13,6 @@ const Individual emptyIndividual{};
 const Family emptyFamily{};
 const Source emptySource{};
 const Note emptyNote{};
-
-// Binary search over slots 1..count of a table kept in ascending id order.
-// The probes follow the original lookup exactly (first probe in the upper
-// half, the last two candidates both examined); the one guard added is that a
-// search which can no longer narrow (a one-record table, an empty table)
-// answers 0 instead of probing the same slot forever.
-int32_t findSlotById(const std::vector<int32_t>& ids, int32_t id)
-{
-    const int32_t count = int32_t(ids.size()) - 1;
-    if (count < 1)
-        return 0;
-    int32_t lo = 1;
-    int32_t hi = count;
-    int32_t mid = (hi - 1) / 2 + 1;
-    for (;;) {
-        if (hi - lo == 1 || ids[size_t(mid)] == id) {
-            if (ids[size_t(mid)] == id)
-                return mid;
-            if (ids[size_t(hi)] == id)
-                return hi;
-            return 0;
-        }
-        if (hi - lo < 1)
-            return 0;
-        if (ids[size_t(mid)] <= id)
-            lo = mid;
-        else
-            hi = mid;
-        mid = lo + (hi - lo) / 2;
-    }
-}
 
 }  // namespace
 
@@ -69,29 +40,47 @@ void RecordStore::resetRecords()
 template <typename Record>
 void RecordStore::IdIndex::build(const std::vector<Record>& table)
 {
-    ids.resize(table.size());
-    for (size_t k = 0; k < table.size(); ++k)
-        ids[k] = table[k].id;
-    const size_t count = ids.size() - 1;
-    direct = count > 0 && ids[1] >= 0;
-    for (size_t k = 2; k <= count && direct; ++k)
-        direct = ids[k] > ids[k - 1];
-    // Sparse numbering would make the direct table large: search instead.
-    if (direct && size_t(ids[count]) > 4 * count + 1024)
-        direct = false;
+    const size_t count = table.size() - 1;
     byId.clear();
-    if (direct) {
-        byId.resize(size_t(ids[count]) + 1, 0);
-        for (size_t k = 1; k <= count; ++k)
-            byId[size_t(ids[k])] = int32_t(k);
+    sorted.clear();
+    if (count == 0) {
+        direct = true;
+        lowest = 0;
+        return;
     }
+    int64_t low = table[1].id, high = table[1].id;
+    for (size_t k = 2; k <= count; ++k) {
+        low = std::min<int64_t>(low, table[k].id);
+        high = std::max<int64_t>(high, table[k].id);
+    }
+    // A direct table as long as the ids' range, when that stays within a
+    // few times the number of records.
+    direct = uint64_t(high - low) <= 4 * uint64_t(count) + 1024;
+    lowest = low;
+    if (direct) {
+        byId.assign(size_t(high - low) + 1, 0);
+        for (size_t k = 1; k <= count; ++k) {
+            int32_t& slot = byId[size_t(table[k].id - low)];
+            if (slot == 0)
+                slot = int32_t(k);
+        }
+        return;
+    }
+    sorted.reserve(count);
+    for (size_t k = 1; k <= count; ++k)
+        sorted.emplace_back(table[k].id, int32_t(k));
+    std::sort(sorted.begin(), sorted.end());
 }
 
 int32_t RecordStore::IdIndex::find(int32_t id) const
 {
-    if (direct)
-        return id >= 0 && size_t(id) < byId.size() ? byId[size_t(id)] : 0;
-    return findSlotById(ids, id);
+    if (direct) {
+        const int64_t at = int64_t(id) - lowest;
+        return at >= 0 && uint64_t(at) < byId.size() ? byId[size_t(at)] : 0;
+    }
+    // The first pair of the id holds its lowest slot: the first in file order.
+    const auto found = std::lower_bound(sorted.begin(), sorted.end(), std::pair{id, int32_t(0)});
+    return found != sorted.end() && found->first == id ? found->second : 0;
 }
 
 void RecordStore::indexIds()
@@ -132,6 +121,31 @@ const Note& RecordStore::note(int32_t slot) const
 int32_t RecordStore::indIndexFromId(int32_t id) const { return individualIds_.find(id); }
 
 int16_t RecordStore::famIndexFromId(int32_t id) const { return toInteger(familyIds_.find(id)); }
+
+int32_t RecordStore::childFamilyOf(const Individual& person) const
+{
+    return person.hasChildFamily() ? famIndexFromId(person.childFamilyId) : 0;
+}
+
+int32_t RecordStore::spouseFamilyOf(const Individual& person, int k) const
+{
+    return person.hasSpouseFamily(k) ? famIndexFromId(person.spouseFamilyId[size_t(k)]) : 0;
+}
+
+int32_t RecordStore::husbandOf(const Family& family) const
+{
+    return family.husbandWritten ? indIndexFromId(family.husbandId) : 0;
+}
+
+int32_t RecordStore::wifeOf(const Family& family) const
+{
+    return family.wifeWritten ? indIndexFromId(family.wifeId) : 0;
+}
+
+int32_t RecordStore::childOf(const Family& family, int k) const
+{
+    return family.hasChild(k) ? indIndexFromId(family.childId[size_t(k)]) : 0;
+}
 
 void RecordStore::clearDescendantCache()
 {

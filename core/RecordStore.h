@@ -10,6 +10,11 @@ namespace tav {
 // Field names follow the GEDCOM file's meaning; `...Id` fields hold the number
 // inside a cross-reference such as @F12@, `...Index` fields the resolved slot
 // (0 = none or not found). Slots count from 1 in file order.
+//
+// A link is what the file writes: a FAMC, FAMS, HUSB, WIFE or CHIL line whose
+// cross-reference could be read names a record even when its number is 0
+// (@F0@), and a link the file does not write names none, whatever record 0
+// holds. The `...Written` flags say which links were read.
 
 struct Individual {
     static constexpr int maxSpouseFamilies = 10;
@@ -27,12 +32,20 @@ struct Individual {
     std::array<int32_t, maxSpouseFamilies + 1> spouseFamilyIndex{};
     int32_t childFamilyId = 0;
     int32_t childFamilyIndex = 0;
+    bool childFamilyWritten = false;
+    uint16_t spouseFamiliesWritten = 0;  // bit k: FAMS link k was read
     QString note;
     // Descendant-counting cache, cleared by every load.
     bool descCounted = false;
     int32_t descCount = 0;
     int32_t descSpouseCount = 0;
     int32_t descGenerations = 0;
+
+    bool hasChildFamily() const { return childFamilyWritten; }
+    bool hasSpouseFamily(int k) const
+    {
+        return k >= 1 && k <= maxSpouseFamilies && (spouseFamiliesWritten >> k) & 1;
+    }
 
     // Number of FAMS entries actually stored (the count may run past 10).
     int storedSpouseFamilies() const
@@ -49,12 +62,17 @@ struct Family {
     int32_t wifeId = 0;
     int32_t husbandIndex = 0;
     int32_t wifeIndex = 0;
-    int32_t childCount = 0;  // CHIL lines seen; only the first 20 are kept
+    bool husbandWritten = false;
+    bool wifeWritten = false;
+    uint32_t childrenWritten = 0;  // bit k: CHIL link k was read
+    int32_t childCount = 0;        // CHIL lines seen; only the first 20 are kept
     std::array<int32_t, maxChildren + 1> childId{};
     std::array<int32_t, maxChildren + 1> childIndex{};
     QString marriageDate;
     QString marriagePlace;
     bool divorced = false;
+
+    bool hasChild(int k) const { return k >= 1 && k <= maxChildren && (childrenWritten >> k) & 1; }
 
     int storedChildren() const { return childCount < maxChildren ? childCount : maxChildren; }
 };
@@ -109,14 +127,25 @@ public:
     Source& addSource() { return sources_.emplace_back(); }
     Note& addNote() { return notes_.emplace_back(); }
 
-    // Called once the reader has set every record's id: the lookups search a
-    // compact copy of the ids, which keeps the resolution pass in the cache.
+    // Called once the reader has set every record's id: builds the index
+    // from ids to slots that the lookups answer from.
     void indexIds();
 
-    // Slot of the record with this cross-reference number, 0 when absent.
+    // Slot of the record with this cross-reference number, 0 when absent; of
+    // two records with one number, the first in file order. Records may lie
+    // in any order in the file.
     int32_t indIndexFromId(int32_t id) const;
     // The family lookup's result is 16-bit: a match above slot 32767 raises Overflow.
     int16_t famIndexFromId(int32_t id) const;
+
+    // The slot a link of a record names: looked up when the file wrote the
+    // link, 0 when it did not (or names no record). A family beyond slot
+    // 32767 raises Overflow, as the family lookup does.
+    int32_t childFamilyOf(const Individual& person) const;
+    int32_t spouseFamilyOf(const Individual& person, int k) const;
+    int32_t husbandOf(const Family& family) const;
+    int32_t wifeOf(const Family& family) const;
+    int32_t childOf(const Family& family, int k) const;
 
     // Clears every descendant-count cache flag.
     void clearDescendantCache();
@@ -135,13 +164,15 @@ private:
     std::vector<Family> families_;
     std::vector<Source> sources_;
     std::vector<Note> notes_;
-    // A lookup answers from the ids in slot order; when they are strictly
-    // ascending every correct search gives the same slot, so a direct table
-    // from id to slot answers instead.
+    // The slot of each id, built once per load. Ids that lie close together
+    // (the usual numbering, in any order) are looked up in a direct table;
+    // sparse ones by a binary search of the ids in order. Either way the
+    // first record of an id wins.
     struct IdIndex {
-        std::vector<int32_t> ids;   // element k is the id of slot k
-        std::vector<int32_t> byId;  // slot of each id, when `direct`
-        bool direct = false;
+        std::vector<int32_t> byId;  // slot of id `lowest + i`, when `direct`
+        int64_t lowest = 0;
+        std::vector<std::pair<int32_t, int32_t>> sorted;  // (id, slot), when not `direct`
+        bool direct = true;
 
         // Fills the index in place: reusing the buffers keeps a reload from
         // freeing and reallocating large blocks.

@@ -11,7 +11,7 @@ set -uo pipefail
 
 old=${1:?usage: compare-cli.sh OLD_TAV_CLI NEW_TAV_CLI [FOLDER]}
 new=${2:?usage: compare-cli.sh OLD_TAV_CLI NEW_TAV_CLI [FOLDER]}
-folder=${3:-"$(dirname "$0")/../../shared/gedcom"}
+folder=$(realpath "${3:-"$(dirname "$0")/../../shared/gedcom"}")
 old=$(realpath "$old")
 new=$(realpath "$new")
 

@@ -39,13 +39,24 @@ TEST_F(RecordStoreTest, LookupOverManyRecordsFindsEveryOne)
     }
 }
 
-TEST_F(RecordStoreTest, RecordsOutOfOrderMayNotBeFound)
+TEST_F(RecordStoreTest, RecordsInAnyOrderAreFoundAndTheFirstOfAnIdWins)
 {
-    ASSERT_TRUE(load(
-        gedcomText({"0 @I9@ INDI", "0 @I2@ INDI", "0 @I5@ INDI", "0 @I1@ INDI", "0 @I7@ INDI"})));
-    // The search relies on ascending numbers; these lie out of order.
-    EXPECT_EQ(session.records.indIndexFromId(9), 0);
-    EXPECT_EQ(session.records.indIndexFromId(5), 3);
+    ASSERT_TRUE(
+        load(gedcomText({"0 @I9@ INDI", "0 @I2@ INDI", "0 @I5@ INDI", "0 @I1@ INDI", "0 @I7@ INDI",
+                         "0 @I5@ INDI", "0 @F4@ FAM", "0 @F0@ FAM", "0 @F4@ FAM"})));
+    const RecordStore& r = session.records;
+    const int32_t expected[][2] = {{9, 1}, {2, 2}, {5, 3}, {1, 4}, {7, 5}, {3, 0}, {10, 0}};
+    for (const auto& [id, slot] : expected)
+        EXPECT_EQ(r.indIndexFromId(id), slot) << id;
+    EXPECT_EQ(r.famIndexFromId(4), 1) << "the first of two families numbered 4";
+    EXPECT_EQ(r.famIndexFromId(0), 2);
+
+    // Sparse numbers, shuffled, with a repeat and negative numbers.
+    ASSERT_TRUE(load(gedcomText({"0 @I700000@ INDI", "0 @I-3@ INDI", "0 @I2000000000@ INDI",
+                                 "0 @I-3@ INDI", "0 @I0@ INDI", "0 @I1@ INDI"})));
+    const int32_t sparse[][2] = {{700000, 1}, {-3, 2}, {2000000000, 3}, {0, 5}, {1, 6}, {2, 0}};
+    for (const auto& [id, slot] : sparse)
+        EXPECT_EQ(r.indIndexFromId(id), slot) << id;
 }
 
 TEST_F(RecordStoreTest, OneRecordAndEmptyTablesAnswerZeroForAnAbsentId)

@@ -61,8 +61,8 @@ QString listText(const Session& session, ViewKind kind, int32_t k)
     case ViewKind::AllIndividuals: return personName(session, k);
     case ViewKind::AllFamilies: {
         const Family& f = r.family(k);
-        return personName(session, r.indIndexFromId(f.husbandId)) + QStringLiteral(" & ") +
-               personName(session, r.indIndexFromId(f.wifeId));
+        return personName(session, r.husbandOf(f)) + QStringLiteral(" & ") +
+               personName(session, r.wifeOf(f));
     }
     case ViewKind::AllSources: return r.source(k).title;
     case ViewKind::AllNotes: return r.note(k).text;
@@ -127,10 +127,9 @@ Grid individualGrid(const Session& session, int32_t slot)
     addRow(grid, QStringLiteral("Birth place"), p.birthPlace);
     addRow(grid, QStringLiteral("Death date"), p.deathDate);
     for (int k = 1; k <= p.storedSpouseFamilies(); ++k)
-        addRow(grid, numbered("Fams ", k),
-               signedText(r.famIndexFromId(p.spouseFamilyId[size_t(k)])));
-    if (p.childFamilyId > 0)
-        addRow(grid, QStringLiteral("Famc"), signedText(r.famIndexFromId(p.childFamilyId)));
+        addRow(grid, numbered("Fams ", k), signedText(r.spouseFamilyOf(p, k)));
+    if (p.hasChildFamily())
+        addRow(grid, QStringLiteral("Famc"), signedText(r.childFamilyOf(p)));
     QString label;
     const int32_t age = calcAge(p.birthDate, p.deathDate, label, session.today());
     addRow(grid, QStringLiteral("Age "),
@@ -150,14 +149,13 @@ Grid familyGrid(const Session& session, int32_t slot)
     grid.caption = QStringLiteral("Family (") + QString::number(slot) + QLatin1Char(')');
     addHeading(grid);
     addRow(grid, QStringLiteral("No."), QString::number(slot));
-    const auto person = [&](const QString& item, int32_t id) {
-        const int32_t index = r.indIndexFromId(id);
-        addRow(grid, item, personName(session, index), QString::number(index));
+    const auto person = [&](const QString& item, int32_t slot) {
+        addRow(grid, item, personName(session, slot), QString::number(slot));
     };
-    person(QStringLiteral("Husband"), f.husbandId);
-    person(QStringLiteral("Wife"), f.wifeId);
+    person(QStringLiteral("Husband"), r.husbandOf(f));
+    person(QStringLiteral("Wife"), r.wifeOf(f));
     for (int k = 1; k <= f.storedChildren(); ++k)
-        person(numbered("Child ", k), f.childId[size_t(k)]);
+        person(numbered("Child ", k), r.childOf(f, k));
     addRow(grid, QStringLiteral("Marr. date"), f.marriageDate);
     addRow(grid, QStringLiteral("Marr. place"), f.marriagePlace);
     addRow(grid, QStringLiteral("Divorce?"),

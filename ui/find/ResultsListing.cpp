@@ -52,8 +52,8 @@ QStringList resultLines(const Session& session)
             const int32_t slot = families.entries[size_t(k)];
             const Family& f = r.family(slot);
             lines << numberWithLetter(u'F', slot) + QStringLiteral(". ") +
-                         nameOf(session, r.indIndexFromId(f.husbandId)) + QStringLiteral(" & ") +
-                         nameOf(session, r.indIndexFromId(f.wifeId));
+                         nameOf(session, r.husbandOf(f)) + QStringLiteral(" & ") +
+                         nameOf(session, r.wifeOf(f));
         }
     }
     const FindResults::Table& sources = results[FindResults::Sources];

@@ -1,0 +1,153 @@
+#include "app/GedcomLoading.h"
+#include "bench/GedcomGenerator.h"
+#include "calc/DescendantCounting.h"
+#include "calc/RelationshipFinder.h"
+#include "tests/TestSupport.h"
+#include "ui/browser/RecordGrids.h"
+
+using namespace tav;
+using tav::test::gedcomText;
+
+namespace {
+
+// Adam and Eve, their son Cain, his son Enoch (who has no mother in the
+// file); the records in the order `order` gives them.
+QByteArray firstFamily(const std::vector<int>& order)
+{
+    const std::vector<std::vector<const char*>> records = {
+        {"0 @I1@ INDI", "1 NAME Adam /A/", "1 SEX M", "1 FAMS @F1@"},
+        {"0 @I5@ INDI", "1 NAME Eve /B/", "1 SEX F", "1 FAMS @F1@"},
+        {"0 @I9@ INDI", "1 NAME Cain /A/", "1 SEX M", "1 FAMC @F1@", "1 FAMS @F2@"},
+        {"0 @I12@ INDI", "1 NAME Enoch /A/", "1 SEX M", "1 FAMC @F2@"},
+        {"0 @F1@ FAM", "1 HUSB @I1@", "1 WIFE @I5@", "1 CHIL @I9@"},
+        {"0 @F2@ FAM", "1 HUSB @I9@", "1 CHIL @I12@"}};
+    QByteArray text;
+    for (int r : order) {
+        for (const char* line : records[size_t(r)])
+            text += QByteArray(line) + "\n";
+    }
+    return text;
+}
+
+}  // namespace
+
+class LinksTest : public tav::test::SessionTest {
+protected:
+    QString relate(int32_t a, int32_t b)
+    {
+        return relationshipText(session.records, a, b, QStringLiteral("\n"));
+    }
+    // The relationship both ways and the descendant totals of both, of two
+    // people given by their numbers.
+    QStringList answers(int32_t idA, int32_t idB)
+    {
+        RecordStore& r = session.records;
+        const int32_t a = r.indIndexFromId(idA), b = r.indIndexFromId(idB);
+        const auto totals = [&r](int32_t slot) {
+            return QStringLiteral("%1 %2 %3")
+                .arg(countDescendants(r, slot))
+                .arg(countDescendantSpouses(r, slot))
+                .arg(countGenerations(r, slot));
+        };
+        return {relate(a, b), relate(b, a), totals(a), totals(b)};
+    }
+};
+
+TEST_F(LinksTest, RecordsOutOfOrderLinkAsInAscendingOrder)
+{
+    ASSERT_TRUE(load(firstFamily({0, 1, 2, 3, 4, 5})));
+    const QStringList ascending = answers(12, 1);
+    EXPECT_EQ(ascending[0], QStringLiteral("Enoch /A/ is the grand son of Adam /A/\n\n"
+                                           "Adam /A/ is the grand father of Enoch /A/\n\n"
+                                           "(Blood relations only)"));
+    EXPECT_EQ(ascending[2], QStringLiteral("0 0 0"));
+    EXPECT_EQ(ascending[3], QStringLiteral("2 2 2"));
+
+    // Individuals 9, 12, 5, 1, then family 2 before family 1.
+    ASSERT_TRUE(load(firstFamily({2, 3, 1, 0, 5, 4})));
+    EXPECT_TRUE(messages.entries.empty());
+    const RecordStore& r = session.records;
+    EXPECT_EQ(ind(3).spouseFamilyIndex[1], 2) << "Eve's family F1 lies in slot 2";
+    EXPECT_EQ(ind(1).childFamilyIndex, 2);
+    EXPECT_EQ(fam(2).husbandIndex, 4);
+    EXPECT_EQ(fam(2).wifeIndex, 3);
+    EXPECT_EQ(fam(2).childIndex[1], 1);
+    EXPECT_EQ(fam(1).childIndex[1], 2);
+    EXPECT_EQ(r.husbandOf(fam(1)), 1);
+    EXPECT_EQ(answers(12, 1), ascending);
+    EXPECT_EQ(answers(1, 5), (QStringList{"Adam /A/ is the husband of Eve /B/\n\n"
+                                          "Eve /B/ is the wife of Adam /A/\n\n"
+                                          "(Blood relations only)",
+                                          relate(3, 4), "2 2 2", "2 2 2"}));
+}
+
+TEST_F(LinksTest, ALinkToRecordZeroCountsAndAnUnwrittenLinkIsNone)
+{
+    // Zed @I0@ and Wyn @I1@ with their son Kit in family @F0@; Lone has no
+    // parents; family @F1@ has a wife and no husband.
+    ASSERT_TRUE(load(gedcomText({"0 @I0@ INDI", "1 NAME Zed /Zero/",   "1 SEX M",     "1 FAMS @F0@",
+                                 "0 @I1@ INDI", "1 NAME Wyn /Zero/",   "1 SEX F",     "1 FAMS @F0@",
+                                 "0 @I2@ INDI", "1 NAME Kit /Zero/",   "1 SEX M",     "1 FAMC @F0@",
+                                 "0 @I3@ INDI", "1 NAME Lone /Other/", "1 SEX F",     "1 FAMS @F1@",
+                                 "0 @F0@ FAM",  "1 HUSB @I0@",         "1 WIFE @I1@", "1 CHIL @I2@",
+                                 "0 @F1@ FAM",  "1 WIFE @I3@"})));
+    session.settings.SurnamePosn = 2;
+    const Grid kit = individualGrid(session, 3);
+    ASSERT_EQ(kit.rows.size(), 10u);
+    EXPECT_EQ(kit.rows[8][0], QStringLiteral("Famc"));
+    EXPECT_EQ(kit.rows[8][1], QStringLiteral(" 1"));
+    EXPECT_EQ(relate(3, 1), QStringLiteral("Kit /Zero/ is son of Zed /Zero/\n\n"
+                                           "Zed /Zero/ is father of Kit /Zero/)\n\n"
+                                           "(Blood relations only)"));
+    EXPECT_EQ(countDescendants(session.records, 1), 1);
+
+    EXPECT_FALSE(individualGrid(session, 4).rows[8][0].startsWith(QStringLiteral("Famc")));
+    EXPECT_EQ(relate(4, 3), QStringLiteral("No relationship found\n\n(Blood relations only)"))
+        << "Lone has no parents: nobody's sister";
+
+    const Grid lone = familyGrid(session, 2);
+    EXPECT_EQ(lone.rows[2], (std::array<QString, 3>{"Husband", "?", "0"}))
+        << "no HUSB line, though @I0@ exists";
+    EXPECT_EQ(lone.rows[3], (std::array<QString, 3>{"Wife", "OTHER, Lone", "4"}));
+    EXPECT_EQ(fam(2).husbandIndex, 0);
+    EXPECT_EQ(relate(4, 1), QStringLiteral("No relationship found\n\n(Blood relations only)"));
+}
+
+TEST_F(LinksTest, ShuffledAndOrderedGeneratedFilesAgree)
+{
+    GeneratorOptions options;
+    options.individuals = 3000;
+    options.seed = 11;
+    ASSERT_TRUE(load(generateGedcom(options), "ordered.ged"));
+    std::vector<QStringList> ordered;
+    for (int32_t id = 1; id <= 3000; id += 97)
+        ordered.push_back(answers(id, 3000 - id));
+    options.shuffled = true;
+    const QByteArray shuffledText = generateGedcom(options);
+    ASSERT_TRUE(load(shuffledText, "shuffled.ged"));
+    EXPECT_NE(session.records.individual(1).id, 1) << "the records are out of order";
+    EXPECT_EQ(session.records.individualCount(), 3000);
+    std::vector<QStringList> shuffled;
+    for (int32_t id = 1; id <= 3000; id += 97)
+        shuffled.push_back(answers(id, 3000 - id));
+    EXPECT_EQ(shuffled, ordered);
+}
+
+TEST_F(LinksTest, KennedysParentsAreFound)
+{
+    TAV_REQUIRE_SHARED_FILE(path, "kennedy.ged");
+    ASSERT_TRUE(loadGedcom(session, path));
+    // Individuals are listed by name, not number: I105 Joseph Patrick
+    // Kennedy first, I104 John Fitzgerald fourth; both name F0, listed first
+    // among the families (HUSB I105, WIFE I66 Rose Fitzgerald, second).
+    EXPECT_EQ(relate(4, 1).split(QLatin1Char('\n')).mid(0, 3),
+              QStringList({"John Fitzgerald /KENNEDY/ is son of Joseph Patrick /Kennedy/", "",
+                           "Joseph Patrick /Kennedy/ is father of John Fitzgerald /KENNEDY/)"}));
+    const Grid john = individualGrid(session, 4);
+    EXPECT_EQ(john.rows[9][0], QStringLiteral("Famc"));
+    EXPECT_EQ(john.rows[9][1], QStringLiteral(" 1"));
+    const Grid parents = familyGrid(session, 1);
+    EXPECT_EQ(parents.rows[2][2], QStringLiteral("1"));
+    EXPECT_EQ(parents.rows[3][2], QStringLiteral("2"));
+    EXPECT_EQ(parents.rows[5][2], QStringLiteral("4")) << "John is the second child";
+}
