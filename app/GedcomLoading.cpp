@@ -82,7 +82,13 @@ bool loadGedcom(Session& session, const QString& path, QString* failure,
 
     GedcomReader reader(
         session.records,
-        [&session](const QString& message) { session.messages().message(message); },
+        [&session](const QString& message) {
+            // The reader's fault reports are errors; its capacity notes warnings.
+            session.messages().message(message, QString(),
+                                       message.startsWith(QLatin1String("Error no:"))
+                                           ? MessageKind::Error
+                                           : MessageKind::Warning);
+        },
         [&](qint64 position) {
             if (progress.advanced && textLength > 0)
                 progress.advanced(position * fileLength / textLength);

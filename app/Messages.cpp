@@ -6,7 +6,10 @@
 
 namespace tav {
 
-void Messages::fault(const RuntimeFault& fault) { message(fault.messageText()); }
+void Messages::fault(const RuntimeFault& fault)
+{
+    message(fault.messageText(), QString(), MessageKind::Error);
+}
 
 StderrMessages::StderrMessages(Writer writer) : writer_(std::move(writer))
 {
@@ -18,9 +21,8 @@ StderrMessages::StderrMessages(Writer writer) : writer_(std::move(writer))
     }
 }
 
-void StderrMessages::showMessage(const QString& text, const QString&)
+void StderrMessages::showMessage(const QString& text, const QString&, MessageKind)
 {
-    ++count_;
     QString line = text;
     line.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     writer_(line);
@@ -36,9 +38,9 @@ QStringList RecordingMessages::texts() const
     return list;
 }
 
-void RecordingMessages::showMessage(const QString& text, const QString& title)
+void RecordingMessages::showMessage(const QString& text, const QString& title, MessageKind kind)
 {
-    entries.push_back({text, title, false});
+    entries.push_back({text, title, false, kind});
 }
 
 bool RecordingMessages::askYesNo(const QString& text, const QString& title)

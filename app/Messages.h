@@ -10,6 +10,9 @@ namespace tav {
 
 class RuntimeFault;
 
+// What a message box says, shown by its icon.
+enum class MessageKind { Information, Warning, Error };
+
 // Message boxes, as every window and routine shows them. The viewer answers
 // with real boxes, tav-cli with standard error, tests with a recorder.
 class Messages {
@@ -19,10 +22,12 @@ public:
     virtual ~Messages() = default;
 
     // A message with an OK button; an empty title means the application's own.
-    void message(const QString& text, const QString& title = QString())
+    void message(const QString& text, const QString& title = QString(),
+                 MessageKind kind = MessageKind::Information)
     {
-        showMessage(text, title.isEmpty() ? applicationTitle() : title);
+        showMessage(text, title.isEmpty() ? applicationTitle() : title, kind);
     }
+    void warning(const QString& text) { message(text, QString(), MessageKind::Warning); }
     // A Yes/No question; true for Yes.
     bool ask(const QString& text, const QString& title = QString())
     {
@@ -32,7 +37,7 @@ public:
     void fault(const RuntimeFault& fault);
 
 protected:
-    virtual void showMessage(const QString& text, const QString& title) = 0;
+    virtual void showMessage(const QString& text, const QString& title, MessageKind kind) = 0;
     virtual bool askYesNo(const QString& text, const QString& title) = 0;
 };
 
@@ -44,15 +49,12 @@ public:
     // The writer receives each message as one line; by default it is stderr.
     explicit StderrMessages(Writer writer = {});
 
-    int messageCount() const { return count_; }
-
 protected:
-    void showMessage(const QString& text, const QString& title) override;
+    void showMessage(const QString& text, const QString& title, MessageKind kind) override;
     bool askYesNo(const QString& text, const QString& title) override;
 
 private:
     Writer writer_;
-    int count_ = 0;
 };
 
 // Keeps every message and question; questions take queued answers, then Yes.
@@ -62,6 +64,7 @@ public:
         QString text;
         QString title;
         bool question = false;
+        MessageKind kind = MessageKind::Information;
     };
 
     std::vector<Entry> entries;
@@ -71,7 +74,7 @@ public:
     void clear() { entries.clear(); }
 
 protected:
-    void showMessage(const QString& text, const QString& title) override;
+    void showMessage(const QString& text, const QString& title, MessageKind kind) override;
     bool askYesNo(const QString& text, const QString& title) override;
 };
 

@@ -1,5 +1,7 @@
 #include "app/ViewKinds.h"
 
+#include "core/RecordStore.h"
+
 #include <iterator>
 
 namespace tav {
@@ -25,6 +27,37 @@ ViewKind viewKindFromCode(QStringView code)
             return ViewKind(k);
     }
     return ViewKind::None;
+}
+
+int32_t recordCount(const RecordStore& records, ViewKind kind)
+{
+    switch (kind) {
+    case ViewKind::Individual: return records.individualCount();
+    case ViewKind::Family: return records.familyCount();
+    case ViewKind::Source: return records.sourceCount();
+    case ViewKind::Note: return records.noteCount();
+    default: return 0;
+    }
+}
+
+QString recordNoun(ViewKind kind)
+{
+    switch (kind) {
+    case ViewKind::Family: return QStringLiteral("family");
+    case ViewKind::Source: return QStringLiteral("source");
+    case ViewKind::Note: return QStringLiteral("note");
+    default: return QStringLiteral("individual");
+    }
+}
+
+bool namesRecord(const RecordStore& records, ViewKind kind, int64_t slot)
+{
+    return slot >= 1 && slot <= recordCount(records, kind);
+}
+
+QString noSuchRecordText(ViewKind kind, const QString& number)
+{
+    return QStringLiteral("There is no %1 %2 in this file.").arg(recordNoun(kind), number);
 }
 
 QString browserMoveKey(BrowserMove move)

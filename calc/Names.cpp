@@ -42,9 +42,15 @@ QString formatName(QStringView name, int flags, NameStyle style)
 {
     if (name.isEmpty())
         return QStringLiteral("?");
+    // The surname runs from the first "/" to the next, both included (to the
+    // end when there is no second); what follows it (Jr, II) is a suffix.
     const qsizetype slash = name.indexOf(u'/');
+    const qsizetype closing = slash >= 0 ? name.indexOf(u'/', slash + 1) : -1;
     const QStringView given = slash >= 0 ? name.left(slash) : name;
-    const QStringView surname = slash >= 0 ? name.mid(slash) : QStringView();
+    const QStringView surname = slash < 0     ? QStringView()
+                                : closing < 0 ? name.mid(slash)
+                                              : name.mid(slash, closing - slash + 1);
+    const QStringView suffix = closing < 0 ? QStringView() : name.mid(closing + 1).trimmed();
 
     QString g;
     if (flags & NameGivenAsWritten) {
@@ -83,6 +89,8 @@ QString formatName(QStringView name, int flags, NameStyle style)
     while (end > 0 && result[end - 1] == u' ')
         --end;
     result.truncate(end);
+    if ((flags & NameSurname) && !suffix.isEmpty())
+        result += QLatin1Char(' ') + suffix.toString();
     return result;
 }
 

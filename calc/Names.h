@@ -25,8 +25,10 @@ struct NameStyle {
     int32_t surnamePosn = 2;   // 1 "John Smith", anything else "Smith, John"
 };
 
-// A GEDCOM name ("John William /Smith/") as the flags and the style show it;
-// "?" for an empty name.
+// A GEDCOM name ("John William /Smith/ Jr") as the flags and the style show
+// it; "?" for an empty name. The surname is the part between the slashes; a
+// suffix after it (Jr, II) ends the name whenever the surname is shown:
+// "SMITH, John Jr", "John Smith Jr".
 QString formatName(QStringView name, int flags, NameStyle style);
 
 // The name of an individual as the grids, the lists and the find results show

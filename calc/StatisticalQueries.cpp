@@ -54,11 +54,14 @@ namespace {
 
 using Table = FindResults::Table;
 
+// Thrown when a result table is full: the query stops with the 200 it has.
+struct ResultsFull {};
+
 void store(Table& table, int32_t position, int32_t slot)
 {
     if (position > FindResults::capacity) {
         table.count = FindResults::capacity;
-        raiseFault(RuntimeFault::SubscriptOutOfRange);
+        throw ResultsFull{};
     }
     table.entries[size_t(position)] = slot;
 }
@@ -266,13 +269,10 @@ bool hasTwins(const RecordStore& r, const Family& f)
     return false;
 }
 
-}  // namespace
-
-void runQuery(RecordStore& records, FindResults& results, QueryCandidates candidates, QDate today,
-              Query query, int32_t n)
+// Computes a query into the results; stops with ResultsFull at the 201st.
+void runQueryToTheEnd(QueryRun run, Query query, int32_t n)
 {
-    QueryRun run{records, results, candidates, today};
-    RecordStore& r = records;
+    RecordStore& r = run.r;
     switch (query) {
     case Query::EarliestBorn:
     case Query::LatestBorn: byBirth(run, query == Query::EarliestBorn); break;
@@ -302,6 +302,19 @@ void runQuery(RecordStore& records, FindResults& results, QueryCandidates candid
         break;
     case Query::Twins: everyFamily(run, [&](const Family& f) { return hasTwins(r, f); }); break;
     case Query::LargestGapBetweenChildren: largestGapBetweenChildren(run); break;
+    }
+}
+
+}  // namespace
+
+bool runQuery(RecordStore& records, FindResults& results, QueryCandidates candidates, QDate today,
+              Query query, int32_t n)
+{
+    try {
+        runQueryToTheEnd(QueryRun{records, results, candidates, today}, query, n);
+        return true;
+    } catch (const ResultsFull&) {
+        return false;
     }
 }
 

@@ -55,9 +55,10 @@ struct QueryCandidates {
 // the window does; the queries that keep a best value start their list
 // themselves (with the candidate held before the query for 0-3, 9, 10 and
 // 11). Ages are measured to `today`. The records are written only by
-// descendant counting's cache. A 201st result raises SubscriptOutOfRange
-// with the first 200 kept.
-void runQuery(RecordStore& records, FindResults& results, QueryCandidates candidates, QDate today,
+// descendant counting's cache. A query whose results pass 200 stops at the
+// 200th and gives false: the table holds the first 200. Other faults (a line
+// of descent deeper than 100 levels) are raised.
+bool runQuery(RecordStore& records, FindResults& results, QueryCandidates candidates, QDate today,
               Query query, int32_t n);
 
 }  // namespace tav

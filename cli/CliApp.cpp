@@ -191,6 +191,9 @@ int runCli(const QStringList& argumentList, const CliContext& context)
         return runCommand(*command, arguments, context);
     } catch (const UsageError& error) {
         return usage(output, error.problem);
+    } catch (const NoSuchRecord& refused) {
+        output.err(refused.message);
+        return 2;
     }
 }
 

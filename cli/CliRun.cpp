@@ -22,6 +22,14 @@ int32_t CliRun::integerArgument(const QString& text)
     return value;
 }
 
+int32_t CliRun::slotArg(qsizetype i, ViewKind kind) const
+{
+    const int32_t slot = intArg(i);
+    if (!namesRecord(session.records, kind, slot))
+        throw NoSuchRecord{noSuchRecordText(kind, args.value(i))};
+    return slot;
+}
+
 int CliRun::run(const std::function<void()>& routine) const
 {
     return session.guarded(routine) ? 0 : 3;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ViewKinds.h"
 #include "cli/CliApp.h"
 
 #include <QString>
@@ -16,6 +17,12 @@ struct UsageError {
     QString problem;
 };
 
+// Raised for a record number that names no record of the file: the message
+// goes to standard error and the exit status is 2.
+struct NoSuchRecord {
+    QString message;
+};
+
 // One command's run: the loaded session, the command's arguments after FILE,
 // and where it prints.
 struct CliRun {
@@ -28,6 +35,9 @@ struct CliRun {
     void printReport(const QString& text) const;
     // The whole-number argument at `i`; a UsageError when it is not one.
     int32_t intArg(qsizetype i) const { return integerArgument(args.value(i)); }
+    // The argument at `i` as a slot of a record kind: a whole number from 1 to
+    // the count of that kind, else NoSuchRecord.
+    int32_t slotArg(qsizetype i, ViewKind kind) const;
     static int32_t integerArgument(const QString& text);
     // Runs a routine of the viewer; a fault it raises is reported as the
     // viewer would and gives the exit status 3.

@@ -8,7 +8,8 @@ namespace tav {
 
 int relateCommand(CliRun& run)
 {
-    const int32_t a = run.intArg(0), b = run.intArg(1);
+    const int32_t a = run.slotArg(0, ViewKind::Individual);
+    const int32_t b = run.slotArg(1, ViewKind::Individual);
     QString text;
     if (const int status = run.run(
             [&] { text = relationshipText(run.session.records, a, b, run.session.lineSeparator); }))
@@ -19,7 +20,7 @@ int relateCommand(CliRun& run)
 
 int descendantsCommand(CliRun& run)
 {
-    const int32_t slot = run.intArg(0);
+    const int32_t slot = run.slotArg(0, ViewKind::Individual);
     RecordStore& records = run.session.records;
     return run.run([&] {
         const int32_t descendants = countDescendants(records, slot);

@@ -24,7 +24,7 @@ int showCommand(CliRun& run)
     if (isRecordKind(kind)) {
         if (run.args.size() != 2)
             throw UsageError{QStringLiteral("%1 needs a SLOT").arg(run.args.value(0))};
-        run.session.currentSlot(kind) = run.intArg(1);
+        run.session.currentSlot(kind) = run.slotArg(1, kind);
     } else if (!isListKind(kind) || run.args.size() != 1) {
         throw UsageError{
             QStringLiteral("\"%1\" is not a kind to show").arg(run.args.join(QLatin1Char(' ')))};

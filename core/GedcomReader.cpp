@@ -342,10 +342,11 @@ void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype 
             else if (tag == "PLAC")
                 person.birthPlace = sharedValue(line, length, valueStart);
         } else if (level1Tag_ == "DEAT") {
-            // Only the spelling PLACE is taken for a death place; PLAC is not.
+            // The standard PLAC and the spelling PLACE both give the death
+            // place; the later line wins.
             if (tag == "DATE")
                 person.deathDate = trimmedValue(line, length, valueStart);
-            else if (tag == "PLACE")
+            else if (tag == "PLAC" || tag == "PLACE")
                 person.deathPlace = sharedValue(line, length, valueStart);
         } else if (tag == "CONT") {
             // Continuations under any other level-1 tag extend the note.

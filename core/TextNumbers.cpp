@@ -56,6 +56,64 @@ double leadingNumber(const char* bytes, qsizetype length)
         length, [bytes](qsizetype i) { return char16_t(static_cast<unsigned char>(bytes[i])); });
 }
 
+double numericValue(QStringView text)
+{
+    QString compact;
+    for (QChar c : text) {
+        if (!isBlank(c.unicode()))
+            compact += c;
+    }
+    if (compact.size() >= 2 && compact[0] == u'&') {
+        const char16_t radixLetter = compact[1].toUpper().unicode();
+        const int radix = radixLetter == u'H' ? 16 : radixLetter == u'O' ? 8 : 0;
+        if (radix) {
+            const auto digitOf = [radix](QChar c) {
+                const char16_t u = c.toUpper().unicode();
+                const int digit = u >= u'0' && u <= u'9'   ? u - u'0'
+                                  : u >= u'A' && u <= u'F' ? 10 + (u - u'A')
+                                                           : radix;
+                return digit < radix ? digit : -1;
+            };
+            qsizetype end = 2;
+            uint64_t value = 0;
+            const qsizetype maxDigits = radix == 16 ? 8 : 11;
+            while (end < compact.size() && end - 2 < maxDigits && digitOf(compact[end]) >= 0)
+                value = value * uint64_t(radix) + uint64_t(digitOf(compact[end++]));
+            const bool shortForm = radix == 16 ? end - 2 <= 4 : value <= 0xFFFF;
+            return shortForm ? double(int16_t(uint16_t(value))) : double(int32_t(uint32_t(value)));
+        }
+        return 0;
+    }
+    qsizetype i = 0;
+    const qsizetype n = compact.size();
+    if (i < n && (compact[i] == u'-' || compact[i] == u'+'))
+        ++i;
+    const qsizetype mantissaStart = i;
+    while (i < n && (isDigit(compact[i].unicode()) || compact[i] == u'.'))
+        ++i;
+    qsizetype end = i;
+    if (i < n && (compact[i].toUpper() == u'E' || compact[i].toUpper() == u'D')) {
+        qsizetype j = i + 1;
+        if (j < n && (compact[j] == u'-' || compact[j] == u'+'))
+            ++j;
+        const qsizetype exponentDigits = j;
+        while (j < n && isDigit(compact[j].unicode()))
+            ++j;
+        if (j > exponentDigits)
+            end = j;
+    }
+    if (end == mantissaStart)
+        return 0;
+    QString number = compact.left(end);
+    const qsizetype point = number.indexOf(u'.', number.indexOf(u'.') + 1);
+    if (point >= 0)  // a second decimal point ends the number
+        number = number.left(point);
+    number.replace(u'D', u'E').replace(u'd', u'e');
+    bool ok = false;
+    const double value = number.toDouble(&ok);
+    return ok ? value : leadingNumber(number);
+}
+
 bool isWholeNumber(QStringView text)
 {
     qsizetype i = 0;

@@ -14,6 +14,13 @@ namespace tav {
 double leadingNumber(QStringView text);
 double leadingNumber(const char* bytes, qsizetype length);
 
+// The number a text starts with, read as the platform's numeric conversion
+// reads a typed number: blanks anywhere are skipped; "&H1F" is hexadecimal
+// and "&O17" octal (four digits or fewer make a 16-bit value, so "&HFFFF" is
+// -1); otherwise an optional sign, digits, a decimal point and an exponent
+// ("1e1" is 10, "2D3" is 2000); 0 when there is none.
+double numericValue(QStringView text);
+
 // True when the whole text is one number: optional surrounding blanks and sign,
 // digits with at most one decimal point.
 bool isWholeNumber(QStringView text);

@@ -242,19 +242,27 @@ TEST_F(BrowserTest, BackForwardPreviousNextAndListAll)
     EXPECT_EQ(browser.caption(), QStringLiteral("All individuals"));
 }
 
-TEST_F(BrowserTest, SlotsComeBackFromTheirLastThreeDigits)
+TEST_F(BrowserTest, BackAndForwardRestoreTheWholeSlot)
 {
     QByteArray many;
     for (int i = 1; i <= 1234; ++i)
         many +=
             "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME P" + QByteArray::number(i) + " /Q/\n";
-    many += "0 @F1@ FAM\n";
+    many += "0 @F1@ FAM\n0 @F2@ FAM\n";
     ASSERT_TRUE(load(many));
     show("IND", 1234);
     EXPECT_EQ(browser.positionToken(), QStringLiteral("*IND01234"));
-    show("FAM", 1);
+    show("IND", 1000);
+    show("FAM", 2);
     browser.moveBackForward(BrowserMove::Back);
-    EXPECT_EQ(browser.caption(), QStringLiteral("Q, P234 (234)"));
+    EXPECT_EQ(browser.caption(), QStringLiteral("Q, P1000 (1000)")) << "not slot 0";
+    browser.moveBackForward(BrowserMove::Back);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Q, P1234 (1234)")) << "not slot 234";
+    browser.moveBackForward(BrowserMove::Forward);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Q, P1000 (1000)"));
+    EXPECT_EQ(session.curInd, 1000);
+    browser.moveBackForward(BrowserMove::Forward);
+    EXPECT_EQ(browser.caption(), QStringLiteral("Family (2)"));
 }
 
 TEST_F(BrowserTest, AFaultKeepsTheGridAndTheHistory)

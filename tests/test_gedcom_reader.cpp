@@ -33,6 +33,12 @@ TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
                                  "1 NAME Mary /Jones/",
                                  "1 DEAT",
                                  "2 PLACE York",
+                                 "0 @I5@ INDI",
+                                 "1 DEAT",
+                                 "2 PLACE Ripon",
+                                 "2 PLAC Whitby",
+                                 "1 BIRT",
+                                 "2 PLACE Kendal",
                                  "0 @F2@ FAM",
                                  "1 HUSB @I3@",
                                  "1 WIFE @I4@",
@@ -66,14 +72,16 @@ TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
     EXPECT_EQ(john.birthDate, QStringLiteral("1 JAN 1900"));
     EXPECT_EQ(john.birthPlace, QStringLiteral("London"));
     EXPECT_EQ(john.deathDate, QStringLiteral("1970"));
-    EXPECT_TRUE(john.deathPlace.isEmpty()) << "2 PLAC under DEAT is not a death place";
+    EXPECT_EQ(john.deathPlace, QStringLiteral("Leeds")) << "the standard PLAC under DEAT";
     EXPECT_EQ(john.spouseFamilyCount, 2);
     EXPECT_EQ(john.spouseFamilyId[2], 9);
     EXPECT_EQ(john.spouseFamilyIndex[1], 1);
     EXPECT_EQ(john.spouseFamilyIndex[2], 0);
     EXPECT_EQ(john.childFamilyIndex, 2);
     EXPECT_EQ(john.note, QStringLiteral(" First line \r\nsecond line, more"));
-    EXPECT_EQ(ind(2).deathPlace, QStringLiteral("York"));
+    EXPECT_EQ(ind(2).deathPlace, QStringLiteral("York")) << "and the spelling PLACE";
+    EXPECT_EQ(ind(3).deathPlace, QStringLiteral("Whitby")) << "the later line wins";
+    EXPECT_TRUE(ind(3).birthPlace.isEmpty()) << "under BIRT only PLAC is a place";
 
     const Family& f = fam(1);
     EXPECT_EQ(f.husbandIndex, 1);

@@ -46,7 +46,28 @@ TEST_F(NamesTest, SurnameStylesAndPositions)
     EXPECT_EQ(name(u"John", 1 + 2, 3, 2), QStringLiteral(", John"));
     EXPECT_EQ(name(u"John", 1 + 2, 1, 1), QStringLiteral("John"))
         << "no surname at all stays empty";
-    EXPECT_EQ(name(u"Al /smith/ jr", 1 + 2, 1, 1), QStringLiteral("Al smith/ j"));
+}
+
+TEST_F(NamesTest, SuffixesAfterTheSurnameStayWholeUnderEveryStyle)
+{
+    // "/adams/" is the surname, "II" the suffix that ends the name.
+    const QStringList styled = {"adams", "ADAMS", "/adams/", "/ADAMS/", "Adams", "/Adams/"};
+    for (int style = 1; style <= 6; ++style) {
+        EXPECT_EQ(name(u"John /adams/ II", 1 + 2, style, 1),
+                  QStringLiteral("John ") + styled[style - 1] + QStringLiteral(" II"))
+            << style;
+        EXPECT_EQ(name(u"John /adams/  II ", 1 + 32, style, 2),
+                  styled[style - 1] + QStringLiteral(", John II"))
+            << style << ": the given part's blank is trimmed before the suffix";
+    }
+    EXPECT_EQ(name(u"John /Adams/ II", 2, 2, 2), QStringLiteral("John")) << "no surname, no suffix";
+    EXPECT_EQ(name(u"Joseph Patrick /Kennedy/ Jr.", 1 + 2 + 16, 5, 1),
+              QStringLiteral("Joseph P. Kennedy Jr."));
+    EXPECT_EQ(name(u"/smith/ jr", 1 + 2, 5, 1), QStringLiteral(" Smith jr"));
+    EXPECT_EQ(name(u"Al /smith", 1 + 2, 1, 1), QStringLiteral("Al smit"))
+        << "an unclosed surname runs to the end";
+    EXPECT_EQ(name(u"Al /smith/ ", 1 + 2, 2, 2), QStringLiteral("SMITH, Al"))
+        << "a blank is no suffix";
 }
 
 TEST_F(NamesTest, CaseChangesWorkOnUnicode)

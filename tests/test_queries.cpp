@@ -225,16 +225,37 @@ TEST_F(QueryTest, NothingQualifyingListsTheCurrentRecordOrNothing)
     EXPECT_EQ(find.lines(), QStringList{QStringLiteral("-------NO RECORDS-------")});
 }
 
-TEST_F(QueryTest, AResultPastTwoHundredStopsTheQueryWithTheFault)
+TEST_F(QueryTest, AResultPastTwoHundredStopsTheQueryWithANoteNotAFault)
 {
     QByteArray text;
     for (int k = 1; k <= 205; ++k)
         text += "0 @I" + QByteArray::number(k) + "@ INDI\n0 @F" + QByteArray::number(k) + "@ FAM\n";
     ASSERT_TRUE(load(text));
     EXPECT_EQ(query(5, "1").size(), 200u);
-    EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  9 Subscript out of range")});
+    ASSERT_EQ(messages.entries.size(), 1u);
+    EXPECT_EQ(messages.entries[0].text, QStringLiteral("Only the first 200 results are listed."));
+    EXPECT_EQ(messages.entries[0].kind, MessageKind::Information);
     EXPECT_EQ(find.heading(), QStringLiteral("Results (200 items found)"));
     EXPECT_EQ(find.lines().size(), 201);
+    EXPECT_EQ(find.lines().last(), QStringLiteral("F200. ? & ?"));
+    EXPECT_EQ(find.limitNote(),
+              QStringLiteral("Only the first 200 families are listed; there may be more."));
     EXPECT_EQ(query(7).size(), 200u) << "everyone ties at no descendants";
     EXPECT_EQ(messages.entries.size(), 2u);
+    EXPECT_EQ(query(2, nullptr).size(), 1u) << "one entry: the candidate held before";
+    EXPECT_EQ(find.limitNote(), QString());
+
+    // A line deeper than 100 levels is still a fault, and the results so far are listed.
+    text.clear();
+    for (int k = 1; k <= 102; ++k)
+        text += "0 @I" + QByteArray::number(k) + "@ INDI\n1 FAMS @F" + QByteArray::number(k) +
+                "@\n1 FAMC @F" + QByteArray::number(k - 1) + "@\n";
+    for (int k = 1; k <= 102; ++k)
+        text += "0 @F" + QByteArray::number(k) + "@ FAM\n1 HUSB @I" + QByteArray::number(k) +
+                "@\n1 CHIL @I" + QByteArray::number(k + 1) + "@\n";
+    ASSERT_TRUE(load(text));
+    messages.clear();
+    EXPECT_FALSE(find.queryChosen(Query::MostDescendants));
+    EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  9 Subscript out of range")});
+    EXPECT_EQ(find.heading(), QStringLiteral("Results (0 item found)"));
 }

@@ -17,14 +17,16 @@ QString displayed(const QString& text)
 
 }  // namespace
 
-void QtMessages::showMessage(const QString& text, const QString& title)
+void QtMessages::showMessage(const QString& text, const QString& title, MessageKind kind)
 {
     // A message over a busy pointer would look as if it were busy too.
     const bool busy = QGuiApplication::overrideCursor() != nullptr;
     if (busy)
         QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-    QMessageBox box(QMessageBox::NoIcon, title, displayed(text), QMessageBox::Ok,
-                    QApplication::activeWindow());
+    const QMessageBox::Icon icon = kind == MessageKind::Error     ? QMessageBox::Critical
+                                   : kind == MessageKind::Warning ? QMessageBox::Warning
+                                                                  : QMessageBox::Information;
+    QMessageBox box(icon, title, displayed(text), QMessageBox::Ok, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.exec();
     if (busy)

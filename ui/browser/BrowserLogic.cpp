@@ -16,7 +16,8 @@ QString lastKind(const QString& history, qsizetype length)
     return history.size() >= tokenLength ? history.mid(history.size() - 8, length) : QString();
 }
 
-int32_t lastSlot(const QString& history) { return toLong(leadingNumber(history.right(3))); }
+// The slot of the last token: all five of its digits.
+int32_t lastSlot(const QString& history) { return toLong(leadingNumber(history.right(5))); }
 
 // The kind of the last token of a history: a record kind, a list kind, or
 // None when it is neither.
@@ -27,16 +28,6 @@ ViewKind lastViewKind(const QString& history)
         return viewKindFromCode(lastKind(history, 7));
     const ViewKind record = viewKindFromCode(kind);
     return isRecordKind(record) ? record : ViewKind::None;
-}
-
-int32_t recordCount(const RecordStore& r, ViewKind kind)
-{
-    switch (kind) {
-    case ViewKind::Individual: return r.individualCount();
-    case ViewKind::Family: return r.familyCount();
-    case ViewKind::Source: return r.sourceCount();
-    default: return r.noteCount();
-    }
 }
 
 }  // namespace
@@ -248,7 +239,7 @@ void BrowserLogic::followNote(const QString& note)
                 return;
             }
         }
-        session_.messages().message(
+        session_.messages().warning(
             QStringLiteral("There is no note %1 in this file.").arg(note.mid(a, b - a + 1)));
         return;
     }

@@ -14,9 +14,8 @@ class Session;
 // Each position shown is a nine-character token: "*", the kind and the slot
 // as five digits ("*IND00012"), or "*", the list kind and a blank
 // ("*ALLINDS "). Earlier positions are kept, concatenated, in the back
-// history; positions left by Back in the forward history. A position is
-// restored from the last three digits of its token only, so slot 1234 comes
-// back as 234.
+// history; positions left by Back in the forward history. A position comes
+// back with the whole slot of its token.
 //
 // A command that meets a fault (a slot beyond its table's capacity) shows
 // the message and changes nothing: the grid, the caption and both

@@ -65,9 +65,36 @@ bool FindLogic::find()
 bool FindLogic::runQuery(Query query, int32_t n)
 {
     return session_.guarded([&] {
-        tav::runQuery(session_.records, session_.findResults, {session_.curInd, session_.curFam},
-                      session_.today(), query, n);
+        if (!tav::runQuery(session_.records, session_.findResults,
+                           {session_.curInd, session_.curFam}, session_.today(), query, n))
+            limitReached_ = true;
     });
+}
+
+void FindLogic::noteLimit()
+{
+    if (!limitReached_)
+        return;
+    limitReached_ = false;
+    session_.messages().message(QStringLiteral("Only the first 200 results are listed."), QString(),
+                                MessageKind::Information);
+}
+
+QString FindLogic::limitNote() const
+{
+    const FindResults& results = session_.findResults;
+    QStringList full;
+    const char* kinds[] = {"individuals", "families", "sources", "notes"};
+    for (int kind = FindResults::Individuals; kind <= FindResults::Notes; ++kind) {
+        if (results[FindResults::Kind(kind)].count >= FindResults::capacity)
+            full << QLatin1String(kinds[kind]);
+    }
+    if (full.isEmpty())
+        return QString();
+    const QString last = full.takeLast();
+    const QString listed =
+        full.isEmpty() ? last : full.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+    return QStringLiteral("Only the first 200 %1 are listed; there may be more.").arg(listed);
 }
 
 bool FindLogic::queryChosen(Query query)
@@ -92,6 +119,7 @@ bool FindLogic::queryChosen(Query query)
     results.selected = 1;
     results.total = results.sum();
     showResults();
+    noteLimit();
     openSingleResult();
     return done;
 }
@@ -114,18 +142,21 @@ bool FindLogic::go()
         const bool done = runQuery(query_, 0);
         results.total = results.sum();
         showResults();
+        noteLimit();
         return done;
     }
     if (!queryTakesNumber(query_))
         return queryChosen(query_);
     if (numberText.isEmpty() || !isWholeNumber(numberText))
         return true;
-    const bool done = session_.guarded([&] {
-        const int32_t n = toLong(leadingNumber(numberText));
+    bool done = true;
+    int32_t n = 0;
+    if (session_.guarded([&] { n = toLong(leadingNumber(numberText)); })) {
         results.total = 0;
-        tav::runQuery(session_.records, results, {session_.curInd, session_.curFam},
-                      session_.today(), query_, n);
-    });
+        done = runQuery(query_, n);
+    } else {
+        done = false;
+    }
     // Only the table the query fills counts.
     const FindResults::Kind filled =
         queryListsFamilies(query_) ? FindResults::Families : FindResults::Individuals;
@@ -135,6 +166,7 @@ bool FindLogic::go()
     }
     results.total = results[filled].count;
     showResults();
+    noteLimit();
     return done;
 }
 

@@ -49,16 +49,24 @@ public:
     const QStringList& lines() const { return lines_; }
     // A line picked: the browser opens on its record.
     void lineChosen(int line);
+    // A quiet note for under the list when a kind reached the 200 results a
+    // table holds, or "".
+    QString limitNote() const;
 
 private:
     void showResults();
+    // Runs a query; false after a fault (which was shown). A query stopped
+    // at 200 results is noted for noteLimit.
     bool runQuery(Query query, int32_t n);
+    // "Only the first 200 results are listed." after a query that stopped there.
+    void noteLimit();
     void openSingleResult();
 
     Session& session_;
     bool expanded_ = false;
     Query query_ = Query::EarliestBorn;
     bool numberEnabled_ = false;
+    bool limitReached_ = false;
     QString heading_;
     QStringList lines_;
 };

@@ -65,7 +65,7 @@ void MainWindowLogic::openFile(const QString& path)
     QString failure;
     if (!loadGedcom(session_, path, &failure, progress_)) {
         caption_ = before;
-        session_.messages().message(failure);
+        session_.messages().warning(failure);
         return;
     }
     caption_ = loadedCaption(session_.records);
@@ -87,7 +87,7 @@ void MainWindowLogic::recentFileChosen(int index)
         return;
     const QString path = session_.settings.recentFiles[size_t(index)];
     if (path.trimmed().isEmpty() || !QFileInfo(path).isFile()) {
-        session_.messages().message(QStringLiteral("File not found."));
+        session_.messages().warning(QStringLiteral("File not found."));
         return;
     }
     openFile(path);
@@ -223,7 +223,7 @@ void MainWindowLogic::showHelp(int topic)
         return;
     QString text, problem;
     if (!readHelpFile(programFolder_, text, problem)) {
-        session_.messages().message(problem);
+        session_.messages().warning(problem);
         return;
     }
     session_.guarded([&] {

@@ -51,7 +51,7 @@ bool OptionsLogic::accept()
     if (autoLoadText.trimmed().isEmpty()) {
         autoLoadPath_.clear();
     } else if (!QFileInfo(autoLoadPath_).isFile()) {
-        session_.messages().message(QStringLiteral("Cannot find autoload file!"));
+        session_.messages().warning(QStringLiteral("Cannot find autoload file!"));
         return false;
     }
     Settings& s = session_.settings;
