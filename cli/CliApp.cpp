@@ -145,10 +145,8 @@ int runCommand(const Command& command, const Arguments& arguments, const CliCont
                                      ? RegistryStore::defaultRegistryFile()
                                      : context.settingsFile;
     RegistryStore store(settingsFile);
-    if (!store.loadProblem().isEmpty())
-        output.err(
-            QStringLiteral("tav-cli: the settings file %1 is damaged (%2); using the defaults")
-                .arg(settingsFile, store.loadProblem()));
+    for (const QString& problem : store.loadProblems())
+        output.err(QStringLiteral("tav-cli: ") + problem);
     loadSettings(session.settings, store, QStringLiteral("ALL"));
     if (arguments.surnameStyle)
         session.settings.SurnameStyle = *arguments.surnameStyle;

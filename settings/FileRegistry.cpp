@@ -1,6 +1,9 @@
 #include "settings/RegFile.h"
 #include "settings/RegistryBackend.h"
 
+#include <QFile>
+#include <QSaveFile>
+
 namespace tav {
 
 namespace {
@@ -24,8 +27,19 @@ class FileRegistry : public RegistryBackend {
 public:
     explicit FileRegistry(const QString& path) : file_(path)
     {
-        if (!file_.load(&problem_) && problem_.isEmpty())
-            problem_ = QStringLiteral("unreadable");
+        const RegFile::LoadResult read = file_.load();
+        if (!read.unreadable.isEmpty())
+            problems_ << QStringLiteral("the settings file %1 cannot be read (%2); the defaults "
+                                        "are used and it is not written over")
+                             .arg(path, read.unreadable);
+        for (const QString& problem : read.problems)
+            problems_ << QStringLiteral("the settings file %1, %2: the line is skipped")
+                             .arg(path, problem);
+        // The bytes of a damaged file are kept beside it before it is first
+        // replaced; an unreadable one is never replaced.
+        if (!read.problems.isEmpty())
+            damagedBytes_ = read.bytes;
+        writable_ = read.unreadable.isEmpty();
     }
 
     int32_t openKey(int64_t root, const QString& path) override
@@ -67,7 +81,7 @@ public:
             store();
     }
 
-    QString loadProblem() const override { return problem_; }
+    QStringList loadProblems() const override { return problems_; }
 
 private:
     static constexpr int32_t notFound = 2;
@@ -85,11 +99,39 @@ private:
             return 0;
         }
         dirty_ = false;
+        if (!writable_ || !keepDamagedCopy())
+            return accessDenied;
         return file_.save() ? 0 : accessDenied;
     }
 
+    // Writes the damaged file's bytes to "Tav.reg.damaged" (or, when that
+    // holds other bytes already, "Tav.reg.damaged.1" and so on), once.
+    bool keepDamagedCopy()
+    {
+        if (damagedBytes_.isEmpty())
+            return true;
+        for (int n = 0; n < 100; ++n) {
+            const QString path =
+                file_.path() + QStringLiteral(".damaged") + (n ? QStringLiteral(".%1").arg(n) : "");
+            QFile existing(path);
+            if (existing.exists()) {
+                if (existing.open(QIODevice::ReadOnly) && existing.readAll() == damagedBytes_)
+                    break;
+                continue;
+            }
+            QSaveFile copy(path);
+            if (!copy.open(QIODevice::WriteOnly) || copy.write(damagedBytes_) < 0 || !copy.commit())
+                return false;
+            break;
+        }
+        damagedBytes_.clear();
+        return true;
+    }
+
     RegFile file_;
-    QString problem_;
+    QStringList problems_;
+    QByteArray damagedBytes_;
+    bool writable_ = true;
     int batchDepth_ = 0;
     bool dirty_ = false;
 };

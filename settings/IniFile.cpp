@@ -4,6 +4,8 @@
 #include <QSaveFile>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace tav {
 
 namespace {
@@ -49,14 +51,19 @@ QString IniFile::readString(const QString& section, const QString& key,
             continue;
         }
         if (inSection && keyOf(line).compare(key, Qt::CaseInsensitive) == 0) {
+            // A value in matching double or single quotes loses them.
             QString value = line.mid(line.indexOf(QLatin1Char('=')) + 1).trimmed();
-            if (value.size() >= 2 && value.startsWith(QLatin1Char('"')) &&
-                value.endsWith(QLatin1Char('"')))
+            if (value.size() >= 2 && (value.front() == u'"' || value.front() == u'\'') &&
+                value.back() == value.front())
                 value = value.mid(1, value.size() - 2);
             return value.left(254);
         }
     }
-    return fallback.left(254);
+    // The default comes back without its trailing blanks.
+    qsizetype end = fallback.size();
+    while (end > 0 && fallback[end - 1] == u' ')
+        --end;
+    return fallback.left(std::min<qsizetype>(end, 254));
 }
 
 bool IniFile::writeString(const QString& section, const QString& key, const QString& value) const

@@ -70,6 +70,13 @@ QString hexText(const QByteArray& bytes)
     return parts.join(QLatin1Char(','));
 }
 
+bool startsWithWord(const QString& data, QLatin1String word)
+{
+    return data.startsWith(word, Qt::CaseInsensitive);
+}
+
+// A value's data: "text", dword:0000000a, hex:ff,ff or hex(N):.., type words
+// in any case.
 bool parseValue(const QString& data, RegFile::Value& value)
 {
     if (data.startsWith(QLatin1Char('"'))) {
@@ -81,10 +88,11 @@ bool parseValue(const QString& data, RegFile::Value& value)
         value.data = text.toUtf8() + '\0';
         return true;
     }
-    if (data.startsWith(QLatin1String("dword:"))) {
+    if (startsWithWord(data, QLatin1String("dword:"))) {
+        const QString digits = data.mid(6).trimmed();
         bool ok = false;
-        const uint number = data.mid(6).trimmed().toUInt(&ok, 16);
-        if (!ok || data.mid(6).trimmed().size() != 8)
+        const uint number = digits.toUInt(&ok, 16);
+        if (!ok || digits.isEmpty() || digits.size() > 8)
             return false;
         value.type = RegFile::Dword;
         value.data = QByteArray(4, '\0');
@@ -93,12 +101,12 @@ bool parseValue(const QString& data, RegFile::Value& value)
         return true;
     }
     bool ok = false;
-    if (data.startsWith(QLatin1String("hex:"))) {
+    if (startsWithWord(data, QLatin1String("hex:"))) {
         value.type = RegFile::Binary;
         value.data = hexList(data.mid(4), &ok);
         return ok;
     }
-    if (data.startsWith(QLatin1String("hex("))) {
+    if (startsWithWord(data, QLatin1String("hex("))) {
         const qsizetype close = data.indexOf(QLatin1String("):"));
         if (close < 0)
             return false;
@@ -109,6 +117,25 @@ bool parseValue(const QString& data, RegFile::Value& value)
         return ok;
     }
     return false;
+}
+
+// The text of a registry file: UTF-16 with its byte order mark as regedit
+// exports it, else UTF-8 (a byte order mark skipped).
+QString decodedText(const QByteArray& bytes)
+{
+    if (bytes.startsWith("\xFF\xFE"))
+        return QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData() + 2),
+                                  (bytes.size() - 2) / 2);
+    if (bytes.startsWith("\xFE\xFF")) {
+        QString text((bytes.size() - 2) / 2, Qt::Uninitialized);
+        for (qsizetype i = 0; i < text.size(); ++i)
+            text[i] = QChar(char16_t((uchar(bytes[2 + 2 * i]) << 8) | uchar(bytes[3 + 2 * i])));
+        return text;
+    }
+    QString text = QString::fromUtf8(bytes);
+    if (text.startsWith(QChar(0xFEFF)))
+        text.remove(0, 1);
+    return text;
 }
 
 QString valueText(const RegFile::Value& value)
@@ -188,52 +215,73 @@ QByteArray RegFile::text() const
     return out.toUtf8();
 }
 
-bool RegFile::parse(const QByteArray& bytes, QString* problem)
+QStringList RegFile::parse(const QByteArray& bytes)
 {
-    const auto fail = [problem](int line, const char* what) {
-        if (problem)
-            *problem = QStringLiteral("line %1: %2").arg(line).arg(QLatin1String(what));
-        return false;
+    QStringList problems;
+    const auto skip = [&problems](qsizetype line, const char* what) {
+        problems << QStringLiteral("line %1: %2").arg(line).arg(QLatin1String(what));
     };
-    QString text = QString::fromUtf8(bytes);
-    if (text.startsWith(QChar(0xFEFF)))
-        text.remove(0, 1);
+    QString text = decodedText(bytes);
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    // Long hex lists continue on the next line after a backslash.
-    text.replace(QLatin1String("\\\n"), QString());
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     const QStringList lines = text.split(QLatin1Char('\n'));
 
     std::map<QString, Key> keys;
-    QString current;
+    QString current;  // "" before the first key, or after a key that was skipped
     bool headerSeen = false;
     for (qsizetype n = 0; n < lines.size(); ++n) {
-        const QString line = lines[n].trimmed();
+        const qsizetype number = n + 1;
+        QString line = lines[n].trimmed();
+        // Long hex lists go on over the next lines after a backslash.
+        while (line.endsWith(QLatin1Char('\\')) && n + 1 < lines.size()) {
+            line.chop(1);
+            line += lines[++n].trimmed();
+        }
         if (line.isEmpty() || line.startsWith(QLatin1Char(';')))
             continue;
+        // The header line is expected first; a file without one is read all the same.
         if (!headerSeen) {
-            if (line != QLatin1String(header) && line != QLatin1String("REGEDIT4"))
-                return fail(int(n + 1), "not a registry file");
             headerSeen = true;
-            continue;
+            if (line == QLatin1String(header) || line == QLatin1String("REGEDIT4"))
+                continue;
         }
         if (line.startsWith(QLatin1Char('['))) {
-            if (!line.endsWith(QLatin1Char(']')) || line.size() < 3)
-                return fail(int(n + 1), "unclosed key");
+            current.clear();
+            if (!line.endsWith(QLatin1Char(']')) || line.size() < 3) {
+                skip(number, "a key that is not closed");
+                continue;
+            }
+            if (line[1] == u'-')  // a key deleted by an export: nothing to read
+                continue;
             current = line.mid(1, line.size() - 2);
             keys.try_emplace(current.toLower()).first->second.name = current;
             continue;
         }
-        if (current.isEmpty())
-            return fail(int(n + 1), "value outside a key");
         Value value;
         qsizetype at = 0;
         if (line.startsWith(QLatin1Char('@'))) {
             at = 1;
         } else if (!line.startsWith(QLatin1Char('"')) || !readQuoted(line, at, value.name)) {
-            return fail(int(n + 1), "bad value name");
+            skip(number, "no value name");
+            continue;
         }
-        if (at >= line.size() || line[at] != u'=' || !parseValue(line.mid(at + 1).trimmed(), value))
-            return fail(int(n + 1), "bad value");
+        while (at < line.size() && line[at].isSpace())
+            ++at;
+        if (at >= line.size() || line[at] != u'=') {
+            skip(number, "no \"=\" after the value name");
+            continue;
+        }
+        const QString data = line.mid(at + 1).trimmed();
+        if (data == QLatin1String("-"))  // a value deleted by an export
+            continue;
+        if (current.isEmpty()) {
+            skip(number, "a value outside a key");
+            continue;
+        }
+        if (!parseValue(data, value)) {
+            skip(number, "a value that cannot be read");
+            continue;
+        }
         std::vector<Value>& values = keys[current.toLower()].values;
         const auto same = std::find_if(values.begin(), values.end(), [&](const Value& v) {
             return v.name.compare(value.name, Qt::CaseInsensitive) == 0;
@@ -243,24 +291,24 @@ bool RegFile::parse(const QByteArray& bytes, QString* problem)
         else
             values.push_back(value);
     }
-    if (!headerSeen && !bytes.trimmed().isEmpty())
-        return fail(1, "not a registry file");
     keys_ = std::move(keys);
-    return true;
+    return problems;
 }
 
-bool RegFile::load(QString* problem)
+RegFile::LoadResult RegFile::load()
 {
     keys_.clear();
+    LoadResult result;
     QFile file(path_);
     if (!file.exists())
-        return true;
+        return result;
     if (!file.open(QIODevice::ReadOnly)) {
-        if (problem)
-            *problem = file.errorString();
-        return false;
+        result.unreadable = file.errorString();
+        return result;
     }
-    return parse(file.readAll(), problem);
+    result.bytes = file.readAll();
+    result.problems = parse(result.bytes);
+    return result;
 }
 
 bool RegFile::save() const

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <map>
 #include <vector>
 
@@ -25,9 +26,18 @@ public:
 
     const QString& path() const { return path_; }
 
-    // Reads the file. A missing file is an empty registry; a damaged or
-    // unreadable one too, with `problem` saying what was wrong.
-    bool load(QString* problem = nullptr);
+    // What reading the file found: its bytes, and the lines that could not
+    // be read (each "line N: what"), or why it could not be opened at all.
+    struct LoadResult {
+        QByteArray bytes;
+        QStringList problems;
+        QString unreadable;
+    };
+    // Reads the file, forgiving as an exported registry file needs: UTF-16
+    // or UTF-8, any line ends, type words in any case, blanks around "=",
+    // deletion lines ignored. A line that cannot be read is skipped and
+    // noted; the others count. A missing file is an empty registry.
+    LoadResult load();
     // Replaces the file with the current keys and values; false on failure.
     bool save() const;
 
@@ -38,8 +48,8 @@ public:
 
     // The file's text for the current keys and values.
     QByteArray text() const;
-    // Parses a file's text; false (and nothing changed) when it is damaged.
-    bool parse(const QByteArray& text, QString* problem);
+    // Reads a file's bytes into the keys and values; the lines skipped.
+    QStringList parse(const QByteArray& bytes);
 
 private:
     struct Key {

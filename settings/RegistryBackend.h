@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 #include <memory>
 
@@ -22,7 +23,9 @@ public:
 
     virtual void beginBatch() {}
     virtual void endBatch() {}
-    virtual QString loadProblem() const { return QString(); }
+    // Notes on what could not be read when the registry was opened: each
+    // names the file and the line, which was skipped.
+    virtual QStringList loadProblems() const { return {}; }
 };
 
 std::unique_ptr<RegistryBackend> makeFileRegistry(const QString& path);

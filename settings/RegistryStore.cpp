@@ -48,13 +48,21 @@ RegistryStore::~RegistryStore() = default;
 
 QString RegistryStore::defaultRegistryFile()
 {
-    QString config = qEnvironmentVariable("XDG_CONFIG_HOME");
-    if (config.isEmpty())
-        config = QDir::homePath() + QStringLiteral("/.config");
-    return config + QStringLiteral("/Wendrake/Tav.reg");
+    static const QString path =
+        registryFileFor(qEnvironmentVariable("XDG_CONFIG_HOME"), QDir::homePath());
+    return path;
 }
 
-QString RegistryStore::loadProblem() const { return backend_->loadProblem(); }
+QString RegistryStore::registryFileFor(const QString& configHome, const QString& home)
+{
+    // The XDG rules: an empty or relative value is ignored.
+    const QString config = configHome.isEmpty() || QDir::isRelativePath(configHome)
+                               ? home + QStringLiteral("/.config")
+                               : configHome;
+    return QDir::cleanPath(config + QStringLiteral("/Wendrake/Tav.reg"));
+}
+
+QStringList RegistryStore::loadProblems() const { return backend_->loadProblems(); }
 
 int64_t RegistryStore::rootKeyFromName(const QString& name)
 {

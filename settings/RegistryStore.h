@@ -30,12 +30,17 @@ public:
     explicit RegistryStore(const QString& registryFile = defaultRegistryFile());
     ~RegistryStore();
 
-    // $XDG_CONFIG_HOME/Wendrake/Tav.reg (~/.config when unset).
+    // $XDG_CONFIG_HOME/Wendrake/Tav.reg (~/.config when that is unset, empty
+    // or relative), fixed at the first call: the program calls it before it
+    // changes folder.
     static QString defaultRegistryFile();
+    // The settings file for a value of XDG_CONFIG_HOME and a home folder.
+    static QString registryFileFor(const QString& configHome, const QString& home);
 
-    // What was wrong with the registry file when it was read, or "" when it
-    // was good or absent (its values are then the defaults).
-    QString loadProblem() const;
+    // Notes on the lines of the registry file that could not be read (each
+    // names the file and the line); empty when it was good or absent. The
+    // other lines' values count; the defaults fill the rest.
+    QStringList loadProblems() const;
 
     // HKEY values for "HKCU", "HKLM", "HKU", "HKDD", "HKCC", "HKCR" (any
     // case), 1 for the path of an existing file, 0 for anything else.

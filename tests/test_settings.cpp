@@ -56,7 +56,7 @@ TEST_F(SettingsTest, FirstRunGivesTheDefaults)
     EXPECT_FALSE(s.ViewDates || s.ViewSurnames || s.ViewDescendentMark || s.ViewMainLine ||
                  s.ViewNoSpouse || s.BackColour);
     EXPECT_EQ(s.FontSize, 2);
-    EXPECT_TRUE(RegistryStore(regPath()).loadProblem().isEmpty());
+    EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty());
 }
 
 TEST_F(SettingsTest, RecentListStopsAtItsFirstGapAndHoldsTen)
@@ -180,7 +180,8 @@ TEST_F(SettingsTest, AFileRootIsAnIniFile)
     EXPECT_EQ(RegistryStore::rootKeyFromName(ini), 0) << "not a file yet";
     QFile file(ini);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[Other]\r\nName=x\r\n[General]\r\nAutoLoadFile = \"/old.ged\"\r\n");
+    file.write("[Other]\r\nName=x\r\nQuoted='single'\r\nHalf=\"open\r\n[General]\r\n"
+               "AutoLoadFile = \"/old.ged\"\r\n");
     file.close();
     EXPECT_EQ(RegistryStore::rootKeyFromName(ini), RegistryStore::iniFileRoot);
     EXPECT_EQ(RegistryStore::rootKeyFromName(dir.path()), 0) << "a folder is not a file";
@@ -199,30 +200,128 @@ TEST_F(SettingsTest, AFileRootIsAnIniFile)
     EXPECT_EQ(v.toInt(), 9) << "numbers read from an INI file keep the default";
     EXPECT_EQ(store.regRead(ini, "Other", "Name", "S", "", v), 0);
     EXPECT_EQ(v.toString(), QStringLiteral("x"));
-    EXPECT_EQ(store.regRead(ini, "Tree", "FontSize", "S", "none", v), 0);
-    EXPECT_EQ(v.toString(), QStringLiteral("none"));
+    EXPECT_EQ(store.regRead(ini, "Tree", "FontSize", "S", "none  ", v), 0);
+    EXPECT_EQ(v.toString(), QStringLiteral("none")) << "the default loses its trailing blanks";
+    EXPECT_EQ(store.regRead(ini, "Other", "Quoted", "S", "", v), 0);
+    EXPECT_EQ(v.toString(), QStringLiteral("single"));
+    EXPECT_EQ(store.regRead(ini, "Other", "Half", "S", "", v), 0);
+    EXPECT_EQ(v.toString(), QStringLiteral("\"open")) << "quotes that do not match stay";
 }
 
-TEST_F(SettingsTest, ADamagedFileGivesDefaultsAndTheNextSaveMendsIt)
+TEST_F(SettingsTest, ReadingForgivesWhatRegistryExportsHold)
 {
-    for (const QByteArray& damaged :
-         {QByteArray("\x00\x01garbage\xff", 11), QByteArray("[unclosed\r\n"),
-          QByteArray("[K]\r\n\"SurnameStyle\"=dword:zz\r\n"),
-          QByteArray("\"orphan\"=\"value\"\r\n")}) {
-        writeRegFile(damaged);
-        if (damaged.startsWith('\0')) {
-            QFile raw(regPath());
-            ASSERT_TRUE(raw.open(QIODevice::WriteOnly));
-            raw.write(damaged);
-        }
-        RegistryStore store(regPath());
-        EXPECT_FALSE(store.loadProblem().isEmpty()) << damaged.toStdString();
-        Settings s;
-        loadSettings(s, store, QStringLiteral("ALL"));
-        EXPECT_EQ(s.SurnameStyle, 2);
-        s.SurnameStyle = 6;
-        saveSettings(s, store);
-        EXPECT_TRUE(RegistryStore(regPath()).loadProblem().isEmpty());
-        EXPECT_EQ(loaded().SurnameStyle, 6);
+    const char16_t exported[] = u"Windows Registry Editor Version 5.00\r\n\r\n"
+                                u"[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\r\n"
+                                u"\"SurnameStyle\" = DWORD:00000005\r\n"
+                                u"\"SurnamePosn\"=dword:1\r\n"
+                                u"\"dirLast\"=-\r\n"
+                                u"\"AutoLoadFile\"=\"C:\\\\family\\\\smith.ged\"\r\n"
+                                u"[-HKEY_CURRENT_USER\\Software\\Old]\r\n"
+                                u"[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\Tree]\r\n"
+                                u"\"ViewDates\"=HEX:ff,ff\r\n"
+                                u"\"FontSize\"=hex(4):03,00,\\\r\n  00,00\r\n";
+    // regedit's own export: UTF-16, little-endian, with its byte order mark.
+    QByteArray utf16("\xFF\xFE");
+    utf16.append(reinterpret_cast<const char*>(exported), sizeof(exported) - 2);
+    QByteArray utf8 = QString::fromUtf16(exported).toUtf8();
+    QByteArray crOnly = utf8;
+    crOnly.replace("\r\n", "\r");
+    QByteArray lfOnly = utf8;
+    lfOnly.replace("\r\n", "\n");
+    for (const QByteArray& bytes : {utf16, utf8, crOnly, lfOnly}) {
+        QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
+        QFile file(regPath());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        file.close();
+        EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty());
+        const Settings s = loaded();
+        EXPECT_EQ(s.SurnameStyle, 5);
+        EXPECT_EQ(s.SurnamePosn, 1);
+        EXPECT_EQ(s.autoLoadFile, QStringLiteral("C:\\family\\smith.ged"));
+        EXPECT_TRUE(s.dirLast.isEmpty()) << "a deleted value reads as absent";
+        EXPECT_TRUE(s.ViewDates);
+        EXPECT_EQ(s.FontSize, 3);
     }
+}
+
+TEST_F(SettingsTest, ABadLineCostsOnlyItselfAndTheDamagedFileIsKeptOnce)
+{
+    const QByteArray damaged = "Windows Registry Editor Version 5.00\r\n\r\n"
+                               "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\r\n"
+                               "\"SurnameStyle\"=dword:zz\r\n"
+                               "\"SurnamePosn\"=dword:00000001\r\n"
+                               "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\Tree\r\n"
+                               "\"FontSize\"=dword:00000004\r\n"
+                               "garbage \xff\r\n"
+                               "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\Tree]\r\n"
+                               "\"ViewMainLine\"=hex:01,00\r\n";
+    QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
+    {
+        QFile file(regPath());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(damaged);
+    }
+    RegistryStore store(regPath());
+    EXPECT_EQ(store.loadProblems(),
+              QStringList({QStringLiteral("the settings file %1, line 4: a value that cannot be "
+                                          "read: the line is skipped")
+                               .arg(regPath()),
+                           QStringLiteral("the settings file %1, line 6: a key that is not "
+                                          "closed: the line is skipped")
+                               .arg(regPath()),
+                           QStringLiteral("the settings file %1, line 7: a value outside a key: "
+                                          "the line is skipped")
+                               .arg(regPath()),
+                           QStringLiteral("the settings file %1, line 8: no value name: the "
+                                          "line is skipped")
+                               .arg(regPath())}));
+    Settings s;
+    loadSettings(s, store, QStringLiteral("ALL"));
+    EXPECT_EQ(s.SurnameStyle, 2) << "the bad line's value takes its default";
+    EXPECT_EQ(s.SurnamePosn, 1) << "the next line still counts";
+    EXPECT_EQ(s.FontSize, 2) << "a value under an unclosed key has no key";
+    EXPECT_TRUE(s.ViewMainLine);
+
+    const QString kept = regPath() + QStringLiteral(".damaged");
+    EXPECT_FALSE(QFile::exists(kept)) << "nothing is written before the first save";
+    s.SurnameStyle = 6;
+    saveSettings(s, store);
+    QFile copy(kept);
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), damaged) << "byte for byte";
+    copy.close();
+    EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty()) << "the file is mended";
+    EXPECT_EQ(loaded().SurnameStyle, 6);
+    EXPECT_EQ(loaded().SurnamePosn, 1);
+
+    // Written once: later saves and a later damaged file leave the copy alone.
+    QFile::remove(regPath());
+    {
+        QFile file(regPath());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("not a registry file");
+    }
+    RegistryStore second(regPath());
+    EXPECT_EQ(second.loadProblems().size(), 1);
+    saveSettings(s, second);
+    saveSettings(s, second);
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    EXPECT_EQ(copy.readAll(), damaged);
+    QFile other(kept + QStringLiteral(".1"));
+    ASSERT_TRUE(other.open(QIODevice::ReadOnly));
+    EXPECT_EQ(other.readAll(), QByteArray("not a registry file"));
+    EXPECT_FALSE(QFile::exists(kept + QStringLiteral(".2")));
+}
+
+TEST_F(SettingsTest, AnEmptyOrRelativeConfigHomeIsIgnored)
+{
+    EXPECT_EQ(RegistryStore::registryFileFor(QString(), QStringLiteral("/home/ann")),
+              QStringLiteral("/home/ann/.config/Wendrake/Tav.reg"));
+    EXPECT_EQ(RegistryStore::registryFileFor(QStringLiteral("cfg"), QStringLiteral("/home/ann")),
+              QStringLiteral("/home/ann/.config/Wendrake/Tav.reg"));
+    EXPECT_EQ(
+        RegistryStore::registryFileFor(QStringLiteral("/data/cfg/"), QStringLiteral("/home/ann")),
+        QStringLiteral("/data/cfg/Wendrake/Tav.reg"));
+    EXPECT_TRUE(QDir::isAbsolutePath(RegistryStore::defaultRegistryFile()));
 }

@@ -40,10 +40,8 @@ int main(int argc, char* argv[])
     QApplication::setOrganizationName(QStringLiteral("Wendrake"));
 
     tav::RegistryStore store;
-    if (!store.loadProblem().isEmpty())
-        std::fprintf(stderr, "tav: the settings file %s is damaged (%s); using the defaults\n",
-                     qPrintable(tav::RegistryStore::defaultRegistryFile()),
-                     qPrintable(store.loadProblem()));
+    for (const QString& problem : store.loadProblems())
+        std::fprintf(stderr, "tav: %s\n", qPrintable(problem));
     tav::QtMessages messages;
     tav::Session session(messages);
     tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
