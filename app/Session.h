@@ -93,6 +93,24 @@ public:
     }
     std::function<void()> otherWindowsCloseRequested;
 
+    // Another file was opened: the windows that hold slots of the old one
+    // (the browser, the tree) close, and the find window empties its list.
+    void fileReplaced()
+    {
+        if (fileReplacedListener)
+            fileReplacedListener();
+    }
+    std::function<void()> fileReplacedListener;
+
+    // A window changed what others show (the current individual, the
+    // settings): they bring themselves up to date.
+    void changed()
+    {
+        if (changeListener)
+            changeListener();
+    }
+    std::function<void()> changeListener;
+
     // Today's date; tests fix it with setClock.
     QDate today() const { return clock_ ? clock_() : QDate::currentDate(); }
     void setClock(std::function<QDate()> clock) { clock_ = std::move(clock); }

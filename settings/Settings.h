@@ -26,6 +26,17 @@ struct Settings {
     bool ViewNoSpouse = false;
     bool BackColour = false;
     int32_t FontSize = 2;
+
+    // Where the main window was when the program last ended (in pixels); a
+    // width of 0 means unknown.
+    struct WindowPlace {
+        int32_t left = 0;
+        int32_t top = 0;
+        int32_t width = 0;
+        int32_t height = 0;
+        bool maximized = false;
+    };
+    WindowPlace mainWindow;
 };
 
 }  // namespace tav

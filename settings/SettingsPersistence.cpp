@@ -11,6 +11,8 @@ namespace {
 const QString root = QStringLiteral("HKCU");
 const QString generalKey = QStringLiteral("Software\\Wendrake\\Tav\\General");
 const QString treeKey = QStringLiteral("Software\\Wendrake\\Tav\\Tree");
+// The main window's place, under a key of its own beside the described ones.
+const QString windowKey = QStringLiteral("Software\\Wendrake\\Tav\\Window");
 
 QString readText(RegistryStore& store, const QString& key, const QString& name,
                  const QString& fallback)
@@ -27,11 +29,21 @@ int32_t readNumber(RegistryStore& store, const QString& key, const QString& name
     return value.toInt();
 }
 
-bool readFlag(RegistryStore& store, const QString& name, bool fallback)
+bool readFlag(RegistryStore& store, const QString& key, const QString& name, bool fallback)
 {
     QVariant value;
-    store.regRead(root, treeKey, name, QStringLiteral("B"), fallback, value);
+    store.regRead(root, key, name, QStringLiteral("B"), fallback, value);
     return value.toBool();
+}
+
+// The window place's numbers in their stored order.
+template <typename PlaceType, typename Visit>
+void forEachPlaceNumber(PlaceType& place, Visit visit)
+{
+    visit(QStringLiteral("MainLeft"), place.left);
+    visit(QStringLiteral("MainTop"), place.top);
+    visit(QStringLiteral("MainWidth"), place.width);
+    visit(QStringLiteral("MainHeight"), place.height);
 }
 
 // The tree options in their stored order.
@@ -70,9 +82,16 @@ void loadSettings(Settings& settings, RegistryStore& store, const QString& secti
     }
     if (all || section == QLatin1String("Tree")) {
         forEachTreeFlag(settings, [&](const QString& name, bool& flag) {
-            flag = readFlag(store, name, false);
+            flag = readFlag(store, treeKey, name, false);
         });
         settings.FontSize = readNumber(store, treeKey, QStringLiteral("FontSize"), 2);
+    }
+    if (all || section == QLatin1String("Window")) {
+        Settings::WindowPlace& place = settings.mainWindow;
+        forEachPlaceNumber(place, [&](const QString& name, int32_t& number) {
+            number = readNumber(store, windowKey, name, 0);
+        });
+        place.maximized = readFlag(store, windowKey, QStringLiteral("MainMaximized"), false);
     }
 }
 
@@ -91,6 +110,11 @@ void saveSettings(const Settings& settings, RegistryStore& store)
         store.regWrite(root, treeKey, name, QStringLiteral("B"), flag);
     });
     store.regWrite(root, treeKey, QStringLiteral("FontSize"), number, settings.FontSize);
+    forEachPlaceNumber(settings.mainWindow, [&](const QString& name, const int32_t& value) {
+        store.regWrite(root, windowKey, name, number, value);
+    });
+    store.regWrite(root, windowKey, QStringLiteral("MainMaximized"), QStringLiteral("B"),
+                   settings.mainWindow.maximized);
 }
 
 }  // namespace tav

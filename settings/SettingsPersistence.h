@@ -7,7 +7,7 @@ namespace tav {
 class RegistryStore;
 struct Settings;
 
-// Reads the settings of one section ("General", "Tree" or "ALL") from the
+// Reads the settings of one section ("General", "Tree", "Window" or "ALL") from the
 // current user's Software\Wendrake\Tav keys; missing values take their
 // defaults, and the recent-file list stops at its first gap.
 void loadSettings(Settings& settings, RegistryStore& store, const QString& section);

@@ -12,6 +12,7 @@ WindowManager::WindowManager(Session& session, RegistryStore& store, QWidget* ma
 {
     session_.windowRequested = [this](const WindowRequest& request) { show(request); };
     session_.otherWindowsCloseRequested = [this] { closeAll(); };
+    session_.fileReplacedListener = [this] { fileReplaced(); };
 }
 
 namespace {
@@ -38,7 +39,8 @@ void WindowManager::show(const WindowRequest& request)
     case AppWindow::Find: bringUp(find_, session_); break;
     case AppWindow::Options: {
         OptionsDialog dialog(session_, store_, mainWindow_);
-        dialog.exec();
+        if (dialog.exec() == QDialog::Accepted)
+            settingsChanged();
         break;
     }
     }
@@ -49,6 +51,24 @@ TextViewer* WindowManager::textViewer() const { return text_; }
 BrowserWindow* WindowManager::browser() const { return browser_; }
 
 FindWindow* WindowManager::findWindow() const { return find_; }
+
+void WindowManager::fileReplaced()
+{
+    if (browser_)
+        browser_->close();
+    if (find_)
+        find_->resultsCleared();
+}
+
+void WindowManager::settingsChanged()
+{
+    // Names and the tree's look follow the settings at once.
+    if (browser_)
+        browser_->reloadShown();
+    if (find_)
+        find_->relist();
+    session_.changed();
+}
 
 void WindowManager::closeAll()
 {

@@ -23,6 +23,10 @@ public:
 
     void show(const WindowRequest& request);
     void closeAll();
+    // Another file was opened: the windows that hold its old slots let go.
+    void fileReplaced();
+    // The options were changed: every open window shows them.
+    void settingsChanged();
 
     TextViewer* textViewer() const;
     BrowserWindow* browser() const;

@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableView>
@@ -65,6 +66,36 @@ TEST_F(WindowTest, MainWindowWithoutAndWithAFile)
     EXPECT_TRUE(window.recentAction(1)->isVisible());
     EXPECT_EQ(window.recentAction(1)->text(), QStringLiteral("&0 family.ged"));
     EXPECT_TRUE(window.progressBar()->isHidden()) << "the bar shows only while a file is read";
+}
+
+TEST_F(WindowTest, OpeningAnotherFileStartsClean)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    session.openBrowser(ViewKind::Individual, 2, BrowserCaller::MainWindow);
+    QPointer<BrowserWindow> browser = window.windows().browser();
+    ASSERT_NE(browser, nullptr);
+    window.findAction()->trigger();
+    FindWindow* find = window.windows().findWindow();
+    find->searchBox()->setText(QStringLiteral("x"));
+    find->findButton()->click();
+    ASSERT_EQ(session.findResults.total, 3);
+    window.findRelationshipAction()->trigger();
+    ASSERT_TRUE(window.findRelationshipAction()->isChecked());
+    session.showReport(QStringLiteral("A report"), QStringLiteral("Report"));
+
+    window.openFile(writeFile(gedcomText({"0 @I1@ INDI", "1 NAME Other /Y/"}), "other.ged"));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(browser.isNull()) << "the browser showed a person of the old file";
+    EXPECT_EQ(session.findResults.total, 0);
+    EXPECT_EQ(find->resultsList()->count(), 0);
+    EXPECT_TRUE(find->resultsHeading()->text().isEmpty());
+    EXPECT_FALSE(window.findRelationshipAction()->isChecked());
+    EXPECT_EQ(window.findRelationshipAction()->text(), QStringLiteral("Find relationship"));
+    EXPECT_EQ(session.relFirst, 0);
+    ASSERT_NE(window.windows().textViewer(), nullptr) << "the text viewer names people, not slots";
+    EXPECT_EQ(window.windows().textViewer()->windowTitle(), QStringLiteral("Report"));
+    EXPECT_EQ(window.currentIndividualName()->text(), QStringLiteral("Y, Other"));
 }
 
 TEST_F(WindowTest, RelationshipCommandShowsItsAnswerInTheTextViewer)
@@ -182,12 +213,97 @@ TEST_F(WindowTest, ShowSelectorOpensTheBrowserOnTheRecordInTheBox)
     EXPECT_EQ(messages.texts(),
               QStringList({QStringLiteral("No notes."), QStringLiteral("No sources.")}));
 
-    // A number beyond the table's capacity: the message, and the grid stays.
-    window.logic().setCurrentIndividualText(QStringLiteral("99999"));
+    // A number that names no individual: the message, and nothing changes.
     window.showSelector()->setCurrentIndex(2);
+    for (const char* typed : {"99999", "abc", "0", "-3", "3"}) {
+        window.currentIndividualBox()->setText(QString::fromLatin1(typed));
+        window.logic().setCurrentIndividualText(QString::fromLatin1(typed));
+        window.showButton()->click();
+        EXPECT_EQ(messages.entries.back().text,
+                  QStringLiteral("There is no individual %1 in this file.").arg(typed));
+        EXPECT_EQ(messages.entries.back().kind, MessageKind::Warning);
+        EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Kid (2)")) << typed;
+        EXPECT_EQ(session.curInd, 2);
+        EXPECT_TRUE(window.currentIndividualName()->text().isEmpty()) << typed;
+    }
+    // Read as the platform reads a number: 2e0 is 2, &H1 is 1.
+    window.currentIndividualBox()->setText(QStringLiteral("&H1"));
+    window.logic().setCurrentIndividualText(QStringLiteral("&H1"));
     window.showButton()->click();
-    EXPECT_EQ(messages.texts().last(), QStringLiteral("Error no:  9 Subscript out of range"));
-    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Kid (2)"));
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Dad (1)"));
+    EXPECT_EQ(window.currentIndividualName()->text(), QStringLiteral("X, Dad"));
+    // All individuals opens whatever the box holds.
+    window.logic().setCurrentIndividualText(QStringLiteral("99"));
+    window.showSelector()->setCurrentIndex(0);
+    window.showButton()->click();
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("All individuals"));
+    EXPECT_EQ(session.curInd, 1) << "the current individual stays a real one";
+}
+
+TEST_F(WindowTest, TheNumberBoxFollowsTheCurrentIndividualWithItsName)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    EXPECT_EQ(window.currentIndividualName()->text(), QStringLiteral("X, Dad"));
+    session.openBrowser(ViewKind::Individual, 1, BrowserCaller::MainWindow);
+    BrowserWindow* browser = window.windows().browser();
+    ASSERT_NE(browser, nullptr);
+    browser->action("Next")->trigger();
+    EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 2"));
+    EXPECT_EQ(window.currentIndividualName()->text(), QStringLiteral("X, Kid"));
+
+    // The find results move it too.
+    window.findAction()->trigger();
+    FindWindow* find = window.windows().findWindow();
+    ASSERT_NE(find, nullptr);
+    find->searchBox()->setText(QStringLiteral("dad"));
+    for (int kind = 1; kind < 4; ++kind)
+        find->kindBox(kind)->setChecked(false);
+    find->findButton()->click();  // one result: the browser opens on it
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Dad (1)"));
+    EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 1"));
+
+    // Options: names in another style show at once in every window.
+    session.settings.SurnameStyle = 5;
+    window.windows().settingsChanged();
+    EXPECT_EQ(window.currentIndividualName()->text(), QStringLiteral("X, Dad"));
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Dad (1)"));
+    session.settings.SurnamePosn = 1;
+    window.windows().settingsChanged();
+    // The given part as written keeps its blank before the surname.
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("Dad  X (1)"));
+    EXPECT_EQ(find->resultsList()->itemText(1), QStringLiteral("I001. Dad  X"));
+    EXPECT_EQ(window.currentIndividualName()->text(), QStringLiteral("Dad  X"));
+}
+
+TEST_F(WindowTest, SelectorsActOnAChoiceNotWhileArrowingThrough)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    window.activateWindow();
+    window.showSelector()->setFocus();
+    QTest::keyClick(window.showSelector(), Qt::Key_Down);
+    QTest::keyClick(window.showSelector(), Qt::Key_Down);
+    EXPECT_EQ(window.showSelector()->currentIndex(), 2);
+    EXPECT_EQ(window.windows().browser(), nullptr) << "arrowing opens nothing";
+    QTest::keyClick(window.showSelector(), Qt::Key_Return);
+    ASSERT_NE(window.windows().browser(), nullptr);
+    EXPECT_EQ(window.windows().browser()->windowTitle(), QStringLiteral("X, Dad (1)"));
+
+    window.findAction()->trigger();
+    FindWindow* find = window.windows().findWindow();
+    find->searchBox()->setText(QStringLiteral("x"));
+    find->findButton()->click();
+    window.windows().browser()->close();
+    QCoreApplication::processEvents();
+    find->resultsList()->setFocus();
+    QTest::keyClick(find->resultsList(), Qt::Key_Down);
+    QTest::keyClick(find->resultsList(), Qt::Key_Down);
+    EXPECT_EQ(find->resultsList()->currentIndex(), 2);
+    EXPECT_EQ(window.windows().browser(), nullptr);
+    QTest::keyClick(find->resultsList(), Qt::Key_Enter);
+    ASSERT_NE(window.windows().browser(), nullptr);
+    EXPECT_EQ(window.windows().browser()->windowTitle(), QStringLiteral("X, Kid (2)"));
 }
 
 TEST_F(WindowTest, LargeListsAskFirstAndNoLeavesEverythingAsItWas)

@@ -79,6 +79,8 @@ void BrowserLogic::commit(Grid grid, ViewKind kind, int32_t slot)
     setArrows();
     positionToken_ = positionTokenFor(kind, slot);
     grid_ = std::move(grid);
+    shownKind_ = kind;
+    shownSlot_ = slot;
     if (grid_.fitWindow)
         ++fitRequests_;
 }
@@ -192,6 +194,17 @@ void BrowserLogic::listAll()
                                     : ViewKind::AllIndividuals;
     session_.browser.caller = BrowserCaller::MainWindow;
     gridLoad();
+}
+
+void BrowserLogic::reloadShown()
+{
+    if (shownKind_ == ViewKind::None)
+        return;
+    session_.guarded([this] {
+        Grid grid = gridFor(session_, shownKind_, shownSlot_);
+        grid.fitWindow = false;
+        grid_ = std::move(grid);
+    });
 }
 
 void BrowserLogic::rowClicked(int32_t row)

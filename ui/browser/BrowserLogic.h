@@ -34,6 +34,9 @@ public:
     void moveBackForward(BrowserMove move);
     // Switches between all individuals and all families.
     void listAll();
+    // Makes the shown grid again (names follow new settings); the history
+    // stays as it is.
+    void reloadShown();
     // Follows the link of a grid row (row 0 is the heading row).
     void rowClicked(int32_t row);
 
@@ -66,6 +69,8 @@ private:
 
     Session& session_;
     Grid grid_;
+    ViewKind shownKind_ = ViewKind::None;
+    int32_t shownSlot_ = 0;
     QString positionToken_;
     QString backHistory_;
     QString forwardHistory_;

@@ -8,6 +8,8 @@
 #include <QAbstractTableModel>
 #include <QApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QShortcut>
 #include <QTableView>
 #include <QToolBar>
@@ -106,7 +108,9 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     model_ = new GridModel(logic_, this);
     view_ = new QTableView(this);
     view_->setModel(model_);
-    view_->setSelectionMode(QAbstractItemView::NoSelection);
+    // The current row is marked so that Enter or Space can follow its link.
+    view_->setSelectionMode(QAbstractItemView::SingleSelection);
+    view_->setSelectionBehavior(QAbstractItemView::SelectRows);
     view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_->setFocusPolicy(Qt::StrongFocus);
     view_->verticalHeader()->hide();
@@ -117,6 +121,8 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     connect(view_, &QTableView::clicked, this, [this](const QModelIndex& index) {
         command([this, index] { logic_.rowClicked(index.row() + 1); });
     });
+    view_->installEventFilter(this);
+    view_->viewport()->installEventFilter(this);
     setCentralWidget(view_);
 
     // The window sees these keys before the grid does.
@@ -130,6 +136,8 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     key(QKeySequence(Qt::Key_Right), next_);
     key(QKeySequence(Qt::CTRL | Qt::Key_L), listAll_);
     key(QKeySequence(Qt::CTRL | Qt::Key_F), find_);
+    key(QKeySequence(Qt::ALT | Qt::Key_Left), back_);
+    key(QKeySequence(Qt::ALT | Qt::Key_Right), forward_);
     closeOnEscape(this);
     resize(640, fullHeight);
     refresh();
@@ -156,6 +164,50 @@ void BrowserWindow::command(const std::function<void()>& run)
 {
     run();
     refresh();
+    session_.changed();
+}
+
+void BrowserWindow::reloadShown()
+{
+    logic_.reloadShown();
+    refresh();
+}
+
+bool BrowserWindow::followCurrentRow()
+{
+    const QModelIndex current = view_->currentIndex();
+    if (!current.isValid())
+        return false;
+    command([this, row = current.row()] { logic_.rowClicked(row + 1); });
+    return true;
+}
+
+bool BrowserWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // The mouse's back and forward buttons, anywhere over the grid.
+    if (event->type() == QEvent::MouseButtonPress) {
+        const Qt::MouseButton button = static_cast<QMouseEvent*>(event)->button();
+        QAction* move = button == Qt::BackButton      ? back_
+                        : button == Qt::ForwardButton ? forward_
+                                                      : nullptr;
+        if (move) {
+            if (move->isEnabled())
+                move->trigger();
+            return true;
+        }
+    }
+    if (watched == view_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
+            return followCurrentRow();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void BrowserWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (!eventFilter(this, event))
+        QMainWindow::mousePressEvent(event);
 }
 
 void BrowserWindow::refresh()

@@ -27,8 +27,16 @@ public:
 
     // Shows the logic's state: grid, caption, enabled buttons, height.
     void refresh();
+    // Shows the same record again, as new settings show it.
+    void reloadShown();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    // Enter or Space on a row follows its link as a click does.
+    bool followCurrentRow();
     void command(const std::function<void()>& run);
     void fitHeight();
 

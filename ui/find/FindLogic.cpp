@@ -40,6 +40,12 @@ QString FindLogic::moreLessCaption() const
 
 void FindLogic::moreLess() { expanded_ = !expanded_; }
 
+void FindLogic::clearResults()
+{
+    heading_.clear();
+    lines_.clear();
+}
+
 void FindLogic::showResults()
 {
     heading_ = resultsHeading(session_.findResults);

@@ -52,6 +52,10 @@ public:
     // A quiet note for under the list when a kind reached the 200 results a
     // table holds, or "".
     QString limitNote() const;
+    // Lists the results again (names follow new settings).
+    void relist() { showResults(); }
+    // The results were cleared (another file was opened): the list is empty.
+    void clearResults();
 
 private:
     void showResults();

@@ -2,6 +2,7 @@
 
 #include "app/Session.h"
 #include "core/Units.h"
+#include "ui/ChoiceBox.h"
 #include "ui/Icons.h"
 #include "ui/WindowFrames.h"
 
@@ -78,6 +79,14 @@ FindWindow::FindWindow(Session& session, QWidget* parent)
     combo1_->setMinimumContentsLength(40);
     combo1_->setToolTip(QStringLiteral("Pick a line to show that record"));
     resultsLayout->addWidget(combo1_);
+    limitNote_ = new QLabel(resultsBox);
+    QFont small = limitNote_->font();
+    small.setPointSizeF(small.pointSizeF() * 0.9);
+    small.setItalic(true);
+    limitNote_->setFont(small);
+    limitNote_->setForegroundRole(QPalette::PlaceholderText);
+    limitNote_->hide();
+    resultsLayout->addWidget(limitNote_);
     layout->addWidget(resultsBox);
 
     querySection_ = new QGroupBox(QStringLiteral("Questions about the whole file"), central);
@@ -112,9 +121,8 @@ FindWindow::FindWindow(Session& session, QWidget* parent)
         logic_.moreLess();
         refresh();
     });
-    connect(combo1_, &QComboBox::activated, this,
-            [this](int line) { busy([this, line] { logic_.lineChosen(line); }); });
-    connect(combo2_, &QComboBox::activated, this, [this](int index) {
+    actOnChoice(combo1_, [this](int line) { busy([this, line] { logic_.lineChosen(line); }); });
+    actOnChoice(combo2_, [this](int index) {
         busy([this, index] {
             if (isQueryIndex(index))
                 logic_.queryChosen(queryAt(index));
@@ -154,6 +162,19 @@ void FindWindow::busy(const std::function<void()>& command)
     command();
     QApplication::restoreOverrideCursor();
     refresh();
+    session_.changed();
+}
+
+void FindWindow::resultsCleared()
+{
+    logic_.clearResults();
+    refresh();
+}
+
+void FindWindow::relist()
+{
+    logic_.relist();
+    refresh();
 }
 
 void FindWindow::refresh()
@@ -175,6 +196,8 @@ void FindWindow::refresh()
         combo1_->addItems(shown);
     }
     combo1_->setCurrentIndex(shown.isEmpty() ? -1 : 0);  // the first header in view
+    limitNote_->setText(logic_.limitNote());
+    limitNote_->setVisible(!limitNote_->text().isEmpty());
     // Collapsed and expanded heights; never less than the controls need.
     layout()->activate();
     const int wanted = twipsToPixels(logic_.heightTwips());
@@ -206,9 +229,19 @@ bool FindWindow::handleKey(QKeyEvent* key)
 
 bool FindWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    // The search and number boxes select their whole text when they gain the
+    // focus (after the click that gave it, which would place the cursor).
+    if (event->type() == QEvent::FocusIn && (watched == text1_ || watched == text2_)) {
+        auto* box = static_cast<QLineEdit*>(watched);
+        QMetaObject::invokeMethod(box, &QLineEdit::selectAll, Qt::QueuedConnection);
+    }
     // A box would take Ctrl+C or Enter for itself: claim them first.
     if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
+        // On a closed list, Enter makes the choice of that list.
+        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (enter && (watched == combo1_ || watched == combo2_))
+            return false;
         if (event->type() == QEvent::ShortcutOverride) {
             const bool ours =
                 key->key() == Qt::Key_Escape || key->key() == Qt::Key_Return ||

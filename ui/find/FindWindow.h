@@ -30,11 +30,16 @@ public:
     QPushButton* moreButton() const { return command4_; }
     QComboBox* resultsList() const { return combo1_; }
     QLabel* resultsHeading() const { return label2_; }
+    QLabel* limitNote() const { return limitNote_; }
     QComboBox* querySelector() const { return combo2_; }
     QLineEdit* numberBox() const { return text2_; }
     QPushButton* goButton() const { return command5_; }
 
     void refresh();
+    // Another file was opened: its results are gone.
+    void resultsCleared();
+    // The names of the results as the settings now show them.
+    void relist();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -54,6 +59,7 @@ private:
     QPushButton* command4_;
     QLabel* label2_;
     QComboBox* combo1_;
+    QLabel* limitNote_;
     QWidget* querySection_;
     QComboBox* combo2_;
     QLineEdit* text2_;

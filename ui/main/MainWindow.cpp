@@ -1,6 +1,7 @@
 #include "ui/main/MainWindow.h"
 
 #include "app/Session.h"
+#include "ui/ChoiceBox.h"
 #include "ui/Icons.h"
 #include "ui/WindowManager.h"
 #include "ui/main/HelpTopics.h"
@@ -19,6 +20,8 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -52,20 +55,31 @@ MainWindow::MainWindow(Session& session, RegistryStore& store, const QString& pr
     buildMenus();
     buildCentre();
 
-    logic_.setLoadProgress(LoadProgress{[this](qint64 maximum) {
-                                            // The bar counts in kilobytes so that large files stay
-                                            // within its range.
-                                            progress_->setRange(0, int(maximum / 1024) + 1);
-                                            progress_->setValue(0);
-                                            progress_->show();
-                                            progress_->repaint();
-                                        },
-                                        [this](qint64 value) {
-                                            progress_->setValue(int(value / 1024));
-                                            progress_->repaint();
-                                        },
-                                        [this] { progress_->hide(); }});
-    resize(560, 250);
+    // The bar runs from 0 to the file's length + 200, its value the read
+    // position; it is painted again only when it has visibly moved.
+    logic_.setLoadProgress(LoadProgress{
+        [this](qint64 maximum) {
+            progress_->setRange(0, int(std::min<qint64>(maximum, INT_MAX)));
+            progress_->setValue(0);
+            progress_->show();
+            progress_->repaint();
+            paintedStep_ = 0;
+        },
+        [this](qint64 value) {
+            progress_->setValue(int(std::min<qint64>(value, progress_->maximum())));
+            const int step =
+                int(qint64(progress_->value()) * 200 / std::max(1, progress_->maximum()));
+            if (step != paintedStep_) {
+                paintedStep_ = step;
+                progress_->repaint();
+            }
+        },
+        [this] {
+            progress_->hide();
+            progress_->reset();
+        }});
+    session_.changeListener = [this] { refresh(); };
+    resize(600, 260);
     refresh();
 }
 
@@ -86,10 +100,11 @@ void MainWindow::buildMenus()
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
-    find_ = view->addAction(tavIcon("find"), QStringLiteral("&Find..."), this,
+    // Ctrl+F opens the find window whether or not a file is open, so the key
+    // is a shortcut of the window and the menu item only shows it.
+    find_ = view->addAction(tavIcon("find"), QStringLiteral("&Find...\tCtrl+F"), this,
                             [this] { session_.showWindow(AppWindow::Find); });
-    find_->setShortcut(QKeySequence::Find);
-    find_->setShortcutContext(Qt::WindowShortcut);
+    new QShortcut(QKeySequence::Find, this, [this] { session_.showWindow(AppWindow::Find); });
     findRel_ = view->addAction(QStringLiteral("Find relationship"), this, [this] {
         logic_.findRelationshipClicked();
         refresh();
@@ -114,6 +129,9 @@ void MainWindow::buildMenus()
         if (i == 0)
             topic->setShortcut(QKeySequence::HelpContents);
     }
+    help->addSeparator();
+    help->addAction(QStringLiteral("Test the progress bar"), this,
+                    [this] { busy([this] { logic_.testProgressBar(); }); });
 
     QToolBar* toolbar = addToolBar(QStringLiteral("Toolbar"));
     toolbar->setMovable(false);
@@ -149,14 +167,19 @@ void MainWindow::buildCentre()
     auto* individualLabel = new QLabel(QStringLiteral("&Current individual:"), central);
     individualLabel->setBuddy(text1_);
     grid->addWidget(individualLabel, 0, 0);
-    grid->addWidget(text1_, 0, 1, Qt::AlignLeft);
+    name_ = new QLabel(central);
+    name_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    name_->setToolTip(QStringLiteral("The individual the number names"));
+    auto* individualRow = new QHBoxLayout;
+    individualRow->addWidget(text1_);
+    individualRow->addWidget(name_, 1);
+    grid->addLayout(individualRow, 0, 1);
 
     combo2_ = new QComboBox(central);
     combo2_->addItems(MainWindowLogic::showChoices());
     combo2_->setMinimumWidth(240);
     combo2_->setToolTip(QStringLiteral("What to show in the record browser"));
-    connect(combo2_, &QComboBox::activated, this,
-            [this](int index) { busy([this, index] { logic_.showChosen(index); }); });
+    actOnChoice(combo2_, [this](int index) { busy([this, index] { logic_.showChosen(index); }); });
     command10_ = new QPushButton(QStringLiteral("&Go"), central);
     command10_->setToolTip(QStringLiteral("Show it again"));
     connect(command10_, &QPushButton::clicked, this,
@@ -197,6 +220,7 @@ void MainWindow::buildCentre()
 void MainWindow::startUp(const QString& commandLine)
 {
     busy([&] { logic_.startUp(commandLine); });
+    restorePlace();
 }
 
 void MainWindow::openFile(const QString& path)
@@ -214,18 +238,49 @@ void MainWindow::busy(const std::function<void()>& command)
 
 void MainWindow::chooseFile()
 {
-    const QString path = QFileDialog::getOpenFileName(
-        this, QStringLiteral("Open"), QDir::currentPath(), QStringLiteral("(*.ged)"));
+    QFileDialog dialog(this, QStringLiteral("Open"), QDir::currentPath(),
+                       QStringLiteral("(*.ged)"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    // "*.ged" matches SMITH.GED too.
+    dialog.setFilter(dialog.filter() & ~QDir::CaseSensitive);
+    const QString path =
+        dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
     if (!path.isEmpty())
         setWindowTitle(path);
     busy([&] { logic_.fileOpenChosen(path); });
 }
 
+void MainWindow::restorePlace()
+{
+    const Settings::WindowPlace& place = session_.settings.mainWindow;
+    if (place.width <= 0 || place.height <= 0)
+        return;
+    const QRect wanted(place.left, place.top, place.width, place.height);
+    // Only a place that is still on a screen: screens come and go.
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        if (screen->availableGeometry().intersects(wanted)) {
+            setGeometry(wanted);
+            if (place.maximized)
+                showMaximized();
+            return;
+        }
+    }
+}
+
+void MainWindow::keepPlace()
+{
+    const QRect normal = normalGeometry();
+    session_.settings.mainWindow = {normal.x(), normal.y(), normal.width(), normal.height(),
+                                    isMaximized()};
+}
+
 void MainWindow::refresh()
 {
+    logic_.followCurrentIndividual();
     setWindowTitle(logic_.caption());
     if (text1_->text() != logic_.currentIndividualText())
         text1_->setText(logic_.currentIndividualText());
+    name_->setText(logic_.currentIndividualName());
     const bool enabled = logic_.commandsEnabled();
     text1_->setEnabled(enabled);
     combo2_->setEnabled(enabled);
@@ -248,6 +303,7 @@ void MainWindow::refresh()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    keepPlace();
     logic_.shutDown();
     event->accept();
 }

@@ -32,6 +32,7 @@ public:
     MainWindowLogic& logic() { return logic_; }
     WindowManager& windows() { return *windows_; }
     QLineEdit* currentIndividualBox() const { return text1_; }
+    QLabel* currentIndividualName() const { return name_; }
     QComboBox* showSelector() const { return combo2_; }
     QPushButton* showButton() const { return command10_; }
     QProgressBar* progressBar() const { return progress_; }
@@ -53,6 +54,9 @@ protected:
 private:
     void buildMenus();
     void buildCentre();
+    // The main window's size and place, from the settings and back.
+    void restorePlace();
+    void keepPlace();
     // Runs a command with the busy pointer, then shows the new state.
     void busy(const std::function<void()>& command);
     void chooseFile();
@@ -61,6 +65,8 @@ private:
     MainWindowLogic logic_;
     WindowManager* windows_;
     QLineEdit* text1_ = nullptr;
+    QLabel* name_ = nullptr;  // the name of the individual the number names
+    int paintedStep_ = 0;     // the progress bar's last painted 200th
     QComboBox* combo2_ = nullptr;
     QPushButton* command10_ = nullptr;
     QProgressBar* progress_ = nullptr;

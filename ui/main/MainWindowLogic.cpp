@@ -1,6 +1,7 @@
 #include "ui/main/MainWindowLogic.h"
 
 #include "app/Session.h"
+#include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
 #include "core/TextNumbers.h"
 #include "settings/RegistryStore.h"
@@ -11,6 +12,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <cmath>
+#include <vector>
 
 namespace tav {
 
@@ -70,6 +74,13 @@ void MainWindowLogic::openFile(const QString& path)
     }
     caption_ = loadedCaption(session_.records);
     currentIndividualText_ = signedText(session_.curInd);
+    shownIndividual_ = session_.curInd;
+    // Whatever names slots of the old file goes: results, the first pick of
+    // the relationship finder, the browser and the tree.
+    session_.findResults = FindResults{};
+    session_.relFirst = 0;
+    findRelChecked_ = false;
+    session_.fileReplaced();
     fileOpen_ = true;
     setMenus(true);
     updateRecentItems(addRecentFile(session_.settings, path));
@@ -111,19 +122,20 @@ struct ShowChoice {
     const char* text;
     ViewKind viewKind;
     int32_t Session::*current;  // the current record taken from the box, or none
+    ViewKind recordKind;        // the kind of record the box then names
 };
 
 const ShowChoice showTable[] = {
-    {"all individuals", ViewKind::AllIndividuals, &Session::curInd},
-    {"all families", ViewKind::AllFamilies, &Session::curFam},
-    {"current individual", ViewKind::Individual, &Session::curInd},
-    {"current family", ViewKind::Family, &Session::curFam},
-    {"all notes", ViewKind::AllNotes, &Session::curNote},
-    {"all sources", ViewKind::AllSources, &Session::curSou},
-    {"all occupations", ViewKind::AllOccupations, nullptr},
-    {"all birthdates and places", ViewKind::AllBirths, nullptr},
-    {"all death dates and places", ViewKind::AllDeaths, nullptr},
-    {"all marriage dates and places", ViewKind::AllMarriages, nullptr},
+    {"all individuals", ViewKind::AllIndividuals, &Session::curInd, ViewKind::Individual},
+    {"all families", ViewKind::AllFamilies, &Session::curFam, ViewKind::Family},
+    {"current individual", ViewKind::Individual, &Session::curInd, ViewKind::Individual},
+    {"current family", ViewKind::Family, &Session::curFam, ViewKind::Family},
+    {"all notes", ViewKind::AllNotes, &Session::curNote, ViewKind::Note},
+    {"all sources", ViewKind::AllSources, &Session::curSou, ViewKind::Source},
+    {"all occupations", ViewKind::AllOccupations, nullptr, ViewKind::None},
+    {"all birthdates and places", ViewKind::AllBirths, nullptr, ViewKind::None},
+    {"all death dates and places", ViewKind::AllDeaths, nullptr, ViewKind::None},
+    {"all marriage dates and places", ViewKind::AllMarriages, nullptr, ViewKind::None},
 };
 
 }  // namespace
@@ -155,18 +167,78 @@ void MainWindowLogic::showChosen(int index)
         session_.messages().message(QStringLiteral("No sources."));
         return;
     }
-    session_.guarded([&] {
-        const ShowChoice& choice = showTable[index];
-        if (choice.current)
-            session_.*choice.current = toLong(leadingNumber(currentIndividualText_));
-        session_.openBrowser(choice.viewKind, BrowserCaller::MainWindow);
-    });
+    const ShowChoice& choice = showTable[index];
+    if (choice.current) {
+        // The box names the record of the choice's kind; a number that names
+        // none opens nothing for a single record, and leaves the current
+        // record as it was for a list.
+        const ViewKind kind = choice.recordKind;
+        const int32_t slot = typedSlot(kind);
+        if (slot != 0)
+            session_.*choice.current = slot;
+        else if (isRecordKind(choice.viewKind)) {
+            refuseTypedNumber(kind);
+            return;
+        }
+    }
+    session_.openBrowser(choice.viewKind, BrowserCaller::MainWindow);
+}
+
+int32_t MainWindowLogic::typedSlot(ViewKind kind) const
+{
+    const double value = std::nearbyint(numericValue(currentIndividualText_));
+    return namesRecord(session_.records, kind, value < 0 || value > 1e9 ? -1 : int64_t(value))
+               ? int32_t(value)
+               : 0;
+}
+
+void MainWindowLogic::refuseTypedNumber(ViewKind kind) const
+{
+    const QString typed = currentIndividualText_.trimmed();
+    session_.messages().warning(
+        noSuchRecordText(kind, typed.isEmpty() ? QStringLiteral("0") : typed));
+}
+
+void MainWindowLogic::followCurrentIndividual()
+{
+    if (session_.curInd == shownIndividual_)
+        return;
+    shownIndividual_ = session_.curInd;
+    currentIndividualText_ = signedText(session_.curInd);
+}
+
+QString MainWindowLogic::currentIndividualName() const
+{
+    const int32_t slot = typedSlot(ViewKind::Individual);
+    return slot ? listName(session_.records, slot, session_.nameStyle()) : QString();
+}
+
+void MainWindowLogic::testProgressBar()
+{
+    std::vector<QString> texts(25001);
+    if (progress_.started)
+        progress_.started(25000);
+    for (int i = 0; i <= 25000; ++i) {
+        texts[size_t(i)] = QString::number(i) + QStringLiteral("Initial value");
+        if (progress_.advanced)
+            progress_.advanced(i);
+    }
+    if (progress_.finished)
+        progress_.finished();
 }
 
 void MainWindowLogic::currentIndividualEntered() { showChosen(2); }
 
 void MainWindowLogic::findRelationshipClicked()
 {
+    // Each pick is the individual the box names.
+    followCurrentIndividual();
+    const int32_t picked = typedSlot(ViewKind::Individual);
+    if (picked == 0) {
+        refuseTypedNumber(ViewKind::Individual);
+        return;
+    }
+    session_.curInd = picked;
     if (!findRelChecked_) {
         findRelChecked_ = true;
         session_.relFirst = session_.curInd;

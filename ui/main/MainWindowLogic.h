@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/GedcomLoading.h"
+#include "app/ViewKinds.h"
 
 #include <QString>
 #include <QStringList>
@@ -46,6 +47,13 @@ public:
     void showChosen(int index);
     // Enter in the current-individual box shows that individual.
     void currentIndividualEntered();
+    // The box follows the current individual when another window changes it.
+    void followCurrentIndividual();
+    // The name of the individual the box names, or "" when it names none.
+    QString currentIndividualName() const;
+
+    // The progress-bar exercise: 25001 texts made while the bar moves.
+    void testProgressBar();
 
     void findRelationshipClicked();
     void showHeaderInformation();
@@ -71,6 +79,11 @@ public:
 private:
     void setMenus(bool enable) { commandsEnabled_ = enable; }
     void updateRecentItems(bool grew);
+    // The number in the box as a slot of a record kind; 0 when it names no
+    // record of that kind.
+    int32_t typedSlot(ViewKind kind) const;
+    // Tells the user that the box names no record of that kind.
+    void refuseTypedNumber(ViewKind kind) const;
 
     Session& session_;
     RegistryStore& store_;
@@ -78,6 +91,7 @@ private:
     LoadProgress progress_;
     QString caption_;
     QString currentIndividualText_;
+    int32_t shownIndividual_ = 0;  // the current individual the box last followed
     bool commandsEnabled_ = false;
     bool fileOpen_ = false;
     bool findRelChecked_ = false;
