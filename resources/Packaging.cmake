@@ -26,11 +26,12 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${TAV_PACKAGE_MAINTAINER})
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-# The Qt and system libraries the programs link, found by dpkg-shlibdeps;
-# the tree is drawn in the metric twin of Arial so boxes measure the same
-# on every machine.
+# The Qt and system libraries the programs link, found by dpkg-shlibdeps.
+# Beyond them: Qt's SVG plugins, which draw every icon and which no linker
+# sees, and the metric twin of Arial, the tree's font, so that boxes measure
+# the same on every machine.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation2")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, fonts-liberation2")
 # The viewer opens its HTML report in the desktop's browser.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils")
 
