@@ -10,8 +10,6 @@
 #include "settings/SettingsPersistence.h"
 #include "ui/main/HelpTopics.h"
 
-#include <QDir>
-
 #include <optional>
 
 namespace tav {
@@ -47,8 +45,14 @@ const Command commandTable[] = {
 };
 
 // The help command reads no GEDCOM file.
-const Command helpCommand = {"help", "KEY",  "a topic of help.txt in the current folder", 1, 1,
-                             false,  nullptr};
+const Command helpCommand = {"help",
+                             "KEY",
+                             "a topic of help.txt, from the current folder,\n"
+                             "beside tav-cli or ../share/tav from there",
+                             1,
+                             1,
+                             false,
+                             nullptr};
 
 const Command* findCommand(const QString& name)
 {
@@ -87,6 +91,18 @@ QStringList usageLines()
     return lines;
 }
 
+// Asked for with --help: the usage on standard output, as users expect.
+int help(const CliOutput& output)
+{
+    for (const QString& line : usageLines())
+        output.out(line);
+    output.out(QStringLiteral("  --help, -h                 this text"));
+    output.out(QStringLiteral("  --version                  the version of tav-cli"));
+    output.out(QStringLiteral(
+        "exit status: 0 done, 1 FILE cannot be opened, 2 usage error, 3 a fault was reported"));
+    return 0;
+}
+
 int usage(const CliOutput& output, const QString& problem)
 {
     if (!problem.isEmpty())
@@ -120,10 +136,10 @@ Arguments parseArguments(const QStringList& arguments)
     return parsed;
 }
 
-int runHelp(const QString& key, const CliOutput& output)
+int runHelp(const QString& key, const CliOutput& output, const QString& programFolder)
 {
     QString text, problem;
-    if (!readHelpFile(QDir::currentPath(), text, problem)) {
+    if (!readHelpFile(programFolder, text, problem)) {
         output.err(problem);
         return 1;
     }
@@ -171,10 +187,17 @@ int runCli(const QStringList& argumentList, const CliContext& context)
     try {
         const Arguments arguments = parseArguments(argumentList);
         const QStringList& positional = arguments.positional;
-        if (positional.value(0) == QLatin1String(helpCommand.name)) {
+        const QString first = positional.value(0);
+        if (first == QLatin1String("--help") || first == QLatin1String("-h"))
+            return help(output);
+        if (first == QLatin1String("--version")) {
+            output.out(QStringLiteral("tav-cli " TAV_VERSION));
+            return 0;
+        }
+        if (first == QLatin1String(helpCommand.name)) {
             if (positional.size() != 2)
                 return usage(output, QStringLiteral("help takes one KEY"));
-            return runHelp(positional[1], output);
+            return runHelp(positional[1], output, context.programFolder);
         }
         if (positional.size() < 2)
             return usage(output,

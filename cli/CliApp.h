@@ -15,16 +15,19 @@ struct CliOutput {
 };
 
 // What a run depends on beyond its arguments: where it writes, the settings
-// file it reads (never writes), and today's date.
+// file it reads (never writes), today's date, and the program's own folder
+// (where help.txt is looked for after the current folder).
 struct CliContext {
     CliOutput output;
     QString settingsFile;          // "" for the user's own settings file
     std::function<QDate()> clock;  // empty for the system clock
+    QString programFolder = {};    // "" to look in the current folder only
 };
 
 // Runs tav-cli with its arguments (without the program name) and returns
 // the exit status: 0 done, 1 FILE cannot be opened, 2 usage error,
-// 3 a fault was reported after the load.
+// 3 a fault was reported after the load. --help and --version print the
+// usage or the version on standard output.
 int runCli(const QStringList& arguments, const CliContext& context);
 
 }  // namespace tav

@@ -1,9 +1,18 @@
 #include "cli/CliApp.h"
 
+#include <QFileInfo>
 #include <QStringList>
 #include <cstdio>
 
 namespace {
+
+// The folder of this program, where help.txt may lie. Found without a
+// QCoreApplication, since a drawing command makes a QGuiApplication later.
+QString programFolder(const char* argv0)
+{
+    const QString self = QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath();
+    return QFileInfo(self.isEmpty() ? QString::fromLocal8Bit(argv0) : self).absolutePath();
+}
 
 void writeLine(std::FILE* stream, const QString& line)
 {
@@ -21,6 +30,7 @@ int main(int argc, char* argv[])
     const tav::CliContext context{{[](const QString& line) { writeLine(stdout, line); },
                                    [](const QString& line) { writeLine(stderr, line); }},
                                   QString(),
-                                  {}};
+                                  {},
+                                  programFolder(argv[0])};
     return tav::runCli(arguments, context);
 }

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds everything and runs every test twice: an optimised build, then a
-# debug build under AddressSanitizer and UndefinedBehaviorSanitizer.
+# debug build under AddressSanitizer and UndefinedBehaviorSanitizer. The
+# Debian package is built from the optimised build and checked in between.
 # Exits non-zero on the first failure.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -12,4 +13,9 @@ for preset in release asan; do
   cmake --preset "$preset"
   cmake --build --preset "$preset"
   ctest --preset "$preset"
+  if [ "$preset" = release ]; then
+    # The Debian package, built from the release build and checked unpacked.
+    echo "=== package ==="
+    scripts/check-package.sh
+  fi
 done

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 using namespace tav;
 
@@ -23,13 +24,14 @@ class CliTest : public tav::test::SessionTest {
 protected:
     QString settingsFile() const { return dir.filePath(QStringLiteral("config/Tav.reg")); }
 
-    CliResult runTavCli(const QStringList& arguments) const
+    CliResult runTavCli(const QStringList& arguments, const QString& programFolder = {}) const
     {
         CliResult result{0, {}, {}};
         const CliContext context{{[&](const QString& line) { result.out << line; },
                                   [&](const QString& line) { result.err << line; }},
                                  settingsFile(),
-                                 [] { return QDate(2026, 11, 21); }};
+                                 [] { return QDate(2026, 11, 21); },
+                                 programFolder};
         result.status = runCli(arguments, context);
         return result;
     }
@@ -198,6 +200,44 @@ TEST_F(CliTest, HelpPrintsATopicOfTheHelpFileInTheCurrentFolder)
     QDir::setCurrent(before);
     EXPECT_EQ(r.status, 1);
     EXPECT_TRUE(r.err.value(0).startsWith(QStringLiteral("Cannot open help.txt")));
+}
+
+TEST_F(CliTest, HelpOfAnInstalledCopyIsFoundThroughShareTav)
+{
+    const QString before = QDir::currentPath();
+    writeFile("***!!!Tree\r\nDraw it.\r\n***!!!End\r\n", "usr/share/tav/help.txt");
+    QDir().mkpath(dir.filePath(QStringLiteral("usr/bin")));
+    QDir::setCurrent(dir.path());
+    const CliResult r = runTavCli({QStringLiteral("help"), QStringLiteral("Tree")},
+                                  dir.filePath(QStringLiteral("usr/bin")));
+    QDir::setCurrent(before);
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, QStringList({"", "Draw it."}));
+}
+
+TEST_F(CliTest, HelpAndVersionOptionsAnswerOnStandardOutput)
+{
+    CliResult r = runTavCli({QStringLiteral("--help")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_TRUE(r.err.isEmpty());
+    EXPECT_TRUE(r.out.value(0).startsWith(QStringLiteral("usage: tav-cli ")));
+    EXPECT_TRUE(
+        r.out.contains(QStringLiteral("  --version                  the version of tav-cli")));
+    EXPECT_EQ(runTavCli({QStringLiteral("-h")}).out, r.out);
+
+    r = runTavCli({QStringLiteral("--version")});
+    EXPECT_EQ(r.status, 0);
+    ASSERT_EQ(r.out.size(), 1);
+    EXPECT_TRUE(
+        QRegularExpression(QStringLiteral("^tav-cli \\d+\\.\\d+$")).match(r.out[0]).hasMatch())
+        << r.out[0].toStdString();
+
+    // A mistake is still a usage error, on standard error.
+    r = runTavCli({QStringLiteral("--verbose"), QStringLiteral("x.ged")});
+    EXPECT_EQ(r.status, 2);
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_EQ(r.err.value(0), QStringLiteral("tav-cli: unknown command \"--verbose\""));
+    EXPECT_TRUE(r.err.value(1).startsWith(QStringLiteral("usage: tav-cli ")));
 }
 
 TEST_F(CliTest, FindAndQueryListTheResultsAsTheFindWindowDoes)

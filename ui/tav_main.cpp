@@ -29,15 +29,44 @@ QString startupPath(const QStringList& arguments)
     return path;
 }
 
+// --help and --version answer on standard output without opening a window
+// (so they work without a display). Any other command line names a file.
+bool answeredOption(int argc, char* argv[])
+{
+    if (argc != 2)
+        return false;
+    const QByteArray option(argv[1]);
+    if (option == "--version") {
+        std::printf("tav %s\n", TAV_VERSION);
+        return true;
+    }
+    if (option == "--help" || option == "-h") {
+        std::printf("usage: tav [FILE]\n"
+                    "Opens the viewer of GEDCOM genealogy files on FILE (a .ged file; quotes\n"
+                    "and blanks allowed), or else on the auto-load file of the options.\n"
+                    "  --help, -h  this text\n"
+                    "  --version   the version of tav\n"
+                    "Settings: $XDG_CONFIG_HOME/Wendrake/Tav.reg (~/.config when unset).\n"
+                    "See also tav(1) and tav-cli(1).\n");
+        return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[])
 {
+    if (answeredOption(argc, argv))
+        return 0;
     QElapsedTimer sinceStart;
     sinceStart.start();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tav"));
     QApplication::setOrganizationName(QStringLiteral("Wendrake"));
+    QApplication::setApplicationVersion(QStringLiteral(TAV_VERSION));
+    // Lets the desktop match the windows with the installed menu entry.
+    QGuiApplication::setDesktopFileName(QStringLiteral(TAV_APP_ID));
 
     tav::RegistryStore store;
     for (const QString& problem : store.loadProblems())

@@ -29,10 +29,20 @@ QString helpTopic(const QString& helpText, const QString& key)
     return helpText.mid(start, length);
 }
 
+QStringList helpFilePlaces(const QString& programFolder)
+{
+    QStringList places = {QStringLiteral("help.txt")};
+    if (!programFolder.isEmpty()) {
+        const QDir program(programFolder);
+        places << program.filePath(QStringLiteral("help.txt"))
+               << QDir::cleanPath(program.filePath(QStringLiteral("../share/tav/help.txt")));
+    }
+    return places;
+}
+
 bool readHelpFile(const QString& programFolder, QString& text, QString& problem)
 {
-    for (const QString& path :
-         {QStringLiteral("help.txt"), QDir(programFolder).filePath(QStringLiteral("help.txt"))}) {
+    for (const QString& path : helpFilePlaces(programFolder)) {
         QFile file(path);
         if (file.open(QIODevice::ReadOnly)) {
             text = QString::fromUtf8(file.readAll());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace tav {
 
@@ -17,8 +18,13 @@ extern const HelpTopic helpTopics[5];
 // less the file's last three characters). "" when the key is absent.
 QString helpTopic(const QString& helpText, const QString& key);
 
-// Reads "help.txt" from the current folder, or else from `programFolder`;
-// false with `problem` set when neither can be read.
+// Where "help.txt" is looked for, in order: the current folder, beside the
+// program, then ../share/tav from the program's folder (an installed copy).
+// Without a program folder, the current folder alone.
+QStringList helpFilePlaces(const QString& programFolder);
+
+// Reads the first "help.txt" of helpFilePlaces; false with `problem` set
+// when none can be read.
 bool readHelpFile(const QString& programFolder, QString& text, QString& problem);
 
 }  // namespace tav

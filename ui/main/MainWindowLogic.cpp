@@ -9,6 +9,7 @@
 #include "ui/main/HeaderInformation.h"
 #include "ui/main/HelpTopics.h"
 #include "ui/main/RecentFiles.h"
+#include "ui/main/WorkingFolder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -33,7 +34,7 @@ void MainWindowLogic::startUp(const QString& commandLine)
     recentSeparatorVisible_ = settings.recentCount > 0;
     session_.lineSeparator = QStringLiteral("\r\n");
 
-    QDir::setCurrent(programFolder_);
+    QDir::setCurrent(workingFolder(programFolder_));
     QString path = commandLine;
     if (path.startsWith(QLatin1Char('"')))
         path.remove(0, 1);

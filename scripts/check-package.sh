@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# Builds the Debian package (scripts/package.sh) and checks it without
+# installing it: its control fields and file list, the desktop entry and
+# AppStream data through their validators, the manual pages, and the programs
+# run from a copy unpacked with dpkg-deb -x (the system's Qt, help.txt found
+# through ../share/tav). Exits non-zero on the first failure.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+deb=$(scripts/package.sh | tail -1)
+id=io.github.wendrake.tav
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+fail() {
+  echo "check-package: $*" >&2
+  exit 1
+}
+
+echo "=== $deb"
+dpkg-deb --field "$deb" Package Version Architecture Section Depends Recommends
+depends=$(dpkg-deb --field "$deb" Depends)
+for library in libqt6core6 libqt6gui6 libqt6widgets6 libqt6svg6 libc6; do
+  grep -q "$library" <<<"$depends" || fail "Depends lacks $library: $depends"
+done
+
+echo "=== files"
+dpkg-deb --contents "$deb" | awk '$1 !~ /^d/ { print $NF }' | sort >"$work/files"
+cat "$work/files"
+sort >"$work/expected" <<FILES
+./usr/bin/tav
+./usr/bin/tav-cli
+./usr/share/applications/$id.desktop
+./usr/share/icons/hicolor/256x256/apps/$id.png
+./usr/share/icons/hicolor/48x48/apps/$id.png
+./usr/share/icons/hicolor/scalable/apps/$id.svg
+./usr/share/man/man1/tav-cli.1.gz
+./usr/share/man/man1/tav.1.gz
+./usr/share/metainfo/$id.metainfo.xml
+./usr/share/tav/help.txt
+FILES
+diff -u "$work/expected" "$work/files" || fail "the package's files differ from the install layout"
+
+root="$work/root"
+dpkg-deb -x "$deb" "$root"
+
+echo "=== desktop-file-validate"
+desktop-file-validate "$root/usr/share/applications/$id.desktop"
+echo "valid: $id.desktop"
+exec_program=$(sed -n 's/^Exec=\([^ ]*\).*/\1/p' "$root/usr/share/applications/$id.desktop")
+[ -x "$root/usr/bin/$exec_program" ] || fail "Exec names $exec_program, which the package lacks"
+
+echo "=== appstreamcli validate"
+appstreamcli validate --no-net --pedantic "$root/usr/share/metainfo/$id.metainfo.xml"
+appstreamcli validate-tree --no-net "$root"
+
+echo "=== manual pages"
+for page in tav tav-cli; do
+  warnings=$(zcat "$root/usr/share/man/man1/$page.1.gz" | groff -man -ww -z 2>&1)
+  [ -z "$warnings" ] || fail "$page.1: $warnings"
+done
+# Every command tav-cli lists in its usage is documented.
+for command in $("$root/usr/bin/tav-cli" --help | sed -n 's/^  \([a-z][a-z]*\) .*/\1/p'); do
+  zcat "$root/usr/share/man/man1/tav-cli.1.gz" | grep -q "^\.BI $command " ||
+    fail "tav-cli.1 does not describe the command $command"
+done
+echo "tav.1 and tav-cli.1 format cleanly and cover every command"
+
+echo "=== the unpacked programs"
+missing=$(ldd "$root/usr/bin/tav" "$root/usr/bin/tav-cli" | grep "not found" || true)
+[ -z "$missing" ] || fail "libraries not found: $missing"
+"$root/usr/bin/tav" --version
+"$root/usr/bin/tav-cli" --version
+# From a folder without help.txt, so only ../share/tav can answer.
+mkdir "$work/elsewhere"
+(cd "$work/elsewhere" && "$root/usr/bin/tav-cli" info "$OLDPWD/samples/demo.ged") | tee "$work/info"
+grep -q "^$PWD/samples/demo.ged ([0-9]* individuals, [0-9]* families)$" "$work/info" ||
+  fail "tav-cli info printed no caption"
+(cd "$work/elsewhere" && "$root/usr/bin/tav-cli" help Find) >"$work/help-unpacked"
+(cd build/release && ./tav-cli help Find) >"$work/help-built"
+[ -s "$work/help-unpacked" ] || fail "tav-cli help Find printed nothing"
+cmp -s "$work/help-built" "$work/help-unpacked" || fail "tav-cli help Find differs from the build's"
+echo "tav-cli help Find: $(wc -l <"$work/help-unpacked") lines from ../share/tav/help.txt"
+
+echo "check-package: $deb is sound"
