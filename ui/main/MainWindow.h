@@ -10,6 +10,7 @@ class QComboBox;
 class QLabel;
 class QPushButton;
 class QLineEdit;
+class QMenu;
 class QProgressBar;
 
 namespace tav {
@@ -40,6 +41,8 @@ public:
     QAction* findButton() const { return findButton_; }
     QAction* headerAction() const { return header_; }
     QAction* recentAction(int i) const { return recent_[size_t(i)]; }
+    QAction* reportAction(ReportKind kind) const { return reports_[size_t(kind)]; }
+    QAction* moreStatisticsAction() const { return moreStatistics_; }
 
     // Shows the logic's state: caption, enabled commands, recent files ...
     void refresh();
@@ -53,6 +56,7 @@ protected:
 private:
     void buildMenus();
     void buildCentre();
+    void buildReportItems(QMenu* view);
     // Runs a command with the busy pointer, then shows the new state.
     void busy(const std::function<void()>& command);
     void chooseFile();
@@ -72,6 +76,8 @@ private:
     QAction* find_ = nullptr;
     QAction* findButton_ = nullptr;
     QAction* header_ = nullptr;
+    std::array<QAction*, 4> reports_{};  // by ReportKind
+    QAction* moreStatistics_ = nullptr;
 };
 
 }  // namespace tav

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/GedcomLoading.h"
+#include "reports/ReportKinds.h"
 
 #include <QString>
 #include <QStringList>
@@ -48,6 +49,10 @@ public:
     void currentIndividualEntered();
 
     void findRelationshipClicked();
+    // A text report of the View menu, shown in the text viewer under its title.
+    void showReport(ReportKind kind);
+    // "More statistics": the find window with its queries shown.
+    void showMoreStatistics();
     void showHeaderInformation();
     void showAbout();
     void showCredit();
