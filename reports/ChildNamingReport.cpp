@@ -76,6 +76,8 @@ QStringList childNamingReport(Session& session)
 {
     const RecordStore& records = session.records;
     std::array<int32_t, namingRules.size()> followed{}, known{};
+    // Children whose first given name and a parent's are known, and those of
+    // them named as the father or the mother is.
     int64_t childrenKnown = 0, childrenAfterParent = 0;
     std::vector<int32_t> followingEvery;
     for (int32_t slot = 1; slot <= records.familyCount(); ++slot) {
