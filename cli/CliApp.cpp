@@ -42,6 +42,8 @@ const Command commandTable[] = {
      "(ALLINDS, ALLFAMS, ALLSOUR, ALLNOTS, ALLOCCU, ALLBIRT,\n"
      "ALLDEAT, ALLMARR) as the record browser shows it",
      1, 2, false, showCommand},
+    {"report", "FILE KIND", "a text report: Basic, GivenNames, ChildNaming or\nGedcomIntegrity", 1,
+     1, false, reportCommand},
 };
 
 // The help command reads no GEDCOM file.

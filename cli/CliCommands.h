@@ -20,4 +20,7 @@ int queryCommand(CliRun& run);
 int relateCommand(CliRun& run);
 int descendantsCommand(CliRun& run);
 
+// The text reports (ReportCommands.cpp).
+int reportCommand(CliRun& run);
+
 }  // namespace tav

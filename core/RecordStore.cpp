@@ -35,6 +35,15 @@ void RecordStore::resetRecords()
     individualIds_.build(individuals_);
     familyIds_.build(families_);
     individualsTruncated = familiesTruncated = sourcesTruncated = notesTruncated = false;
+    for (NameTally* tally : {&surnameTally, &maleGivenNameTally, &femaleGivenNameTally})
+        tally->clear();
+}
+
+void NameTally::clear()
+{
+    entries.assign(size_t(capacity) + 1, TalliedName{});
+    count = 0;
+    distinct = 0;
 }
 
 template <typename Record>

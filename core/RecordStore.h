@@ -90,6 +90,27 @@ struct Note {
     QString text;
 };
 
+// A name of a name tally and how many people bear it.
+struct TalliedName {
+    QString name;
+    int32_t count = 0;
+};
+
+// A table of the name reports: slots 1 to `count` hold the distinct names in
+// the order they were first met; once all 15000 are taken, slot 0 counts the
+// people whose names came later ("other names").
+struct NameTally {
+    static constexpr int32_t capacity = 15000;
+
+    std::vector<TalliedName> entries;  // slots 0 to capacity
+    int32_t count = 0;
+    // Distinct names met, those counted in slot 0 included; no name at all
+    // (an empty one) is not among them.
+    int32_t distinct = 0;
+
+    void clear();
+};
+
 // The whole in-memory picture of one GEDCOM file. The tables are as large as
 // their capacity: a slot from 0 to the capacity that holds no record reads as
 // an empty record, and a slot outside that raises SubscriptOutOfRange.
@@ -102,8 +123,9 @@ public:
 
     RecordStore();
 
-    // Clears the tables, the truncation flags and the GEDCOM version; the header
-    // date and character set deliberately survive into the next load.
+    // Clears the tables, the truncation flags, the GEDCOM version and the name
+    // tallies; the header date and character set deliberately survive into
+    // the next load.
     void resetRecords();
 
     int32_t individualCount() const { return int32_t(individuals_.size()) - 1; }
@@ -158,6 +180,11 @@ public:
     bool familiesTruncated = false;
     bool sourcesTruncated = false;
     bool notesTruncated = false;
+
+    // The name reports' tallies, filled by those reports.
+    NameTally surnameTally;
+    NameTally maleGivenNameTally;
+    NameTally femaleGivenNameTally;
 
 private:
     std::vector<Individual> individuals_;  // element 0 is the unused slot 0

@@ -74,6 +74,15 @@ int main(int argc, char* argv[])
     session.curInd = child;
     window.findRelationshipAction()->trigger();
     save(window.windows().textViewer(), "text-viewer-relationship");
+
+    // The four text reports of the View menu, in the same viewer.
+    for (const tav::ReportKind kind :
+         {tav::ReportKind::Basic, tav::ReportKind::GivenNames, tav::ReportKind::ChildNaming,
+          tav::ReportKind::GedcomIntegrity}) {
+        window.reportAction(kind)->trigger();
+        const QByteArray name = "report-" + tav::reportKindText(kind).toLatin1();
+        save(window.windows().textViewer(), name.constData());
+    }
     window.windows().textViewer()->close();
 
     // The record browser on a record of each kind and on all individuals.

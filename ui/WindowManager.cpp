@@ -36,7 +36,14 @@ void WindowManager::show(const WindowRequest& request)
     switch (request.window) {
     case AppWindow::Text: bringUp(text_, session_)->refresh(); break;
     case AppWindow::List: bringUp(browser_, session_)->activateRequest(); break;
-    case AppWindow::Find: bringUp(find_, session_); break;
+    case AppWindow::Find: {
+        FindWindow* find = bringUp(find_, session_);
+        if (request.showQueries && !find->logic().expanded()) {
+            find->logic().moreLess();
+            find->refresh();
+        }
+        break;
+    }
     case AppWindow::Options: {
         OptionsDialog dialog(session_, store_, mainWindow_);
         if (dialog.exec() == QDialog::Accepted)

@@ -112,6 +112,8 @@ void MainWindow::buildMenus()
     findRel_->setCheckable(true);
     findRel_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     view->addSeparator();
+    buildReportItems(view);
+    view->addSeparator();
     header_ = view->addAction(QStringLiteral("Gedcom header information"), this,
                               [this] { logic_.showHeaderInformation(); });
     view->addSeparator();
@@ -144,6 +146,20 @@ void MainWindow::buildMenus()
                                      [this] { session_.showWindow(AppWindow::Find); });
     findButton_->setToolTip(
         QStringLiteral("Find records by their words, and ask questions about the file (Ctrl+F)"));
+}
+
+void MainWindow::buildReportItems(QMenu* view)
+{
+    const auto report = [this, view](ReportKind kind, const QString& text) {
+        reports_[size_t(kind)] = view->addAction(
+            text, this, [this, kind] { busy([this, kind] { logic_.showReport(kind); }); });
+    };
+    report(ReportKind::Basic, QStringLiteral("&Statistics"));
+    moreStatistics_ = view->addAction(QStringLiteral("&More statistics..."), this,
+                                      [this] { logic_.showMoreStatistics(); });
+    report(ReportKind::GivenNames, QStringLiteral("&Given names"));
+    report(ReportKind::ChildNaming, QStringLiteral("&Child naming"));
+    report(ReportKind::GedcomIntegrity, QStringLiteral("GEDCOM &integrity"));
 }
 
 void MainWindow::buildCentre()
@@ -288,6 +304,9 @@ void MainWindow::refresh()
     if (combo2_->currentIndex() != logic_.showIndex())
         combo2_->setCurrentIndex(logic_.showIndex());
     header_->setEnabled(enabled);
+    for (QAction* report : reports_)
+        report->setEnabled(enabled);
+    moreStatistics_->setEnabled(enabled);
     find_->setEnabled(enabled);
     findButton_->setEnabled(enabled);
     findRel_->setChecked(logic_.findRelationshipChecked());

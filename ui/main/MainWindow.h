@@ -10,6 +10,7 @@ class QComboBox;
 class QLabel;
 class QPushButton;
 class QLineEdit;
+class QMenu;
 class QProgressBar;
 
 namespace tav {
@@ -41,6 +42,8 @@ public:
     QAction* findButton() const { return findButton_; }
     QAction* headerAction() const { return header_; }
     QAction* recentAction(int i) const { return recent_[size_t(i)]; }
+    QAction* reportAction(ReportKind kind) const { return reports_[size_t(kind)]; }
+    QAction* moreStatisticsAction() const { return moreStatistics_; }
 
     // Shows the logic's state: caption, enabled commands, recent files ...
     void refresh();
@@ -57,6 +60,7 @@ private:
     // The main window's size and place, from the settings and back.
     void restorePlace();
     void keepPlace();
+    void buildReportItems(QMenu* view);
     // Runs a command with the busy pointer, then shows the new state.
     void busy(const std::function<void()>& command);
     void chooseFile();
@@ -78,6 +82,8 @@ private:
     QAction* find_ = nullptr;
     QAction* findButton_ = nullptr;
     QAction* header_ = nullptr;
+    std::array<QAction*, 4> reports_{};  // by ReportKind
+    QAction* moreStatistics_ = nullptr;
 };
 
 }  // namespace tav

@@ -254,6 +254,17 @@ void MainWindowLogic::findRelationshipClicked()
     });
 }
 
+void MainWindowLogic::showReport(ReportKind kind)
+{
+    session_.guarded(
+        [this, kind] { session_.showReport(reportText(session_, kind), reportTitle(kind)); });
+}
+
+void MainWindowLogic::showMoreStatistics()
+{
+    session_.showWindow(WindowRequest{AppWindow::Find, true});
+}
+
 QString MainWindowLogic::findRelationshipCaption() const
 {
     return findRelChecked_ ? QStringLiteral("Find relationship (%1)").arg(session_.relFirst)

@@ -2,6 +2,7 @@
 
 #include "app/GedcomLoading.h"
 #include "app/ViewKinds.h"
+#include "reports/ReportKinds.h"
 
 #include <QString>
 #include <QStringList>
@@ -56,6 +57,10 @@ public:
     void testProgressBar();
 
     void findRelationshipClicked();
+    // A text report of the View menu, shown in the text viewer under its title.
+    void showReport(ReportKind kind);
+    // "More statistics": the find window with its queries shown.
+    void showMoreStatistics();
     void showHeaderInformation();
     void showAbout();
     void showCredit();

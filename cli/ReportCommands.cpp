@@ -1,0 +1,23 @@
+#include "app/Session.h"
+#include "cli/CliCommands.h"
+#include "cli/CliRun.h"
+#include "reports/ReportKinds.h"
+
+namespace tav {
+
+int reportCommand(CliRun& run)
+{
+    const QString kindText = run.args.value(0);
+    const std::optional<ReportKind> kind = reportKindFromText(kindText);
+    if (!kind)
+        throw UsageError{QStringLiteral("\"%1\" is not a report: Basic, GivenNames, ChildNaming or "
+                                        "GedcomIntegrity")
+                             .arg(kindText)};
+    QString text;
+    if (const int status = run.run([&] { text = reportText(run.session, *kind); }))
+        return status;
+    run.printReport(text);
+    return 0;
+}
+
+}  // namespace tav

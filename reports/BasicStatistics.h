@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QStringList>
+
+namespace tav {
+
+class Session;
+
+// The basic statistics report (title "Statistics"): the file and its
+// counts, then the dates, ages, families, marriages, surnames and
+// descendants of the whole file. Fills the descendant cache and the name
+// tallies.
+QStringList basicStatistics(Session& session);
+
+}  // namespace tav

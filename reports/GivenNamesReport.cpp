@@ -1,0 +1,39 @@
+#include "reports/GivenNamesReport.h"
+
+#include "app/Session.h"
+#include "reports/NameTallies.h"
+
+namespace tav {
+
+namespace {
+
+void addSection(QStringList& lines, const NameTally& tally, const char* heading,
+                const QString& noName)
+{
+    lines << QString();
+    lines << QStringLiteral("%1: %2 distinct").arg(QLatin1String(heading)).arg(tally.distinct);
+    for (const int32_t slot : slotsByFrequency(tally)) {
+        const TalliedName& entry = tally.entries[size_t(slot)];
+        lines << QStringLiteral("%1\t%2")
+                     .arg(entry.count)
+                     .arg(entry.name.isEmpty() ? noName : entry.name);
+    }
+    if (tally.entries[0].count > 0)
+        lines << QStringLiteral("%1\t(other names)").arg(tally.entries[0].count);
+}
+
+}  // namespace
+
+QStringList givenNamesReport(Session& session)
+{
+    RecordStore& records = session.records;
+    tallyNames(records);
+    QStringList lines{QStringLiteral("File: ") + records.fileName};
+    const QString noGivenName = QStringLiteral("(no given name)");
+    addSection(lines, records.surnameTally, "Surnames", QStringLiteral("(no surname)"));
+    addSection(lines, records.maleGivenNameTally, "Given names of men", noGivenName);
+    addSection(lines, records.femaleGivenNameTally, "Given names of women", noGivenName);
+    return lines;
+}
+
+}  // namespace tav
