@@ -22,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -47,7 +48,7 @@ int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
     if (argc < 3) {
-        std::fprintf(stderr, "usage: tav-screenshots FILE OUTDIR\n");
+        std::fprintf(stderr, "usage: tav-screenshots FILE OUTDIR [SLOT...]\n");
         return 2;
     }
     const QString file = QFileInfo(QString::fromLocal8Bit(argv[1])).absoluteFilePath();
@@ -95,6 +96,17 @@ int main(int argc, char* argv[])
            session.records.individual(noted).note.isEmpty())
         ++noted;
     browse(tav::ViewKind::Individual, noted, "browser-individual");
+    // Individuals named after the folder, each with its family as a child.
+    for (int i = 3; i < argc; ++i) {
+        const int32_t slot = std::atoi(argv[i]);
+        const QByteArray name = "browser-individual-" + QByteArray::number(slot);
+        browse(tav::ViewKind::Individual, slot, name.constData());
+        const int32_t family = session.records.individual(slot).childFamilyIndex;
+        if (family > 0) {
+            const QByteArray familyName = "browser-family-" + QByteArray::number(family);
+            browse(tav::ViewKind::Family, family, familyName.constData());
+        }
+    }
     browse(tav::ViewKind::Family, std::max(1, session.records.individual(noted).childFamilyIndex),
            "browser-family");
     if (session.records.sourceCount() > 0)

@@ -14,10 +14,14 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFileSystemModel>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressBar>
@@ -429,4 +433,111 @@ TEST_F(WindowTest, FindWindowKeysHeightsAndResultsThatOutliveIt)
     EXPECT_EQ(window.windows().findWindow()->resultsHeading()->text(),
               QStringLiteral("Results (1 item found)"))
         << "the results are there when the window opens again";
+}
+
+TEST_F(WindowTest, TheBrowserFollowsRowsByKeyAndGoesBackByAltArrowAndMouseButtons)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    session.openBrowser(ViewKind::Individual, 1, BrowserCaller::MainWindow);
+    BrowserWindow* browser = window.windows().browser();
+    ASSERT_NE(browser, nullptr);
+    browser->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(browser));
+    QTableView* view = browser->view();
+    // Dad's rows: No., Name, Sex, Occ, Birth date, Birth place, Death date,
+    // Fams 1 (row 7 of the view), Age.
+    view->setFocus();
+    view->setCurrentIndex(view->model()->index(7, 1));
+    QTest::keyClick(view, Qt::Key_Return);
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("Family (1)"));
+    view->setCurrentIndex(view->model()->index(3, 1));  // Child 1
+    QTest::keyClick(view, Qt::Key_Space);
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Kid (2)"));
+
+    QTest::keyClick(browser, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("Family (1)"));
+    QTest::keyClick(browser, Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Kid (2)"));
+    QTest::mouseClick(view->viewport(), Qt::BackButton, {}, QPoint(5, 5));
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("Family (1)"));
+    QTest::mouseClick(view->viewport(), Qt::ForwardButton, {}, QPoint(5, 5));
+    EXPECT_EQ(browser->windowTitle(), QStringLiteral("X, Kid (2)"));
+    EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 2"));
+}
+
+TEST_F(WindowTest, TheMainWindowsSmallerDuties)
+{
+    // Ctrl+F opens the find window even with no file.
+    {
+        MainWindow empty(session, store, dir.path());
+        empty.startUp(QString());
+        empty.show();
+        empty.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&empty));
+        QTest::keyClick(&empty, Qt::Key_F, Qt::ControlModifier);
+        EXPECT_NE(empty.windows().findWindow(), nullptr);
+        empty.windows().closeAll();
+    }
+
+    // The load's progress bar runs from 0 to the file's length + 200.
+    const QString path = familyFile();
+    MainWindow window(session, store, dir.path());
+    window.startUp(path);
+    EXPECT_EQ(window.progressBar()->maximum(), QFileInfo(path).size() + 200);
+
+    // The open dialog's "(*.ged)" shows SMITH.GED as well.
+    writeFile("0 HEAD\n", "SMITH.GED");
+    writeFile("not genealogy\n", "notes.txt");
+    const std::unique_ptr<QFileDialog> dialog = window.makeOpenDialog();
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setDirectory(dir.path());
+    auto* model = dialog->findChild<QFileSystemModel*>();
+    ASSERT_NE(model, nullptr);
+    QTRY_VERIFY(model->rowCount(model->index(dir.path())) > 0);
+    QStringList shown;
+    const QModelIndex folder = model->index(dir.path());
+    auto* proxy = dialog->findChild<QListView*>(QStringLiteral("listView"));
+    ASSERT_NE(proxy, nullptr);
+    for (int r = 0; r < proxy->model()->rowCount(proxy->rootIndex()); ++r)
+        shown << proxy->model()->index(r, 0, proxy->rootIndex()).data().toString();
+    Q_UNUSED(folder);
+    EXPECT_TRUE(shown.contains(QStringLiteral("SMITH.GED"))) << shown.join(' ').toStdString();
+    EXPECT_TRUE(shown.contains(QStringLiteral("family.ged")));
+    EXPECT_FALSE(shown.contains(QStringLiteral("notes.txt")));
+
+    // The main window keeps its size and place.
+    window.show();
+    window.setGeometry(40, 50, 700, 320);
+    window.close();
+    Settings saved;
+    loadSettings(saved, store, QStringLiteral("ALL"));
+    EXPECT_EQ(saved.mainWindow.width, 700);
+    EXPECT_EQ(saved.mainWindow.height, 320);
+    MainWindow again(session, store, dir.path());
+    again.show();
+    again.startUp(path);
+    EXPECT_EQ(again.size(), QSize(700, 320));
+}
+
+TEST_F(WindowTest, TheFindBoxesSelectTheirTextOnFocus)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    window.findAction()->trigger();
+    FindWindow* find = window.windows().findWindow();
+    ASSERT_NE(find, nullptr);
+    find->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(find));
+    find->searchBox()->setText(QStringLiteral("john smith"));
+    find->caseBox()->setFocus();
+    find->searchBox()->setFocus();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(find->searchBox()->selectedText(), QStringLiteral("john smith"));
+    find->moreButton()->click();
+    find->numberBox()->setEnabled(true);
+    find->numberBox()->setText(QStringLiteral("12"));
+    find->numberBox()->setFocus();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(find->numberBox()->selectedText(), QStringLiteral("12"));
 }

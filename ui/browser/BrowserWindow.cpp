@@ -117,6 +117,9 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     view_->horizontalHeader()->setStretchLastSection(true);
     view_->horizontalHeader()->setHighlightSections(false);
     view_->setWordWrap(true);
+    // Room around each cell's text, so that accents above capitals and the
+    // lines of a wrapped note keep clear of the grid lines.
+    view_->setStyleSheet(QStringLiteral("QTableView::item { padding: 3px 4px; }"));
     view_->setCursor(Qt::PointingHandCursor);
     connect(view_, &QTableView::clicked, this, [this](const QModelIndex& index) {
         command([this, index] { logic_.rowClicked(index.row() + 1); });
@@ -222,7 +225,7 @@ void BrowserWindow::refresh()
     QHeaderView* rows = view_->verticalHeader();
     if (list) {
         rows->setSectionResizeMode(QHeaderView::Fixed);
-        rows->setDefaultSectionSize(fontMetrics().height() + 8);
+        rows->setDefaultSectionSize(fontMetrics().height() + 10);
     } else {
         rows->setSectionResizeMode(QHeaderView::ResizeToContents);
     }

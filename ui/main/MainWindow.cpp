@@ -186,7 +186,11 @@ void MainWindow::buildCentre()
     name_ = new QLabel(central);
     name_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     name_->setToolTip(QStringLiteral("The individual the number names"));
+    QFont bold = name_->font();
+    bold.setBold(true);
+    name_->setFont(bold);
     auto* individualRow = new QHBoxLayout;
+    individualRow->setSpacing(12);
     individualRow->addWidget(text1_);
     individualRow->addWidget(name_, 1);
     grid->addLayout(individualRow, 0, 1);
@@ -252,15 +256,21 @@ void MainWindow::busy(const std::function<void()>& command)
     refresh();
 }
 
+std::unique_ptr<QFileDialog> MainWindow::makeOpenDialog()
+{
+    auto dialog = std::make_unique<QFileDialog>(this, QStringLiteral("Open"), QDir::currentPath(),
+                                                QStringLiteral("(*.ged)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    // "*.ged" matches SMITH.GED too.
+    dialog->setFilter(dialog->filter() & ~QDir::CaseSensitive);
+    return dialog;
+}
+
 void MainWindow::chooseFile()
 {
-    QFileDialog dialog(this, QStringLiteral("Open"), QDir::currentPath(),
-                       QStringLiteral("(*.ged)"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    // "*.ged" matches SMITH.GED too.
-    dialog.setFilter(dialog.filter() & ~QDir::CaseSensitive);
+    const std::unique_ptr<QFileDialog> dialog = makeOpenDialog();
     const QString path =
-        dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+        dialog->exec() == QDialog::Accepted ? dialog->selectedFiles().value(0) : QString();
     if (!path.isEmpty())
         setWindowTitle(path);
     busy([&] { logic_.fileOpenChosen(path); });

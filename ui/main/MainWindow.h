@@ -4,8 +4,10 @@
 
 #include <QMainWindow>
 #include <array>
+#include <memory>
 
 class QAction;
+class QFileDialog;
 class QComboBox;
 class QLabel;
 class QPushButton;
@@ -47,6 +49,8 @@ public:
 
     // Shows the logic's state: caption, enabled commands, recent files ...
     void refresh();
+    // The File Open dialog, ready to be shown.
+    std::unique_ptr<QFileDialog> makeOpenDialog();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
