@@ -144,4 +144,20 @@ int32_t largestFamilySlot(RecordStore& records, int32_t individual)
     return best;
 }
 
+int32_t individualWithMostDescendants(RecordStore& records)
+{
+    // The best score starts below any count, so the first individual always
+    // qualifies.
+    int32_t best = 0;
+    int64_t bestScore = -1;
+    for (int32_t slot = 1; slot <= records.individualCount(); ++slot) {
+        const int64_t score = countDescendants(records, slot);
+        if (score > bestScore) {
+            bestScore = score;
+            best = slot;
+        }
+    }
+    return best;
+}
+
 }  // namespace tav

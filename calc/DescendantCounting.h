@@ -27,4 +27,9 @@ int32_t countGenerations(RecordStore& records, int32_t individual);
 // the first slot winning a tie; 0 without families or children.
 int32_t largestFamilySlot(RecordStore& records, int32_t individual);
 
+// The individual with the most descendants, every one scored in slot order
+// and the first winning a tie: the top of "family tree from top". 0 for a
+// file without individuals.
+int32_t individualWithMostDescendants(RecordStore& records);
+
 }  // namespace tav

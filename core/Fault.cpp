@@ -11,6 +11,8 @@ QString RuntimeFault::description() const
     case Overflow: return QStringLiteral("Overflow");
     case SubscriptOutOfRange: return QStringLiteral("Subscript out of range");
     case TypeMismatch: return QStringLiteral("Type mismatch");
+    case FileNotFound: return QStringLiteral("File not found");
+    case InputPastEndOfFile: return QStringLiteral("Input past end of file");
     }
     return QStringLiteral("Application-defined or object-defined error");
 }

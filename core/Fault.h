@@ -14,6 +14,8 @@ public:
         Overflow = 6,     // "Overflow"
         SubscriptOutOfRange = 9,
         TypeMismatch = 13,
+        FileNotFound = 53,        // "File not found"
+        InputPastEndOfFile = 62,  // "Input past end of file"
     };
 
     explicit RuntimeFault(Number number);
