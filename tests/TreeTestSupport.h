@@ -1,0 +1,75 @@
+#pragma once
+
+#include "ui/tree/TextMeasure.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <vector>
+
+namespace tav::test {
+
+// Measures text the way a test wants: a width given for a text, else 10
+// units a character; the line height is given.
+class StubMeasure : public TextMeasure {
+public:
+    QHash<QString, double> widths;
+    double height = 16;
+
+    double textWidth(const QString& text) const override
+    {
+        return widths.value(text, 10.0 * double(text.size()));
+    }
+    double lineHeight() const override { return height; }
+};
+
+// Family k of a family file: husband, wife (individual numbers, 0 for
+// none) and children in order.
+struct FileFamily {
+    int husband = 0;
+    int wife = 0;
+    std::vector<int> children;
+};
+
+// A GEDCOM file of individuals @I1@, @I2@ ... and families @F1@ ...; each
+// person's FAMS and FAMC lines follow the families, in family order. A
+// person is "NAME" or "NAME:SEX" (an empty NAME writes no NAME line).
+inline QByteArray familyFile(const std::vector<QByteArray>& people,
+                             const std::vector<FileFamily>& families)
+{
+    const auto ref = [](char kind, size_t k) {
+        return QByteArray("@") + kind + QByteArray::number(qulonglong(k)) + '@';
+    };
+    QByteArray text = "0 HEAD\n";
+    for (size_t i = 1; i <= people.size(); ++i) {
+        text += "0 " + ref('I', i) + " INDI\n";
+        const QByteArray& person = people[i - 1];
+        const qsizetype colon = person.lastIndexOf(':');
+        const QByteArray name = colon < 0 ? person : person.left(colon);
+        if (!name.isEmpty())
+            text += "1 NAME " + name + '\n';
+        if (colon >= 0)
+            text += "1 SEX " + person.mid(colon + 1) + '\n';
+        for (size_t f = 1; f <= families.size(); ++f) {
+            const FileFamily& family = families[f - 1];
+            if (family.husband == int(i) || family.wife == int(i))
+                text += "1 FAMS " + ref('F', f) + '\n';
+            for (const int child : family.children) {
+                if (child == int(i))
+                    text += "1 FAMC " + ref('F', f) + '\n';
+            }
+        }
+    }
+    for (size_t f = 1; f <= families.size(); ++f) {
+        const FileFamily& family = families[f - 1];
+        text += "0 " + ref('F', f) + " FAM\n";
+        if (family.husband)
+            text += "1 HUSB " + ref('I', size_t(family.husband)) + '\n';
+        if (family.wife)
+            text += "1 WIFE " + ref('I', size_t(family.wife)) + '\n';
+        for (const int child : family.children)
+            text += "1 CHIL " + ref('I', size_t(child)) + '\n';
+    }
+    return text;
+}
+
+}  // namespace tav::test
