@@ -1,0 +1,408 @@
+#include "calc/DescendantCounting.h"
+#include "core/Fault.h"
+#include "tests/TestSupport.h"
+#include "tests/TreeTestSupport.h"
+#include "ui/tree/TreeModel.h"
+
+#include <array>
+#include <vector>
+
+using namespace tav;
+using tav::test::familyFile;
+using tav::test::gedcomText;
+
+namespace {
+
+// indIdx, childNo, descendant of a person slot.
+using PersonRow = std::array<int32_t, 3>;
+using Persons = std::vector<PersonRow>;
+// famIdx, head, indSt, nChildren, childShown, spouseNo of a family slot.
+using FamilyRow = std::array<int32_t, 6>;
+using Families = std::vector<FamilyRow>;
+
+// Adam and Eve (F1) have Cain, Abel and Seth; Adam and Lilith (F2) have
+// Lulu and Ira. Cain's marriage to Awan (F3) is childless, Abel never
+// marries, Seth and Azura (F4) have Enos, whose marriage to Noam (F5) is
+// childless.
+const QByteArray adamFile =
+    familyFile({"Adam /Eden/:M", "Eve /Eden/:F", "Cain:M", "Abel:M", "Seth:M", "Awan /Nod/:F",
+                "Azura /Nod/:F", "Enos:M", "Noam /Nod/:F", "Lilith:F", "Lulu", "Ira"},
+               {{1, 2, {3, 4, 5}}, {1, 10, {11, 12}}, {3, 6, {}}, {5, 7, {8}}, {8, 9, {}}});
+
+// Hana married Ivo (F1: Jan, who has Kit with Jo in F3), then Kai (F2: Lea
+// and Mia, each with one child: F4 and F5).
+const QByteArray hanaFile =
+    familyFile({"Hana:F", "Ivo:M", "Kai:M", "Jan:M", "Lea:F", "Mia:F", "Jo:F", "Kit", "Ned:M",
+                "Ola", "Max:M", "Pia"},
+               {{2, 1, {4}}, {3, 1, {5, 6}}, {4, 7, {8}}, {9, 5, {10}}, {11, 6, {12}}});
+
+// A line of families with `children` children each, no wives; the first
+// child heads the next family: individual 1 heads F1, and for g from 2 on
+// individual 2 + (g - 2) * children heads Fg.
+QByteArray chainFile(int generations, int children)
+{
+    const std::vector<QByteArray> people(size_t(1 + generations * children), ":M");
+    std::vector<tav::test::FileFamily> families;
+    for (int g = 1; g <= generations; ++g) {
+        tav::test::FileFamily family{g == 1 ? 1 : 2 + (g - 2) * children, 0, {}};
+        for (int c = 0; c < children; ++c)
+            family.children.push_back(2 + (g - 1) * children + c);
+        families.push_back(family);
+    }
+    return familyFile(people, families);
+}
+
+}  // namespace
+
+class TreeModelTest : public tav::test::SessionTest {
+protected:
+    // A new view of an individual, as the tree window starts one.
+    void top(int32_t individual)
+    {
+        model.clearArrays(1, 1);
+        model.prepareTopPerson(individual, measure);
+    }
+
+    Persons persons() const
+    {
+        Persons rows;
+        for (int32_t k = 1; k <= model.nTreeInd; ++k)
+            rows.push_back(
+                {model.person(k).indIdx, model.person(k).childNo, model.person(k).descendant});
+        return rows;
+    }
+
+    Families families() const
+    {
+        Families rows;
+        for (int32_t k = 1; k <= model.nTreeFam; ++k) {
+            const TreeFamily& f = model.family(k);
+            rows.push_back({f.famIdx, f.head, f.indSt, f.nChildren, f.childShown, f.spouseNo});
+        }
+        return rows;
+    }
+
+    QStringList labels() const
+    {
+        QStringList list;
+        for (int32_t k = 1; k <= model.nTreeInd; ++k)
+            list << model.person(k).label;
+        return list;
+    }
+
+    tav::test::StubMeasure measure;
+    TreeModel model{session.records, session.settings, session.tree,
+                    [this] { return session.today(); }};
+};
+
+TEST_F(TreeModelTest, AWalkWithoutItsStartingFamilyShowsTheTopPersonAlone)
+{
+    ASSERT_TRUE(load(adamFile));
+    top(4);  // Abel
+    model.prepareDescendents(1, 0, 1);
+    EXPECT_EQ(persons(), (Persons{{4, 0, 1}}));
+    EXPECT_EQ(model.nTreeFam, 0);
+    model.prepareDescendents3(1, 0, 0);
+    EXPECT_EQ(model.nTreeInd, 1);
+
+    // From a person lower down too: a walk from Abel shrinks Adam's view.
+    top(1);
+    model.prepareDescendents3(1, 0, 0);
+    model.family(1).childShown = 2;
+    model.prepareDescendents2(4, 1, 1);
+    EXPECT_EQ(persons(), (Persons{{1, 0, 1}}));
+    EXPECT_EQ(model.nTreeFam, 0);
+}
+
+TEST_F(TreeModelTest, TheEldestLineTakesTheFirstChildWhoseFamilyHasChildren)
+{
+    ASSERT_TRUE(load(adamFile));
+    top(1);
+    model.prepareDescendents(1, 0, 1);
+    // Cain's marriage is childless and Abel has none: the line passes to
+    // the younger Seth (child 3). Enos's childless marriage ends it, with
+    // Noam shown.
+    EXPECT_EQ(persons(), (Persons{{1, 0, 1},
+                                  {2, 0, 0},
+                                  {3, 1, 1},
+                                  {4, 2, 1},
+                                  {5, 3, 1},
+                                  {7, 0, 0},
+                                  {8, 1, 1},
+                                  {9, 0, 0}}));
+    EXPECT_EQ(families(), (Families{{1, 1, 2, 3, 3, 1}, {4, 5, 6, 1, 1, 1}, {5, 7, 8, 0, 0, 1}}));
+    EXPECT_EQ(labels(), QStringList({"EDEN, Adam", "EDEN, Eve", "Cain", "Abel", "Seth",
+                                     "NOD, Azura", "Enos", "NOD, Noam"}));
+
+    // From Cain, marked as the line's child: his childless marriage follows
+    // his family of birth. The line would go on from the spouse's place,
+    // but Awan's first family is that same marriage: it is not entered twice.
+    model.family(1).childShown = 1;
+    model.prepareDescendents(3, 1, 1);
+    EXPECT_EQ(persons(),
+              (Persons{{1, 0, 1}, {2, 0, 0}, {3, 1, 1}, {4, 2, 1}, {5, 3, 1}, {6, 0, 0}}));
+    EXPECT_EQ(families(), (Families{{1, 1, 2, 3, 1, 1}, {3, 3, 6, 0, 0, 1}}));
+}
+
+TEST_F(TreeModelTest, MostDescendantsWalksEndAtTheChosenChildWithoutSpouse)
+{
+    ASSERT_TRUE(load(adamFile));
+    // Seth has one descendant, his brothers none; Enos's only marriage is
+    // childless, so the line ends at Enos, without Noam.
+    const Persons throughSeth = {{1, 0, 1}, {2, 0, 0}, {3, 1, 1}, {4, 2, 1},
+                                 {5, 3, 1}, {7, 0, 0}, {8, 1, 1}};
+    const Families throughSethFamilies = {{1, 1, 2, 3, 3, 1}, {4, 5, 6, 1, 1, 1}};
+    for (const bool bestSpouse : {true, false}) {
+        top(1);
+        if (bestSpouse)
+            model.prepareDescendents3(1, 0, 0);
+        else
+            model.prepareDescendents2(1, 0, 1);
+        EXPECT_EQ(persons(), throughSeth) << bestSpouse;
+        EXPECT_EQ(families(), throughSethFamilies) << bestSpouse;
+    }
+
+    // Lilith's children have no descendants: the first carries the line,
+    // and the walk stops after that generation.
+    top(1);
+    model.prepareDescendents3(1, 0, 2);
+    EXPECT_EQ(persons(), (Persons{{1, 0, 1}, {10, 0, 0}, {11, 1, 1}, {12, 2, 1}}));
+    EXPECT_EQ(families(), (Families{{2, 1, 2, 2, 1, 2}}));
+
+    // A childless starting family still names child 1 as the line's child.
+    top(1);
+    model.prepareDescendents3(1, 0, 0);
+    model.family(1).childShown = 1;
+    model.prepareDescendents3(3, 1, 1);
+    EXPECT_EQ(families(), (Families{{1, 1, 2, 3, 1, 1}, {3, 3, 6, 0, 1, 1}}));
+    EXPECT_EQ(model.nTreeInd, 6);
+}
+
+TEST_F(TreeModelTest, TiesGoToTheElderAndOnlyTheBestSpouseWalkRecordsItsSpouse)
+{
+    ASSERT_TRUE(load(hanaFile));
+    // Hana's second family scores 2 + 1 against 1 + 1: the best-spouse walk
+    // enters it first, as spouse 2. Lea and Mia tie with one descendant
+    // each: Lea, the elder, carries the line.
+    top(1);
+    model.prepareDescendents3(1, 0, 0);
+    EXPECT_EQ(persons(),
+              (Persons{{1, 0, 1}, {3, 0, 0}, {5, 1, 1}, {6, 2, 1}, {9, 0, 0}, {10, 1, 1}}));
+    EXPECT_EQ(families(), (Families{{2, 1, 2, 2, 1, 2}, {4, 3, 5, 1, 1, 1}}));
+
+    // The first-spouse walk goes through Ivo and Jan.
+    top(1);
+    model.prepareDescendents2(1, 0, 1);
+    EXPECT_EQ(persons(), (Persons{{1, 0, 1}, {2, 0, 0}, {4, 1, 1}, {7, 0, 0}, {8, 1, 1}}));
+    EXPECT_EQ(families(), (Families{{1, 1, 2, 1, 1, 1}, {3, 3, 4, 1, 1, 1}}));
+
+    // Started with the second spouse, the other two walks record spouse 1.
+    top(1);
+    model.prepareDescendents2(1, 0, 2);
+    EXPECT_EQ(families(), (Families{{2, 1, 2, 2, 1, 1}, {4, 3, 5, 1, 1, 1}}));
+    top(1);
+    model.prepareDescendents(1, 0, 2);
+    EXPECT_EQ(families(), (Families{{2, 1, 2, 2, 1, 1}, {4, 3, 5, 1, 1, 1}}));
+}
+
+TEST_F(TreeModelTest, AHeadWhoIsNotExactlyMaleTakesTheSpouseFromHusb)
+{
+    // Hal and Win have Kid; Win, the top, is listed as WIFE. Only "M" takes
+    // the WIFE line, here naming Win herself.
+    for (const char* sex : {"F", "U", "", "m", "M"}) {
+        ASSERT_TRUE(load(familyFile({"Hal:M", QByteArray("Win:") + sex, "Kid"}, {{1, 2, {3}}})));
+        top(2);
+        model.prepareDescendents(1, 0, 1);
+        EXPECT_EQ(persons(), (Persons{{2, 0, 1}, {*sex == 'M' ? 2 : 1, 0, 0}, {3, 1, 1}})) << sex;
+    }
+    ASSERT_TRUE(load(familyFile({"Win /Ash/", "Kid"}, {{0, 1, {2}}})));
+    top(1);
+    model.prepareDescendents(1, 0, 1);
+    EXPECT_EQ(model.person(2).indIdx, 0) << "no SEX line: HUSB, which is not written";
+    // A family that names no such spouse keeps the place, labelled "?".
+    EXPECT_EQ(labels(), QStringList({"ASH, Win", "?", "Kid"}));
+}
+
+TEST_F(TreeModelTest, LabelsFollowTheRoleAndTheTreeSettings)
+{
+    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI",
+                                 "1 NAME John William /Smith/",
+                                 "1 SEX M",
+                                 "1 BIRT",
+                                 "2 DATE 1850",
+                                 "1 DEAT",
+                                 "2 DATE 3 MAR 1910",
+                                 "1 FAMS @F1@",
+                                 "0 @I2@ INDI",
+                                 "1 NAME Ann Rose /Lee/",
+                                 "1 BIRT",
+                                 "2 DATE 1990",
+                                 "1 FAMS @F1@",
+                                 "0 @I3@ INDI",
+                                 "1 NAME Tom Paul /Smith/",
+                                 "1 FAMC @F1@",
+                                 "0 @F1@ FAM",
+                                 "1 HUSB @I1@",
+                                 "1 WIFE @I2@",
+                                 "1 CHIL @I3@"})));
+    const auto build = [&] {
+        top(1);
+        model.prepareDescendents3(1, 0, 0);
+        return labels();
+    };
+    EXPECT_EQ(build(), QStringList({"SMITH, John W.", "LEE, Ann R.", "Tom P."}));
+    session.settings.ViewSurnames = true;
+    session.settings.SurnameStyle = 5;
+    session.settings.SurnamePosn = 1;
+    EXPECT_EQ(build(), QStringList({"John W. Smith", "Ann R. Lee", "Tom P. Smith"}));
+    // Years only where there are some to show: Ann may still be living.
+    session.settings.ViewDates = true;
+    EXPECT_EQ(build(),
+              QStringList({"John W. Smith (b.1850  d.1910)", "Ann R. Lee", "Tom P. Smith"}));
+}
+
+TEST_F(TreeModelTest, ClearingAndShiftingTouchOnlyWhatTheySay)
+{
+    ASSERT_TRUE(load(adamFile));
+    top(1);
+    model.prepareDescendents(1, 0, 1);
+    const TreeTables walked = model;
+
+    model.clearArrays(1, 201);
+    EXPECT_EQ(model.person(3),
+              (TreePerson{0, QStringLiteral("Cain"), 0, 0, walked.person(3).x, walked.person(3).y,
+                          walked.person(3).width, walked.person(3).height}))
+        << "the name and the geometry stay";
+    EXPECT_EQ(model.treeFam, walked.treeFam) << "a family slot above 200 clears no families";
+    model.clearArrays(1001, 2);
+    EXPECT_EQ(families()[1], (FamilyRow{0, 0, 0, 0, 0, 1})) << "the spouse number stays";
+    EXPECT_EQ(families()[0], (FamilyRow{1, 1, 2, 3, 3, 1}));
+
+    model.treeInd = walked.treeInd;
+    model.treeFam = walked.treeFam;
+    model.shuffleDownInd(2, 3);
+    EXPECT_EQ(model.person(11), walked.person(8));
+    EXPECT_EQ(model.person(5), walked.person(2));
+    EXPECT_EQ(model.person(2), walked.person(2)) << "a copy, not a move";
+    model.shuffleDownFam(2, 1);
+    EXPECT_EQ(model.family(4), walked.family(3));
+    EXPECT_EQ(model.nTreeInd, 8);
+    EXPECT_EQ(model.nTreeFam, 3);
+    model.swapInd(1, 3);
+    EXPECT_EQ(model.person(1), walked.person(3));
+    EXPECT_EQ(model.person(3), walked.person(1));
+    model.adjustFamHeadAndIndSt(2, 3);
+    EXPECT_EQ(families(), (Families{{1, 3, 5, 3, 3, 1}, {4, 8, 9, 1, 1, 1}, {4, 8, 9, 1, 1, 1}}));
+
+    // A gap beyond the table's end is refused before anything moves.
+    const TreeTables shifted = model;
+    EXPECT_THROW(model.shuffleDownInd(1, 993), RuntimeFault);
+    EXPECT_EQ(model.treeInd, shifted.treeInd);
+}
+
+TEST_F(TreeModelTest, SettingALowerTopByShiftsGivesTheEldestWalksTables)
+{
+    ASSERT_TRUE(load(adamFile));
+    top(1);
+    model.prepareDescendents(1, 0, 1);
+    // Seth (slot 5) becomes the top: the four persons and the family above
+    // him go, and the families below are renumbered.
+    model.shuffleUpInd(5, 4);
+    model.shuffleUpFam(2, 1);
+    model.nTreeInd = 4;
+    model.nTreeFam = 2;
+    model.adjustFamHeadAndIndStNONTOP(1, 4);
+    model.person(1).childNo = 0;
+    const Persons shifted = persons();
+    const Families shiftedFamilies = families();
+
+    top(5);
+    model.prepareDescendents(1, 0, 1);
+    EXPECT_EQ(shifted, persons());
+    EXPECT_EQ(shiftedFamilies, families());
+    EXPECT_EQ(shiftedFamilies, (Families{{4, 1, 2, 1, 1, 1}, {5, 3, 4, 0, 0, 1}}));
+}
+
+TEST_F(TreeModelTest, GoBackRestoresTheViewSavedLast)
+{
+    ASSERT_TRUE(load(adamFile));
+    EXPECT_FALSE(model.prevViewSaved());
+    top(1);
+    model.prepareDescendents3(1, 0, 2);
+    model.treeSavePrev();
+    EXPECT_TRUE(session.tree.prevViewSaved) << "one flag for the application";
+    const Persons lilith = persons();
+
+    model.prepareDescendents(1, 0, 1);
+    model.treeSavePrev();  // each save replaces the one before
+    const Persons eldest = persons();
+    const Families eldestFamilies = families();
+    top(4);
+    model.prepareDescendents(1, 0, 1);
+    model.treeGetPrev();
+    EXPECT_EQ(persons(), eldest);
+    EXPECT_EQ(families(), eldestFamilies);
+    EXPECT_NE(persons(), lilith);
+}
+
+TEST_F(TreeModelTest, AWalkPastTheTablesCapacityChangesNothing)
+{
+    // Forty-seven families of twenty children fill 988 person slots; the
+    // forty-eighth would pass 1000.
+    ASSERT_TRUE(load(chainFile(50, 20)));
+    top(1);
+    EXPECT_THROW(model.prepareDescendents3(1, 0, 0), RuntimeFault);
+    EXPECT_EQ(model.nTreeFam, 0) << "the view shows only what it had";
+
+    // A view kept for GoBack, a view on screen (individual 42 heads the
+    // fourth family: 47 families, 988 boxes), then a command that fails.
+    top(402);
+    model.prepareDescendents(1, 0, 1);
+    model.treeSavePrev();
+    top(42);
+    model.prepareDescendents(1, 0, 1);
+    EXPECT_EQ(model.nTreeInd, 988);
+    const TreeTables shown = model;
+    session.tree.prevViewSaved = false;
+    EXPECT_FALSE(session.guarded([&] {
+        model.changeView([&] {
+            model.treeSavePrev();
+            top(1);
+            model.prepareDescendents(1, 0, 1);
+        });
+    }));
+    EXPECT_EQ(messages.texts(), QStringList{"Error no:  9 Subscript out of range"});
+    EXPECT_EQ(model.treeInd, shown.treeInd);
+    EXPECT_EQ(model.treeFam, shown.treeFam);
+    EXPECT_EQ(model.prevInd, shown.prevInd);
+    EXPECT_EQ(model.nPrevInd, shown.nPrevInd);
+    EXPECT_FALSE(session.tree.prevViewSaved);
+
+    // Two hundred families fit; the 201st does not, and a most-descendants
+    // walk fails first on the line deeper than 100 levels.
+    ASSERT_TRUE(load(chainFile(201, 1)));
+    top(2);
+    model.prepareDescendents(1, 0, 1);
+    EXPECT_EQ(model.nTreeFam, 200);
+    EXPECT_EQ(model.family(200), (TreeFamily{201, 399, 400, 0, 0, 0, 0, 1, 1, 1}));
+    top(1);
+    const TreeTables before = model;
+    EXPECT_THROW(model.prepareDescendents(1, 0, 1), RuntimeFault);
+    EXPECT_THROW(model.prepareDescendents3(1, 0, 0), RuntimeFault);
+    EXPECT_EQ(model.treeInd, before.treeInd);
+    EXPECT_EQ(model.treeFam, before.treeFam);
+    EXPECT_EQ(model.nTreeInd, before.nTreeInd);
+}
+
+TEST_F(TreeModelTest, FamilyTreeFromTopStartsWithTheMostDescendants)
+{
+    ASSERT_TRUE(load(adamFile));
+    EXPECT_EQ(individualWithMostDescendants(session.records), 1);
+    // Wife and husband of one family tie: the lower slot wins.
+    ASSERT_TRUE(load(familyFile({"Abe", "Bea", "Cy", "Di"}, {{3, 2, {4}}})));
+    EXPECT_EQ(individualWithMostDescendants(session.records), 2);
+    ASSERT_TRUE(load(familyFile({"Abe", "Bea"}, {})));
+    EXPECT_EQ(individualWithMostDescendants(session.records), 1) << "nobody has any";
+    ASSERT_TRUE(load(familyFile({}, {})));
+    EXPECT_EQ(individualWithMostDescendants(session.records), 0);
+}
