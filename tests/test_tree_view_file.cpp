@@ -1,0 +1,227 @@
+#include "core/Fault.h"
+#include "tests/TestSupport.h"
+#include "tests/TreeTestSupport.h"
+#include "ui/tree/TreeLayout.h"
+#include "ui/tree/TreeModel.h"
+#include "ui/tree/TreeViewFile.h"
+
+#include <QFile>
+
+using namespace tav;
+
+namespace {
+
+// Hana's first marriage, to Ivo, is childless; with Kai "Big" Bo she has
+// Lea and Mia, and Lea has Ola with Ned Dunn.
+const QByteArray hanaFile = tav::test::familyFile(
+    {"Hana /Lee/:F", "Ivo /Ek/:M", "Kai \"Big\" /Bo/:M", "Lea:F", "Mia", "Ned /Dunn/:M", "Ola"},
+    {{2, 1, {}}, {3, 1, {4, 5}}, {6, 4, {7}}});
+
+QByteArray readBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+}  // namespace
+
+class TreeViewFileTest : public tav::test::SessionTest {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(load(hanaFile));
+        gedcomPath = dir.filePath(QStringLiteral("test.ged"));
+        viewPath = dir.filePath(QStringLiteral("temp.gds"));
+    }
+
+    // A new view from an individual with the best-spouse walk, laid out.
+    void build(int32_t individual)
+    {
+        model.clearArrays(1, 1);
+        model.prepareTopPerson(individual, measure);
+        model.prepareDescendents3(1, 0, 0);
+        layoutManager(model, measure, generationGap(session.settings.FontSize));
+    }
+
+    bool save() { return treeSaveToFile(model, nullptr, viewPath); }
+    bool read() { return treeReadFromFile(model, messages, viewPath); }
+
+    // Every field of the shown slots, and the counts.
+    static void expectSameView(const TreeTables& a, const TreeTables& b)
+    {
+        ASSERT_EQ(a.nTreeInd, b.nTreeInd);
+        ASSERT_EQ(a.nTreeFam, b.nTreeFam);
+        for (int32_t k = 1; k <= a.nTreeInd; ++k)
+            EXPECT_EQ(a.person(k), b.person(k)) << "person " << k;
+        for (int32_t k = 1; k <= a.nTreeFam; ++k)
+            EXPECT_EQ(a.family(k), b.family(k)) << "family " << k;
+    }
+
+    QString gedcomPath;
+    QString viewPath;
+    tav::test::StubMeasure measure;
+    TreeModel model{session.records, session.settings, session.tree,
+                    [this] { return session.today(); }};
+};
+
+TEST_F(TreeViewFileTest, TheFileHoldsTheViewInItsOwnOrders)
+{
+    // Worked out by hand: Hana, her second husband Kai and their daughters,
+    // in family 2 (her second). Geometry as a layout might leave it.
+    model.nTreeInd = 4;
+    model.nTreeFam = 1;
+    model.person(1) = {1, QStringLiteral("LEE, Hana"), 1, 0, -45, 30, 90, 16};
+    model.person(2) = {3, QStringLiteral("BO, Kai \"."), 0, 0, -50, 52, 100, 16};
+    model.person(3) = {4, QStringLiteral("Lea"), 1, 1, -49, 110, 30, 16};
+    model.person(4) = {5, QStringLiteral("Mia"), 1, 2, 1, 110, 30, 16};
+    model.family(1) = {2, 1, 2, -37, 46, 80, 80, 2, 1, 2};
+    ASSERT_TRUE(save());
+    const QByteArray expected = "\"TREEVIEW\"\r\n\"" + gedcomPath.toUtf8() +
+                                "\"\r\n"
+                                "4,1\r\n"
+                                "1,\"LEE, Hana\",0,1,-45,90,30,16\r\n"
+                                "3,\"BO, Kai \".\",0,0,-50,100,52,16\r\n"
+                                "4,\"Lea\",1,1,-49,30,110,16\r\n"
+                                "5,\"Mia\",2,1,1,30,110,16\r\n"
+                                "2,1,2,1,-37,80,46,1\r\n"
+                                "\"ENDTREEVIEW\"\r\n";
+    EXPECT_EQ(readBytes(viewPath), expected);
+
+    // Read back, the family's child count, gap and spouse number are made
+    // again from the file and the font; everything else is as written.
+    const TreeTables written = model;
+    build(7);
+    ASSERT_TRUE(read());
+    expectSameView(model, written);
+
+    // The view is replaced whole or not at all: a folder that does not
+    // exist cannot take it.
+    QString failure;
+    EXPECT_FALSE(treeSaveToFile(model, &failure, dir.filePath(QStringLiteral("none/temp.gds"))));
+    EXPECT_FALSE(failure.isEmpty());
+}
+
+TEST_F(TreeViewFileTest, SavedViewsOpenAgainWhole)
+{
+    // The top person alone (Ola has no family).
+    build(7);
+    ASSERT_EQ(model.nTreeInd, 1);
+    const TreeTables topOnly = model;
+    ASSERT_TRUE(save());
+    build(1);
+    ASSERT_TRUE(read());
+    expectSameView(model, topOnly);
+
+    // Three generations, started with Hana's second spouse, names with a
+    // comma and a quote; saving twice keeps only the second view.
+    build(1);
+    ASSERT_EQ(model.nTreeFam, 2);
+    ASSERT_EQ(model.family(1).spouseNo, 2);
+    ASSERT_EQ(model.person(2).label, QStringLiteral("BO, Kai \"."));
+    const TreeTables families = model;
+    ASSERT_TRUE(save());
+    ASSERT_TRUE(save());
+    build(7);
+    const TreeTables shown = model;
+    session.tree.prevViewSaved = false;
+    ASSERT_TRUE(read());
+    expectSameView(model, families);
+    EXPECT_TRUE(messages.entries.empty()) << "the same GEDCOM file: no question";
+
+    // Opening keeps the view it replaces for GoBack.
+    EXPECT_TRUE(session.tree.prevViewSaved);
+    model.treeGetPrev();
+    expectSameView(model, shown);
+}
+
+TEST_F(TreeViewFileTest, TextBeforeTheStartMarkerIsSkipped)
+{
+    build(1);
+    const TreeTables saved = model;
+    ASSERT_TRUE(save());
+    writeFile("notes, kept by hand\r\n\"TREEVIEWS\",12\r\n" + readBytes(viewPath), "temp.gds");
+    build(7);
+    ASSERT_TRUE(read());
+    expectSameView(model, saved);
+}
+
+TEST_F(TreeViewFileTest, ADamagedFileSaysWhyAndChangesNothing)
+{
+    build(1);
+    ASSERT_TRUE(save());
+    const QByteArray good = readBytes(viewPath);
+    ASSERT_TRUE(good.contains("\r\n6,2\r\n"));
+    build(4);
+    model.treeSavePrev();
+    build(7);
+    const TreeTables shown = model;
+
+    const auto replaced = [&](const char* from, const char* to) {
+        QByteArray bytes = good;
+        return bytes.replace(from, to);
+    };
+    const struct {
+        const char* what;
+        QByteArray bytes;
+        const char* message;
+    } damaged[] = {
+        {"no start marker", "\"TREEVIEWS\"\r\n1,0\r\n", "Error no:  62 Input past end of file"},
+        {"a bad count", replaced("\r\n6,2\r\n", "\r\nsix,2\r\n"), "Error no:  13 Type mismatch"},
+        {"a bad coordinate", replaced(",0,1,", ",0,one,"), "Error no:  13 Type mismatch"},
+        {"an early end", good.left(good.indexOf("\"Mia\"")),
+         "Error no:  62 Input past end of file"},
+        {"no end marker", good.left(good.indexOf("\"ENDTREEVIEW\"")),
+         "Error no:  62 Input past end of file"},
+        {"an individual beyond the file", replaced("\r\n4,\"Lea\"", "\r\n8,\"Lea\""),
+         "Error no:  9 Subscript out of range"},
+        {"a family beyond the file", replaced("\r\n2,1,2,", "\r\n4,1,2,"),
+         "Error no:  9 Subscript out of range"},
+        {"more persons than the tree holds", replaced("\r\n6,2\r\n", "\r\n1001,2\r\n"),
+         "Error no:  9 Subscript out of range"},
+        {"a head beyond the view", replaced("\r\n2,1,2,", "\r\n2,7,2,"),
+         "Error no:  9 Subscript out of range"},
+        {"children beyond the view", replaced("\r\n3,3,5,", "\r\n3,3,6,"),
+         "Error no:  9 Subscript out of range"},
+    };
+    for (const auto& file : damaged) {
+        writeFile(file.bytes, "temp.gds");
+        messages.clear();
+        EXPECT_FALSE(session.guarded([&] { read(); })) << file.what;
+        EXPECT_EQ(messages.texts(), QStringList{file.message}) << file.what;
+        EXPECT_EQ(model.treeInd, shown.treeInd) << file.what;
+        EXPECT_EQ(model.treeFam, shown.treeFam) << file.what;
+        EXPECT_EQ(model.prevInd, shown.prevInd) << file.what;
+        EXPECT_EQ(model.nTreeInd, shown.nTreeInd) << file.what;
+    }
+
+    QFile::remove(viewPath);
+    messages.clear();
+    EXPECT_FALSE(session.guarded([&] { read(); }));
+    EXPECT_EQ(messages.texts(), QStringList{"Error no:  53 File not found"});
+    EXPECT_EQ(model.treeInd, shown.treeInd);
+}
+
+TEST_F(TreeViewFileTest, AViewOfAnotherGedcomFileIsShownOnlyWhenWanted)
+{
+    build(1);
+    const TreeTables saved = model;
+    ASSERT_TRUE(save());
+    ASSERT_TRUE(load(hanaFile, "copy.ged"));
+    build(7);
+    const TreeTables shown = model;
+    const QString question =
+        QStringLiteral("This view was saved with %1. Show it anyway?").arg(gedcomPath);
+
+    messages.answers = {false};
+    EXPECT_FALSE(read());
+    EXPECT_EQ(messages.texts(), QStringList{question});
+    EXPECT_TRUE(messages.entries.back().question);
+    expectSameView(model, shown);
+    EXPECT_EQ(model.prevInd, shown.prevInd) << "nothing kept for GoBack either";
+
+    messages.clear();
+    messages.answers = {true};
+    EXPECT_TRUE(read());
+    EXPECT_EQ(messages.texts(), QStringList{question});
+    expectSameView(model, saved);
+}
