@@ -44,6 +44,8 @@ const Command commandTable[] = {
      1, 2, false, showCommand},
     {"report", "FILE KIND", "a text report: Basic, GivenNames, ChildNaming or\nGedcomIntegrity", 1,
      1, false, reportCommand},
+    {"tree", "FILE SLOT [--walk most|eldest|first] [--font-size N]",
+     "the family tree of SLOT as the view file holds it", 1, 5, true, treeCommand},
 };
 
 // The help command reads no GEDCOM file.

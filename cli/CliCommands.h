@@ -23,4 +23,7 @@ int descendantsCommand(CliRun& run);
 // The text reports (ReportCommands.cpp).
 int reportCommand(CliRun& run);
 
+// The family tree window's view (TreeCommands.cpp).
+int treeCommand(CliRun& run);
+
 }  // namespace tav

@@ -1,41 +1,11 @@
 #include "app/GedcomLoading.h"
-#include "cli/CliApp.h"
-#include "tests/TestSupport.h"
+#include "tests/CliTest.h"
 
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 
 using namespace tav;
-
-namespace {
-
-struct CliResult {
-    int status;
-    QStringList out;
-    QStringList err;
-};
-
-}  // namespace
-
-// Every run reads its settings from a file of the test's own and takes
-// 21 November 2026 as today.
-class CliTest : public tav::test::SessionTest {
-protected:
-    QString settingsFile() const { return dir.filePath(QStringLiteral("config/Tav.reg")); }
-
-    CliResult runTavCli(const QStringList& arguments, const QString& programFolder = {}) const
-    {
-        CliResult result{0, {}, {}};
-        const CliContext context{{[&](const QString& line) { result.out << line; },
-                                  [&](const QString& line) { result.err << line; }},
-                                 settingsFile(),
-                                 [] { return QDate(2026, 11, 21); },
-                                 programFolder};
-        result.status = runCli(arguments, context);
-        return result;
-    }
-};
 
 TEST_F(CliTest, InfoPrintsCaptionCountsAndHeader)
 {

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cli/CliApp.h"
+#include "tests/TestSupport.h"
+
+// What one tav-cli run printed, and its exit status.
+struct CliResult {
+    int status;
+    QStringList out;
+    QStringList err;
+};
+
+// Every run reads its settings from a file of the test's own and takes
+// 21 November 2026 as today.
+class CliTest : public tav::test::SessionTest {
+protected:
+    QString settingsFile() const { return dir.filePath(QStringLiteral("config/Tav.reg")); }
+
+    CliResult runTavCli(const QStringList& arguments, const QString& programFolder = {}) const
+    {
+        CliResult result{0, {}, {}};
+        const tav::CliContext context{{[&](const QString& line) { result.out << line; },
+                                       [&](const QString& line) { result.err << line; }},
+                                      settingsFile(),
+                                      [] { return QDate(2026, 11, 21); },
+                                      programFolder};
+        result.status = tav::runCli(arguments, context);
+        return result;
+    }
+};
