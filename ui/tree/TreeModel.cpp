@@ -33,6 +33,16 @@ bool hasChildren(const RecordStore& records, int32_t family)
 
 }  // namespace
 
+int32_t spouseNumberOf(const RecordStore& records, int32_t individual, int32_t famIdx)
+{
+    const Individual& person = records.individual(individual);
+    for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
+        if (records.spouseFamilyOf(person, k) == famIdx)
+            return k;
+    }
+    return 1;
+}
+
 TreeModel::TreeModel(RecordStore& records, const Settings& settings, TreeFlags& flags,
                      std::function<QDate()> today)
     : records_(records), settings_(settings), flags_(flags), today_(std::move(today))

@@ -130,17 +130,6 @@ private:
     qsizetype pos_ = 0;
 };
 
-// Which of the head's spouse families the family is, 1 when none.
-int32_t spouseNumber(const RecordStore& records, int32_t headIndividual, int32_t famIdx)
-{
-    const Individual& head = records.individual(headIndividual);
-    for (int k = 1; k <= head.storedSpouseFamilies(); ++k) {
-        if (records.spouseFamilyOf(head, k) == famIdx)
-            return k;
-    }
-    return 1;
-}
-
 // Reads the persons and families of a view into `view`, checking every
 // index against the loaded file and the tree's own tables.
 void readTables(ItemReader& items, const TreeModel& model, TreeTables& view)
@@ -175,7 +164,7 @@ void readTables(ItemReader& items, const TreeModel& model, TreeTables& view)
         if (int64_t(family.indSt) + family.nChildren > view.nTreeInd)
             raiseFault(RuntimeFault::SubscriptOutOfRange);
         family.layout4 = gap;
-        family.spouseNo = spouseNumber(records, view.person(family.head).indIdx, family.famIdx);
+        family.spouseNo = spouseNumberOf(records, view.person(family.head).indIdx, family.famIdx);
     }
 }
 
