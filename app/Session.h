@@ -14,7 +14,7 @@
 namespace tav {
 
 // Windows that one window or routine asks to be shown.
-enum class AppWindow { Text, List, Find, Options };
+enum class AppWindow { Text, List, Find, Options, Tree };
 
 // A request for a window, with what the window needs to know beyond the
 // session's state.

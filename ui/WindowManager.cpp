@@ -4,6 +4,7 @@
 #include "ui/find/FindWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
+#include "ui/tree/TreeWindow.h"
 
 namespace tav {
 
@@ -44,6 +45,7 @@ void WindowManager::show(const WindowRequest& request)
         }
         break;
     }
+    case AppWindow::Tree: bringUp(tree_, session_)->activateRequest(); break;
     case AppWindow::Options: {
         OptionsDialog dialog(session_, store_, mainWindow_);
         if (dialog.exec() == QDialog::Accepted)
@@ -59,10 +61,16 @@ BrowserWindow* WindowManager::browser() const { return browser_; }
 
 FindWindow* WindowManager::findWindow() const { return find_; }
 
+TreeWindow* WindowManager::treeWindow() const { return tree_; }
+
 void WindowManager::fileReplaced()
 {
     if (browser_)
         browser_->close();
+    if (tree_) {
+        tree_->close();
+        tree_ = nullptr;  // a new tree is a new window, even before this one is gone
+    }
     if (find_)
         find_->resultsCleared();
 }
@@ -74,18 +82,22 @@ void WindowManager::settingsChanged()
         browser_->reloadShown();
     if (find_)
         find_->relist();
+    if (tree_)
+        tree_->settingsChanged();
     session_.changed();
 }
 
 void WindowManager::closeAll()
 {
-    // In the main window's order: text viewer, find window, browser.
+    // In the main window's order: text viewer, find window, browser, tree.
     if (text_)
         text_->close();
     if (find_)
         find_->close();
     if (browser_)
         browser_->close();
+    if (tree_)
+        tree_->close();
 }
 
 }  // namespace tav

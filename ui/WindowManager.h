@@ -13,6 +13,7 @@ class RegistryStore;
 class BrowserWindow;
 class FindWindow;
 class TextViewer;
+class TreeWindow;
 
 // Opens the windows the session asks for (one instance of each, created on
 // demand) and closes them all when the main window goes.
@@ -31,6 +32,7 @@ public:
     TextViewer* textViewer() const;
     BrowserWindow* browser() const;
     FindWindow* findWindow() const;
+    TreeWindow* treeWindow() const;
 
 private:
     Session& session_;
@@ -39,6 +41,7 @@ private:
     QPointer<TextViewer> text_;
     QPointer<BrowserWindow> browser_;
     QPointer<FindWindow> find_;
+    QPointer<TreeWindow> tree_;
 };
 
 }  // namespace tav

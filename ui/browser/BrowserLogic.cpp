@@ -93,6 +93,18 @@ void BrowserLogic::setArrows()
     // found too.
     const ViewKind kind = session_.browser.viewKind;
     nextPreviousEnabled_ = kind == ViewKind::None || isRecordKind(kind);
+    famTreeEnabled_ = kind == ViewKind::Individual || kind == ViewKind::Family;
+}
+
+void BrowserLogic::famTree()
+{
+    const ViewKind kind = session_.browser.viewKind;
+    if (kind == ViewKind::Family)
+        session_.curInd = session_.records.husbandOf(session_.records.family(session_.curFam));
+    else if (kind != ViewKind::Individual)
+        return;
+    session_.tree.treeBuilt = false;
+    session_.showWindow(AppWindow::Tree);
 }
 
 void BrowserLogic::moveBackForward(BrowserMove move)

@@ -34,6 +34,9 @@ public:
     void moveBackForward(BrowserMove move);
     // Switches between all individuals and all families.
     void listAll();
+    // "FamTree": the family tree of the individual shown, or of the shown
+    // family's husband.
+    void famTree();
     // Makes the shown grid again (names follow new settings); the history
     // stays as it is.
     void reloadShown();
@@ -50,6 +53,7 @@ public:
     bool backEnabled() const { return backEnabled_; }
     bool forwardEnabled() const { return forwardEnabled_; }
     bool nextPreviousEnabled() const { return nextPreviousEnabled_; }
+    bool famTreeEnabled() const { return famTreeEnabled_; }
 
     const QString& positionToken() const { return positionToken_; }
     const QString& backHistory() const { return backHistory_; }
@@ -77,6 +81,7 @@ private:
     bool backEnabled_ = false;
     bool forwardEnabled_ = false;
     bool nextPreviousEnabled_ = false;
+    bool famTreeEnabled_ = false;
     int fitRequests_ = 0;
 };
 

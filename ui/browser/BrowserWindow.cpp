@@ -90,6 +90,10 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     find_ = toolbar->addAction(tavIcon("find"), QStringLiteral("Find"), this,
                                [this] { session_.showWindow(AppWindow::Find); });
     find_->setToolTip(QStringLiteral("Find records (Ctrl+F)"));
+    famTree_ = toolbar->addAction(tavIcon("tree"), QStringLiteral("FamTree"), this,
+                                  [this] { command([this] { logic_.famTree(); }); });
+    famTree_->setToolTip(
+        QStringLiteral("The family tree of this individual, or of this family's husband (Ctrl+T)"));
     toolbar->addSeparator();
     const auto addMove = [this, toolbar](BrowserMove move, const char* icon, const char* tip) {
         QAction* action =
@@ -139,6 +143,7 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     key(QKeySequence(Qt::Key_Right), next_);
     key(QKeySequence(Qt::CTRL | Qt::Key_L), listAll_);
     key(QKeySequence(Qt::CTRL | Qt::Key_F), find_);
+    key(QKeySequence(Qt::CTRL | Qt::Key_T), famTree_);
     key(QKeySequence(Qt::ALT | Qt::Key_Left), back_);
     key(QKeySequence(Qt::ALT | Qt::Key_Right), forward_);
     closeOnEscape(this);
@@ -151,7 +156,7 @@ BrowserWindow::~BrowserWindow() = default;
 QAction* BrowserWindow::action(const char* key) const
 {
     const QString name = QLatin1String(key);
-    for (QAction* a : {top_, listAll_, find_, back_, forward_, previous_, next_}) {
+    for (QAction* a : {top_, listAll_, find_, famTree_, back_, forward_, previous_, next_}) {
         if (a->text() == name)
             return a;
     }
@@ -221,6 +226,7 @@ void BrowserWindow::refresh()
     forward_->setEnabled(logic_.forwardEnabled());
     previous_->setEnabled(logic_.nextPreviousEnabled());
     next_->setEnabled(logic_.nextPreviousEnabled());
+    famTree_->setEnabled(logic_.famTreeEnabled());
     const bool list = logic_.grid().isList();
     QHeaderView* rows = view_->verticalHeader();
     if (list) {

@@ -47,6 +47,7 @@ private:
     QAction* top_;
     QAction* listAll_;
     QAction* find_;
+    QAction* famTree_;
     QAction* back_;
     QAction* forward_;
     QAction* previous_;

@@ -212,6 +212,31 @@ void MainWindow::buildCentre()
     showRow->addWidget(command10_);
     showRow->addStretch();
     grid->addLayout(showRow, 1, 1);
+
+    // The tree selector starts at "family tree from top".
+    combo3_ = new QComboBox(central);
+    combo3_->addItems(MainWindowLogic::treeChoices());
+    combo3_->setCurrentIndex(logic_.treeIndex());
+    combo3_->setMinimumWidth(240);
+    combo3_->setToolTip(QStringLiteral("Where the family tree starts"));
+    actOnChoice(combo3_, [this](int index) { busy([this, index] { logic_.treeChosen(index); }); });
+    command11_ = new QPushButton(QStringLiteral("G&o"), central);
+    command11_->setToolTip(QStringLiteral("Show the family tree again"));
+    connect(command11_, &QPushButton::clicked, this,
+            [this] { busy([this] { logic_.treeChosen(combo3_->currentIndex()); }); });
+    auto* treeLabel = new QLabel(QStringLiteral("Family &tree:"), central);
+    treeLabel->setBuddy(combo3_);
+    grid->addWidget(treeLabel, 2, 0);
+    auto* treeRow = new QHBoxLayout;
+    treeRow->addWidget(combo3_);
+    treeRow->addWidget(command11_);
+    treeRow->addStretch();
+    grid->addLayout(treeRow, 2, 1);
+    // Ctrl+T: the tree of the individual in the box.
+    new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_T), this, [this] {
+        if (logic_.commandsEnabled())
+            busy([this] { logic_.treeChosen(0); });
+    });
     grid->setColumnStretch(1, 1);
     layout->addLayout(grid);
     layout->addStretch();
@@ -313,6 +338,8 @@ void MainWindow::refresh()
     command10_->setEnabled(enabled);
     if (combo2_->currentIndex() != logic_.showIndex())
         combo2_->setCurrentIndex(logic_.showIndex());
+    combo3_->setEnabled(enabled);
+    command11_->setEnabled(enabled);
     header_->setEnabled(enabled);
     for (QAction* report : reports_)
         report->setEnabled(enabled);

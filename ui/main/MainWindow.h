@@ -38,6 +38,8 @@ public:
     QLabel* currentIndividualName() const { return name_; }
     QComboBox* showSelector() const { return combo2_; }
     QPushButton* showButton() const { return command10_; }
+    QComboBox* treeSelector() const { return combo3_; }
+    QPushButton* treeButton() const { return command11_; }
     QProgressBar* progressBar() const { return progress_; }
     QAction* findRelationshipAction() const { return findRel_; }
     QAction* findAction() const { return find_; }
@@ -77,6 +79,8 @@ private:
     int paintedStep_ = 0;     // the progress bar's last painted 200th
     QComboBox* combo2_ = nullptr;
     QPushButton* command10_ = nullptr;
+    QComboBox* combo3_ = nullptr;
+    QPushButton* command11_ = nullptr;
     QProgressBar* progress_ = nullptr;
     QLabel* image1_ = nullptr;
     QLabel* label1_ = nullptr;

@@ -1,6 +1,7 @@
 #include "ui/main/MainWindowLogic.h"
 
 #include "app/Session.h"
+#include "calc/DescendantCounting.h"
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
 #include "core/TextNumbers.h"
@@ -183,6 +184,38 @@ void MainWindowLogic::showChosen(int index)
         }
     }
     session_.openBrowser(choice.viewKind, BrowserCaller::MainWindow);
+}
+
+QStringList MainWindowLogic::treeChoices()
+{
+    return {QStringLiteral("family tree from current"), QStringLiteral("family tree from top")};
+}
+
+void MainWindowLogic::treeChosen(int index)
+{
+    if (index < 0 || index > 1)
+        return;
+    treeIndex_ = index;
+    if (index == 0) {
+        const int32_t slot = typedSlot(ViewKind::Individual);
+        if (slot == 0) {
+            refuseTypedNumber(ViewKind::Individual);
+            return;
+        }
+        session_.curInd = slot;
+    } else {
+        if (session_.records.individualCount() == 0) {
+            session_.messages().message(QStringLiteral("No individuals."));
+            return;
+        }
+        // Every individual is scored; a line too deep to count stops it.
+        int32_t top = 0;
+        if (!session_.guarded([&] { top = individualWithMostDescendants(session_.records); }))
+            return;
+        session_.curInd = top;
+    }
+    session_.tree.treeBuilt = false;
+    session_.showWindow(AppWindow::Tree);
 }
 
 int32_t MainWindowLogic::typedSlot(ViewKind kind) const

@@ -46,6 +46,13 @@ public:
     int showIndex() const { return showIndex_; }
     // A choice in the selector (its Go button repeats it).
     void showChosen(int index);
+    // The tree selector: where the family tree starts.
+    static QStringList treeChoices();
+    int treeIndex() const { return treeIndex_; }
+    // A choice in the tree selector (its Go button and Ctrl+T repeat it):
+    // "from current" the individual in the box, "from top" the individual
+    // with most descendants.
+    void treeChosen(int index);
     // Enter in the current-individual box shows that individual.
     void currentIndividualEntered();
     // The box follows the current individual when another window changes it.
@@ -101,6 +108,7 @@ private:
     bool fileOpen_ = false;
     bool findRelChecked_ = false;
     int showIndex_ = 0;
+    int treeIndex_ = 1;
     std::array<RecentItem, 11> recentItems_;
     bool recentSeparatorVisible_ = false;
 };

@@ -1,0 +1,306 @@
+#include "ui/tree/TreeWindow.h"
+
+#include "app/Session.h"
+#include "draw/TreeFont.h"
+#include "ui/Icons.h"
+#include "ui/WindowFrames.h"
+#include "ui/tree/TreeCanvas.h"
+#include "ui/tree/TreeLayout.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QToolBar>
+#include <cmath>
+
+namespace tav {
+
+namespace {
+
+// The commands on a person, in the order of the Tree menu and the context menu.
+constexpr TreeCommand personCommands[] = {
+    TreeCommand::ShowDescendantsMost, TreeCommand::ShowDescendantsEldest,
+    TreeCommand::NextSpouse,          TreeCommand::SetTop,
+    TreeCommand::ShowParents,         TreeCommand::CountDescendants,
+    TreeCommand::FindRelationship,    TreeCommand::ShowInBrowser,
+};
+
+// Commands after which the selected person may stand anywhere.
+bool movesTheView(TreeCommand command)
+{
+    return command != TreeCommand::CountDescendants && command != TreeCommand::FindRelationship &&
+           command != TreeCommand::ShowInBrowser && command != TreeCommand::SaveView;
+}
+
+QKeySequence shortcutOf(TreeCommand command)
+{
+    switch (command) {
+    case TreeCommand::ShowDescendantsMost: return QKeySequence(Qt::CTRL | Qt::Key_D);
+    case TreeCommand::ShowDescendantsEldest: return QKeySequence(Qt::CTRL | Qt::Key_E);
+    case TreeCommand::NextSpouse: return QKeySequence(Qt::CTRL | Qt::Key_N);
+    case TreeCommand::ShowParents: return QKeySequence(Qt::CTRL | Qt::Key_U);
+    case TreeCommand::FindRelationship: return QKeySequence(Qt::CTRL | Qt::Key_R);
+    case TreeCommand::ShowInBrowser: return QKeySequence(Qt::Key_Return);
+    case TreeCommand::GoBack: return QKeySequence(Qt::Key_Backspace);
+    case TreeCommand::SaveView: return QKeySequence(Qt::CTRL | Qt::Key_S);
+    case TreeCommand::OpenView: return QKeySequence(Qt::CTRL | Qt::Key_O);
+    case TreeCommand::TriangleView: return QKeySequence(Qt::CTRL | Qt::Key_G);
+    default: return QKeySequence();
+    }
+}
+
+QString fontSizeText(int fontSize)
+{
+    switch (fontSize) {
+    case 1: return QStringLiteral("Small (6 point)");
+    case 3: return QStringLiteral("Medium (9.75 point)");
+    case 4: return QStringLiteral("Large (12 point)");
+    default: return QStringLiteral("Normal (8.25 point)");
+    }
+}
+
+}  // namespace
+
+TreeWindow::TreeWindow(Session& session, QWidget* parent)
+    : QMainWindow(parent), session_(session),
+      logic_(session, [](int fontSize) { return std::make_unique<FontMeasure>(fontSize); })
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(tavIcon("tree"));
+    canvas_ = new TreeCanvas(logic_, this);
+    setCentralWidget(canvas_);
+    buildMenus();
+    buildToolbar();
+
+    status_ = new QLabel(this);
+    statusBar()->addWidget(status_, 1);
+    zoomLabel_ = new QLabel(this);
+    statusBar()->addPermanentWidget(zoomLabel_);
+
+    connect(canvas_, &TreeCanvas::boxClicked, this, &TreeWindow::select);
+    connect(canvas_, &TreeCanvas::contextMenuWanted, this,
+            [this](int32_t, QPoint at) { contextMenu_->popup(at); });
+    connect(canvas_, &TreeCanvas::apexClicked, this,
+            [this] { runCommand(TreeCommand::TriangleView); });
+    connect(canvas_, &TreeCanvas::moveWanted, this, [this](TreeMove move) {
+        if (logic_.move(move)) {
+            canvas_->viewport()->update();
+            canvas_->ensureSelectedVisible();
+            refresh();
+        }
+    });
+    connect(canvas_, &TreeCanvas::zoomChanged, this, &TreeWindow::refresh);
+    new QShortcut(QKeySequence(Qt::Key_Escape), this, this, &TreeWindow::escape);
+
+    resize(960, 700);
+    canvas_->setFocus();
+    refresh();
+}
+
+TreeWindow::~TreeWindow() = default;
+
+void TreeWindow::buildMenus()
+{
+    const auto commandAction = [this](TreeCommand command) {
+        QAction* action = new QAction(treeCommandText(command), this);
+        action->setShortcut(shortcutOf(command));
+        connect(action, &QAction::triggered, this, [this, command] { runCommand(command); });
+        actions_[command] = action;
+        return action;
+    };
+
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->addAction(commandAction(TreeCommand::SaveView));
+    file->addAction(commandAction(TreeCommand::OpenView));
+    file->addSeparator();
+    QAction* close = file->addAction(QStringLiteral("&Close"), this, &QWidget::close);
+    close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+
+    QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    QMenu* sizes = view->addMenu(QStringLiteral("&Font size"));
+    auto* sizeGroup = new QActionGroup(this);
+    for (int fontSize = 1; fontSize <= 4; ++fontSize) {
+        QAction* size = sizes->addAction(fontSizeText(fontSize), this, [this, fontSize] {
+            logic_.setFontSize(fontSize);
+            viewChanged();
+        });
+        size->setCheckable(true);
+        sizeGroup->addAction(size);
+        fontSizes_[fontSize] = size;
+    }
+    view->addSeparator();
+    for (const TreeOption option : treeOptions) {
+        QAction* item = view->addAction(treeOptionText(option), this, [this, option](bool on) {
+            logic_.setOption(option, on);
+            viewChanged();
+        });
+        item->setCheckable(true);
+        options_[option] = item;
+    }
+    view->addSeparator();
+    QAction* zoomIn = view->addAction(QStringLiteral("Zoom &in"), canvas_, &TreeCanvas::zoomIn);
+    zoomIn->setShortcuts({QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    QAction* zoomOut = view->addAction(QStringLiteral("Zoom &out"), canvas_, &TreeCanvas::zoomOut);
+    zoomOut->setShortcut(QKeySequence::ZoomOut);
+    QAction* fit =
+        view->addAction(QStringLiteral("&Fit the whole tree"), canvas_, &TreeCanvas::fit);
+    fit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
+    view->addSeparator();
+    QAction* triangle = commandAction(TreeCommand::TriangleView);
+    triangle->setCheckable(true);
+    view->addAction(triangle);
+
+    QMenu* tree = menuBar()->addMenu(QStringLiteral("&Tree"));
+    contextMenu_ = new QMenu(this);
+    for (const TreeCommand command : personCommands) {
+        if (command == TreeCommand::CountDescendants) {
+            tree->addSeparator();
+            contextMenu_->addSeparator();
+        }
+        QAction* action = commandAction(command);
+        tree->addAction(action);
+        contextMenu_->addAction(action);
+    }
+    actions_[TreeCommand::FindRelationship]->setCheckable(true);
+    tree->addSeparator();
+    tree->addAction(commandAction(TreeCommand::GoBack));
+}
+
+void TreeWindow::buildToolbar()
+{
+    QToolBar* toolbar = addWindowToolbar(this, 16, Qt::ToolButtonTextBesideIcon);
+    // The tree is laid out just under a toolbar of this height.
+    toolbar->setFixedHeight(treeToolbarHeight);
+    const auto button = [this, toolbar](const char* key, const char* icon, TreeCommand command,
+                                        const char* tip) {
+        const QString name = QLatin1String(key);
+        QAction* action =
+            toolbar->addAction(tavIcon(icon), name, this, [this, command] { runCommand(command); });
+        action->setToolTip(QString::fromLatin1(tip));
+        buttons_[name] = action;
+        buttonCommands_[name] = command;
+    };
+    button("GoBack", "back", TreeCommand::GoBack,
+           "Back to the view before the last change (Backspace)");
+    button("Save", "save", TreeCommand::SaveView, "Save this view as temp.gds (Ctrl+S)");
+    button("Open", "open", TreeCommand::OpenView, "Show the view saved in temp.gds (Ctrl+O)");
+    button("Triangle", "triangle", TreeCommand::TriangleView,
+           "How large the selected person's family is, generation by generation (Ctrl+G)");
+    buttons_[QStringLiteral("Triangle")]->setCheckable(true);
+    buttons_[QStringLiteral("Top")] = addTopButton(toolbar, this, session_.onTop.tree);
+}
+
+QAction* TreeWindow::action(TreeCommand command) const
+{
+    const auto found = actions_.find(command);
+    return found == actions_.end() ? nullptr : found->second;
+}
+
+QAction* TreeWindow::optionAction(TreeOption option) const { return options_.at(option); }
+
+QAction* TreeWindow::fontSizeAction(int fontSize) const
+{
+    const auto found = fontSizes_.find(fontSize);
+    return found == fontSizes_.end() ? nullptr : found->second;
+}
+
+QAction* TreeWindow::toolbarButton(const QString& key) const
+{
+    const auto found = buttons_.find(key);
+    return found == buttons_.end() ? nullptr : found->second;
+}
+
+void TreeWindow::activateRequest()
+{
+    const bool built = logic_.activate();
+    canvas_->viewChanged();
+    if (built)
+        canvas_->showTopAtTop();
+    refresh();
+    canvas_->setFocus();
+}
+
+void TreeWindow::select(int32_t slot)
+{
+    logic_.select(slot);
+    canvas_->viewport()->update();
+    refresh();
+}
+
+void TreeWindow::settingsChanged()
+{
+    logic_.settingsChanged();
+    viewChanged();
+}
+
+void TreeWindow::runCommand(TreeCommand command)
+{
+    if (!logic_.enabled(command))
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    logic_.run(command);
+    QApplication::restoreOverrideCursor();
+    canvas_->viewChanged();
+    if (movesTheView(command))
+        canvas_->ensureSelectedVisible();
+    refresh();
+    const QString notice = logic_.takeNotice();
+    if (!notice.isEmpty())
+        statusBar()->showMessage(notice, 5000);
+}
+
+void TreeWindow::viewChanged()
+{
+    canvas_->viewChanged();
+    canvas_->ensureSelectedVisible();
+    refresh();
+}
+
+void TreeWindow::escape()
+{
+    if (logic_.triangleShown())
+        runCommand(TreeCommand::TriangleView);
+    else
+        close();
+}
+
+void TreeWindow::refresh()
+{
+    setWindowTitle(logic_.caption());
+    for (const auto& [command, action] : actions_) {
+        action->setEnabled(logic_.enabled(command));
+        action->setText(logic_.text(command));
+        if (action->isCheckable())
+            action->setChecked(logic_.checked(command));
+    }
+    for (const auto& [key, command] : buttonCommands_) {
+        QAction* button = buttons_.at(key);
+        button->setEnabled(logic_.enabled(command));
+        if (button->isCheckable())
+            button->setChecked(logic_.checked(command));
+    }
+    for (const auto& [option, action] : options_)
+        action->setChecked(logic_.option(option));
+    for (const auto& [fontSize, action] : fontSizes_)
+        action->setChecked(fontSize == logic_.fontSize());
+    status_->setText(logic_.triangleShown()
+                         ? QStringLiteral("Triangle view of %1 (Escape returns to the tree)")
+                               .arg(logic_.triangleLabel())
+                         : logic_.statusText());
+    zoomLabel_->setText(QStringLiteral("%1%").arg(std::lround(canvas_->zoom() * 100)));
+}
+
+bool TreeWindow::event(QEvent* event)
+{
+    // Coming back to the window: "temp.gds" may have come or gone meanwhile.
+    if (event->type() == QEvent::WindowActivate)
+        refresh();
+    return QMainWindow::event(event);
+}
+
+}  // namespace tav

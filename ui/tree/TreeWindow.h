@@ -1,0 +1,69 @@
+#pragma once
+
+#include "ui/tree/TreeWindowLogic.h"
+
+#include <QMainWindow>
+#include <map>
+
+class QAction;
+class QLabel;
+class QMenu;
+
+namespace tav {
+
+class TreeCanvas;
+
+// The family tree window (frmTree): menus, a toolbar, the canvas and a
+// status bar over TreeWindowLogic. Commands act on the selected person; a
+// right click on a box selects it and offers them in a context menu.
+class TreeWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit TreeWindow(Session& session, QWidget* parent = nullptr);
+    ~TreeWindow() override;
+
+    // Shown by a request: builds the tree when the session asks for a new
+    // one, with the top person centred at the top.
+    void activateRequest();
+    // The options changed: labels, sizes and colours follow at once.
+    void settingsChanged();
+
+    TreeWindowLogic& logic() { return logic_; }
+    TreeCanvas* canvas() const { return canvas_; }
+    QAction* action(TreeCommand command) const;
+    QAction* optionAction(TreeOption option) const;
+    QAction* fontSizeAction(int fontSize) const;
+    // A toolbar button by its key: "GoBack", "Save", "Open", "Triangle", "Top".
+    QAction* toolbarButton(const QString& key) const;
+    QMenu* contextMenu() const { return contextMenu_; }
+
+    // Selects a person's box, as a click on it does.
+    void select(int32_t slot);
+    // Shows the logic's state: caption, enabled and checked items, status.
+    void refresh();
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildToolbar();
+    void runCommand(TreeCommand command);
+    // After anything that changed the drawing: canvas, then the rest.
+    void viewChanged();
+    void escape();
+
+    Session& session_;
+    TreeWindowLogic logic_;
+    TreeCanvas* canvas_;
+    std::map<TreeCommand, QAction*> actions_;
+    std::map<TreeOption, QAction*> options_;
+    std::map<int, QAction*> fontSizes_;
+    std::map<QString, QAction*> buttons_;
+    std::map<QString, TreeCommand> buttonCommands_;
+    QMenu* contextMenu_ = nullptr;
+    QLabel* status_ = nullptr;
+    QLabel* zoomLabel_ = nullptr;
+};
+
+}  // namespace tav
