@@ -11,6 +11,8 @@
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
+#include "ui/tree/TreeCanvas.h"
+#include "ui/tree/TreeWindow.h"
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -40,6 +42,90 @@ void save(QWidget* widget, const char* name)
         std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
     else
         std::printf("%s\n", qPrintable(path));
+}
+
+// The family tree window: "from top" at each font size and with each
+// option, after Set top and Show parents, after Next spouse, and the
+// triangle view.
+void saveTree(tav::MainWindow& window, tav::Session& session)
+{
+    using tav::TreeCommand;
+    window.treeSelector()->setCurrentIndex(1);
+    window.treeButton()->click();
+    tav::TreeWindow* tree = window.windows().treeWindow();
+    if (!tree)
+        return;
+    tree->resize(1200, 860);
+    tree->canvas()->showTopAtTop();
+    save(tree, "tree-from-top");
+    const int fontSize = session.settings.FontSize;
+    for (int size = 1; size <= 4; ++size) {
+        tree->fontSizeAction(size)->trigger();
+        tree->canvas()->showTopAtTop();
+        const QByteArray name = "tree-font-" + QByteArray::number(size);
+        save(tree, name.constData());
+    }
+    tree->fontSizeAction(fontSize)->trigger();
+    const char* optionNames[] = {"dates",     "surnames",  "mark",
+                                 "main-line", "no-spouse", "background"};
+    int i = 0;
+    for (const tav::TreeOption option : tav::treeOptions) {
+        tree->optionAction(option)->trigger();
+        tree->canvas()->showTopAtTop();
+        const QByteArray name = QByteArray("tree-option-") + optionNames[i++];
+        save(tree, name.constData());
+        tree->optionAction(option)->trigger();
+    }
+    for (const tav::TreeOption option : tav::treeOptions)
+        if (option != tav::TreeOption::NoSpouse && option != tav::TreeOption::BackColour)
+            tree->optionAction(option)->trigger();
+    tree->canvas()->showTopAtTop();
+    save(tree, "tree-options-together");
+    for (const tav::TreeOption option : tav::treeOptions)
+        if (option != tav::TreeOption::NoSpouse && option != tav::TreeOption::BackColour)
+            tree->optionAction(option)->trigger();
+
+    // A grandchild becomes the top, then its parents come back above it.
+    const tav::TreeModel& model = tree->logic().model();
+    if (model.nTreeFam >= 2) {
+        const tav::TreeFamily& second = model.family(2);
+        tree->select(second.indSt + std::max(1, second.childShown));
+        tree->action(TreeCommand::SetTop)->trigger();
+        tree->canvas()->showTopAtTop();
+        save(tree, "tree-set-top");
+        tree->select(1);
+        tree->action(TreeCommand::ShowParents)->trigger();
+        tree->canvas()->showTopAtTop();
+        save(tree, "tree-show-parents");
+    }
+    tree->select(1);
+    tree->action(TreeCommand::TriangleView)->trigger();
+    save(tree, "tree-triangle");
+    tree->action(TreeCommand::TriangleView)->trigger();
+
+    // Someone with several marriages with children, their next marriage shown.
+    int32_t married = 0;
+    for (int32_t slot = 1; slot <= session.records.individualCount() && married == 0; ++slot) {
+        const tav::Individual& person = session.records.individual(slot);
+        int withChildren = 0;
+        for (int k = 1; k <= person.storedSpouseFamilies(); ++k)
+            withChildren +=
+                session.records.family(session.records.spouseFamilyOf(person, k)).childCount > 0;
+        if (withChildren >= 2)
+            married = slot;
+    }
+    if (married != 0) {
+        window.logic().setCurrentIndividualText(QString::number(married));
+        window.treeSelector()->setCurrentIndex(0);
+        window.treeButton()->click();
+        tree->canvas()->showTopAtTop();
+        save(tree, "tree-before-next-spouse");
+        tree->select(1);
+        tree->action(TreeCommand::NextSpouse)->trigger();
+        tree->canvas()->showTopAtTop();
+        save(tree, "tree-next-spouse");
+    }
+    tree->close();
 }
 
 }  // namespace
@@ -134,6 +220,8 @@ int main(int argc, char* argv[])
     }
     find->resultsList()->hidePopup();
     find->close();
+
+    saveTree(window, session);
 
     tav::OptionsDialog options(session, store);
     save(&options, "options-general");
