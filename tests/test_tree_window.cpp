@@ -1,0 +1,538 @@
+#include "core/Fault.h"
+#include "tests/TestSupport.h"
+#include "tests/TreeTestSupport.h"
+#include "ui/tree/DescendantTriangle.h"
+#include "ui/tree/TreeViewFile.h"
+#include "ui/tree/TreeWindowLogic.h"
+
+#include <QDir>
+#include <QFile>
+#include <array>
+#include <vector>
+
+using namespace tav;
+using tav::test::familyFile;
+using tav::test::FileFamily;
+
+namespace {
+
+// indIdx, childNo, descendant of a person slot.
+using PersonRow = std::array<int32_t, 3>;
+using Persons = std::vector<PersonRow>;
+// famIdx, head, indSt, nChildren, childShown, spouseNo of a family slot.
+using FamilyRow = std::array<int32_t, 6>;
+using Families = std::vector<FamilyRow>;
+
+// Gus and Gina (F1) have Dan and Uma. Dan married Ann (F2: Kim, who has Pam
+// with Ola in F5), Bea (F3: Lou, and Max, who has Val and Wes with Tia in
+// F7) and Cat (F4: Ned). Uma and Rex (F6) have Sam (F8 with Xia: Yul) and
+// Tom (F9 with Zoe: Ada and Bob).
+//
+// Descendants: Max 2, Kim 1, Sam 1, Tom 2, Uma 5, Dan 7, Gus 14. Dan's
+// best family is the second (2 + Max's 2).
+const QByteArray gusFile =
+    familyFile({"Gus /Gray/:M",  "Gina /Gray/:F", "Dan /Gray/:M", "Uma /Gray/:F", "Ann /Ash/:F",
+                "Bea /Birch/:F", "Cat /Cole/:F",  "Kim /Gray/:F", "Lou /Gray/:M", "Max /Gray/:M",
+                "Ned /Gray/:M",  "Ola /Oak/:M",   "Pam /Oak/:F",  "Rex /Reed/:M", "Sam /Reed/:M",
+                "Tia /Teak/:F",  "Val /Gray/:M",  "Wes /Gray/:M", "Tom /Reed/:M", "Xia /Yew/:F",
+                "Yul /Reed/:M",  "Zoe /Zeal/:F",  "Ada /Reed/:F", "Bob /Reed/:M"},
+               {{1, 2, {3, 4}},
+                {3, 5, {8}},
+                {3, 6, {9, 10}},
+                {3, 7, {11}},
+                {12, 8, {13}},
+                {14, 4, {15, 19}},
+                {10, 16, {17, 18}},
+                {15, 20, {21}},
+                {19, 22, {23, 24}}});
+
+// The tree of Gus, as the window first builds it: Dan carries the line
+// through his best family (Bea), then Max, then Val (a tie of none).
+const Persons gusPersons = {{1, 0, 1}, {2, 0, 0},  {3, 1, 1},  {4, 2, 1},  {6, 0, 0},
+                            {9, 1, 1}, {10, 2, 1}, {16, 0, 0}, {17, 1, 1}, {18, 2, 1}};
+const Families gusFamilies = {{1, 1, 2, 2, 1, 1}, {3, 3, 5, 2, 2, 2}, {7, 7, 8, 2, 1, 1}};
+
+// The tree of Dan: the same lower part, from slot 1.
+const Persons danPersons = {{3, 0, 1},  {6, 0, 0},  {9, 1, 1}, {10, 2, 1},
+                            {16, 0, 0}, {17, 1, 1}, {18, 2, 1}};
+const Families danFamilies = {{3, 1, 2, 2, 2, 2}, {7, 4, 5, 2, 1, 1}};
+
+}  // namespace
+
+class TreeWindowLogicTest : public tav::test::SessionTest {
+protected:
+    TreeWindowLogicTest()
+    {
+        QDir::setCurrent(dir.path());  // temp.gds lies in the test's own folder
+    }
+    ~TreeWindowLogicTest() override { QDir::setCurrent(startFolder); }
+
+    // A new window showing the tree of an individual.
+    TreeWindowLogic& open(int32_t individual)
+    {
+        session.curInd = individual;
+        session.tree.treeBuilt = false;
+        logic = std::make_unique<TreeWindowLogic>(
+            session, [](int) { return std::make_unique<tav::test::StubMeasure>(); });
+        logic->activate();
+        return *logic;
+    }
+
+    // Selects the box of an individual and runs a command on it.
+    void runOn(int32_t individual, TreeCommand command)
+    {
+        logic->select(slotOf(individual));
+        ASSERT_EQ(individualSelected(), individual);
+        ASSERT_TRUE(logic->enabled(command)) << treeCommandText(command).toStdString();
+        logic->run(command);
+    }
+
+    int32_t slotOf(int32_t individual) const
+    {
+        for (int32_t k = 1; k <= model().nTreeInd; ++k)
+            if (model().person(k).indIdx == individual)
+                return k;
+        return 0;
+    }
+    int32_t individualSelected() const { return model().person(logic->selected()).indIdx; }
+
+    const TreeModel& model() const { return logic->model(); }
+    Persons persons() const
+    {
+        Persons rows;
+        for (int32_t k = 1; k <= model().nTreeInd; ++k)
+            rows.push_back({model().person(k).indIdx, model().person(k).childNo,
+                            model().person(k).descendant});
+        return rows;
+    }
+    Families families() const
+    {
+        Families rows;
+        for (int32_t k = 1; k <= model().nTreeFam; ++k) {
+            const TreeFamily& f = model().family(k);
+            rows.push_back({f.famIdx, f.head, f.indSt, f.nChildren, f.childShown, f.spouseNo});
+        }
+        return rows;
+    }
+    // GoBack gives the view before the last command, once.
+    void expectGoBackTo(const Persons& before, const Families& beforeFamilies)
+    {
+        ASSERT_TRUE(logic->enabled(TreeCommand::GoBack));
+        logic->run(TreeCommand::GoBack);
+        EXPECT_EQ(persons(), before);
+        EXPECT_EQ(families(), beforeFamilies);
+        EXPECT_FALSE(logic->enabled(TreeCommand::GoBack)) << "one level only";
+    }
+
+    QString startFolder = QDir::currentPath();
+    std::unique_ptr<TreeWindowLogic> logic;
+};
+
+TEST_F(TreeWindowLogicTest, TheFirstActivationBuildsTheTreeOfTheCurrentIndividual)
+{
+    ASSERT_TRUE(load(gusFile));
+    session.tree.prevViewSaved = true;
+    open(1);
+    EXPECT_TRUE(session.tree.treeBuilt);
+    EXPECT_FALSE(logic->enabled(TreeCommand::GoBack)) << "nothing kept when the window opens";
+    EXPECT_EQ(persons(), gusPersons);
+    EXPECT_EQ(families(), gusFamilies);
+    EXPECT_EQ(logic->caption(), QStringLiteral("Family tree - GRAY, Gus"));
+    EXPECT_EQ(logic->statusText(), QStringLiteral("GRAY, Gus (1)"));
+    EXPECT_EQ(logic->toolTip(1), QStringLiteral("GRAY, Gus\nIndividual 1\nDescendants: 14"));
+    EXPECT_FALSE(logic->activate()) << "a later activation changes nothing";
+
+    // Asked again, the open window builds anew and keeps the old view for GoBack.
+    session.curInd = 3;
+    session.tree.treeBuilt = false;
+    EXPECT_TRUE(logic->activate());
+    EXPECT_EQ(persons(), danPersons);
+    expectGoBackTo(gusPersons, gusFamilies);
+}
+
+TEST_F(TreeWindowLogicTest, NextSpouseCyclesThroughThreeFamilies)
+{
+    ASSERT_TRUE(load(gusFile));
+    open(1);
+    // Dan's family shown is his second; the next is Cat's (third), whose
+    // Ned ends the line.
+    runOn(3, TreeCommand::NextSpouse);
+    const Persons withCat = {{1, 0, 1}, {2, 0, 0}, {3, 1, 1}, {4, 2, 1}, {7, 0, 0}, {11, 1, 1}};
+    const Families withCatFamilies = {{1, 1, 2, 2, 1, 1}, {4, 3, 5, 1, 1, 3}};
+    EXPECT_EQ(persons(), withCat);
+    EXPECT_EQ(families(), withCatFamilies);
+    EXPECT_EQ(individualSelected(), 3);
+    expectGoBackTo(gusPersons, gusFamilies);
+
+    runOn(3, TreeCommand::NextSpouse);
+    // Round to the first: Ann, then Kim and her husband Ola (Kim is a woman).
+    runOn(3, TreeCommand::NextSpouse);
+    const Persons withAnn = {{1, 0, 1}, {2, 0, 0}, {3, 1, 1},  {4, 2, 1},
+                             {5, 0, 0}, {8, 1, 1}, {12, 0, 0}, {13, 1, 1}};
+    const Families withAnnFamilies = {{1, 1, 2, 2, 1, 1}, {2, 3, 5, 1, 1, 1}, {5, 6, 7, 1, 1, 1}};
+    EXPECT_EQ(persons(), withAnn);
+    EXPECT_EQ(families(), withAnnFamilies);
+    expectGoBackTo(withCat, withCatFamilies);
+
+    runOn(3, TreeCommand::NextSpouse);
+    runOn(3, TreeCommand::NextSpouse);
+    EXPECT_EQ(persons(), gusPersons) << "the second family again";
+    EXPECT_EQ(families(), gusFamilies);
+
+    // Who has fewer than two families, or is a spouse, has no next one.
+    logic->select(slotOf(10));
+    EXPECT_FALSE(logic->enabled(TreeCommand::NextSpouse));
+    logic->select(slotOf(6));
+    EXPECT_FALSE(logic->enabled(TreeCommand::NextSpouse));
+}
+
+TEST_F(TreeWindowLogicTest, ShowDescendantsOnAChildThatDidNotCarryTheLine)
+{
+    ASSERT_TRUE(load(gusFile));
+    open(1);
+    // Uma, Gus's second child: the most-descendants walk goes through Tom
+    // (2 against Sam's 1) ...
+    runOn(4, TreeCommand::ShowDescendantsMost);
+    EXPECT_EQ(persons(), (Persons{{1, 0, 1},
+                                  {2, 0, 0},
+                                  {3, 1, 1},
+                                  {4, 2, 1},
+                                  {14, 0, 0},
+                                  {15, 1, 1},
+                                  {19, 2, 1},
+                                  {22, 0, 0},
+                                  {23, 1, 1},
+                                  {24, 2, 1}}));
+    EXPECT_EQ(families(), (Families{{1, 1, 2, 2, 2, 1}, {6, 4, 5, 2, 2, 1}, {9, 7, 8, 2, 1, 1}}));
+    EXPECT_EQ(individualSelected(), 4);
+    expectGoBackTo(gusPersons, gusFamilies);
+
+    // ... the eldest line through Sam, the first whose family has children.
+    runOn(4, TreeCommand::ShowDescendantsEldest);
+    EXPECT_EQ(persons(), (Persons{{1, 0, 1},
+                                  {2, 0, 0},
+                                  {3, 1, 1},
+                                  {4, 2, 1},
+                                  {14, 0, 0},
+                                  {15, 1, 1},
+                                  {19, 2, 1},
+                                  {20, 0, 0},
+                                  {21, 1, 1}}));
+    EXPECT_EQ(families(), (Families{{1, 1, 2, 2, 2, 1}, {6, 4, 5, 2, 1, 1}, {8, 6, 8, 1, 1, 1}}));
+    expectGoBackTo(gusPersons, gusFamilies);
+
+    // Childless people and spouses have no descendants to show.
+    for (const int32_t individual : {9, 6}) {
+        logic->select(slotOf(individual));
+        EXPECT_FALSE(logic->enabled(TreeCommand::ShowDescendantsMost)) << individual;
+        EXPECT_FALSE(logic->enabled(TreeCommand::ShowDescendantsEldest)) << individual;
+    }
+}
+
+TEST_F(TreeWindowLogicTest, ShowParentsOnTheTopAndOnALowerDescendantAndSetTop)
+{
+    ASSERT_TRUE(load(gusFile));
+    open(3);
+    ASSERT_EQ(persons(), danPersons);
+    ASSERT_EQ(families(), danFamilies);
+    // Dan's parents come above him: Gus's family with Dan as its line
+    // child, Dan's two families below it, renumbered. It is Gus's own tree.
+    runOn(3, TreeCommand::ShowParents);
+    EXPECT_EQ(persons(), gusPersons);
+    EXPECT_EQ(families(), gusFamilies);
+    EXPECT_EQ(individualSelected(), 3);
+    EXPECT_EQ(logic->caption(), QStringLiteral("Family tree - GRAY, Gus"));
+    expectGoBackTo(danPersons, danFamilies);
+
+    // Uma, Gus's second child, carries the line of her parents' family:
+    // the same tables as her descendants shown from Gus's tree.
+    open(4);
+    runOn(4, TreeCommand::ShowParents);
+    const Persons umaLine = persons();
+    const Families umaLineFamilies = families();
+    EXPECT_EQ(umaLineFamilies[0], (FamilyRow{1, 1, 2, 2, 2, 1}));
+    open(1);
+    runOn(4, TreeCommand::ShowDescendantsMost);
+    EXPECT_EQ(persons(), umaLine);
+    EXPECT_EQ(families(), umaLineFamilies);
+
+    // Set top on Uma's son Sam after the eldest walk; then his parents:
+    // Rex is the top, Uma his spouse, and Sam's family (Xia, Yul) stays
+    // below, moved from slots 8 and 9 to 5 and 6.
+    open(1);
+    runOn(4, TreeCommand::ShowDescendantsEldest);
+    runOn(15, TreeCommand::ShowParents);
+    const Persons underRex = {{14, 0, 1}, {4, 0, 0},  {15, 1, 1},
+                              {19, 2, 1}, {20, 0, 0}, {21, 1, 1}};
+    const Families underRexFamilies = {{6, 1, 2, 2, 1, 1}, {8, 3, 5, 1, 1, 1}};
+    EXPECT_EQ(persons(), underRex);
+    EXPECT_EQ(families(), underRexFamilies);
+    EXPECT_EQ(individualSelected(), 15);
+
+    runOn(19, TreeCommand::SetTop);
+    EXPECT_EQ(persons(), (Persons{{19, 0, 1}, {22, 0, 0}, {23, 1, 1}, {24, 2, 1}}));
+    EXPECT_EQ(families(), (Families{{9, 1, 2, 2, 1, 1}}));
+    EXPECT_EQ(logic->selected(), 1);
+    EXPECT_FALSE(logic->enabled(TreeCommand::SetTop)) << "already the top";
+    expectGoBackTo(underRex, underRexFamilies);
+
+    // Gus has no parents; a spouse's parents are not the line's.
+    logic->select(1);
+    EXPECT_FALSE(logic->enabled(TreeCommand::ShowParents));
+    logic->select(2);
+    EXPECT_FALSE(logic->enabled(TreeCommand::ShowParents));
+}
+
+TEST_F(TreeWindowLogicTest, ParentsWithoutAFatherPutTheMotherOnTop)
+{
+    // Mia's family names only her mother Eve; Kit's names no parent at all.
+    ASSERT_TRUE(load(
+        familyFile({"Eve /Ash/:F", "Mia /Ash/:F", "Kit /Oak/:M"}, {{0, 1, {2}}, {0, 0, {3}}})));
+    open(2);
+    runOn(2, TreeCommand::ShowParents);
+    EXPECT_EQ(persons(), (Persons{{1, 0, 1}, {0, 0, 0}, {2, 1, 1}}));
+    EXPECT_EQ(families(), (Families{{1, 1, 2, 1, 1, 1}}));
+    EXPECT_EQ(model().person(2).label, QStringLiteral("?"));
+    EXPECT_EQ(logic->statusText(), QStringLiteral("ASH, Mia (2)"));
+    logic->select(2);
+    EXPECT_FALSE(logic->enabled(TreeCommand::CountDescendants)) << "no one to count";
+    EXPECT_FALSE(logic->enabled(TreeCommand::SetTop));
+    open(3);
+    EXPECT_FALSE(logic->enabled(TreeCommand::ShowParents));
+}
+
+TEST_F(TreeWindowLogicTest, ACommandPastTheCapacityKeepsTheView)
+{
+    // The top's first family has one child; the second starts a line of 50
+    // families of 20 children, too many boxes for one view.
+    std::vector<QByteArray> people(2 + 50 * 20, ":M");
+    std::vector<FileFamily> chain = {{1, 0, {2}}};
+    int32_t next = 3;
+    for (int g = 0; g < 50; ++g) {
+        FileFamily family{g == 0 ? 1 : next - 20, 0, {}};
+        for (int c = 0; c < 20; ++c)
+            family.children.push_back(next++);
+        chain.push_back(family);
+    }
+    ASSERT_TRUE(load(familyFile(people, chain)));
+    open(1);
+    EXPECT_EQ(messages.texts(), QStringList{"Error no:  9 Subscript out of range"});
+    EXPECT_EQ(persons(), (Persons{{1, 0, 1}}))
+        << "the walk failed: the top person alone, never half a tree";
+
+    runOn(1, TreeCommand::ShowDescendantsEldest);
+    const Persons small = {{1, 0, 1}, {0, 0, 0}, {2, 1, 1}};
+    ASSERT_EQ(persons(), small);
+    const TreeTables shown = model();
+    for (const TreeCommand command : {TreeCommand::NextSpouse, TreeCommand::ShowDescendantsMost}) {
+        messages.clear();
+        runOn(1, command);
+        EXPECT_EQ(messages.texts(), QStringList{"Error no:  9 Subscript out of range"});
+        EXPECT_EQ(persons(), small);
+        EXPECT_EQ(model().prevInd, shown.prevInd) << "the GoBack copy is untouched";
+        EXPECT_EQ(model().nPrevInd, shown.nPrevInd);
+        EXPECT_TRUE(session.tree.prevViewSaved);
+    }
+    expectGoBackTo(Persons{{1, 0, 1}}, Families{});
+}
+
+TEST_F(TreeWindowLogicTest, SavedViewsOpenAgainAndDamagedOnesChangeNothing)
+{
+    ASSERT_TRUE(load(gusFile));
+    open(1);
+    EXPECT_FALSE(logic->enabled(TreeCommand::OpenView)) << "no temp.gds yet";
+    runOn(4, TreeCommand::ShowDescendantsMost);
+    const TreeTables saved = model();
+    logic->run(TreeCommand::SaveView);
+    EXPECT_EQ(logic->takeNotice(), QStringLiteral("View saved in ") +
+                                       QDir::toNativeSeparators(dir.filePath("temp.gds")));
+    ASSERT_TRUE(QFile::exists(dir.filePath("temp.gds")));
+
+    runOn(4, TreeCommand::SetTop);
+    const Persons setTop = persons();
+    logic->run(TreeCommand::OpenView);
+    EXPECT_TRUE(messages.entries.empty());
+    for (int32_t k = 1; k <= saved.nTreeInd; ++k)
+        EXPECT_EQ(model().person(k), saved.person(k)) << k;
+    for (int32_t k = 1; k <= saved.nTreeFam; ++k)
+        EXPECT_EQ(model().family(k), saved.family(k)) << k;
+    EXPECT_EQ(logic->drawing().boxes.size(), size_t(saved.nTreeInd));
+    expectGoBackTo(setTop, Families{{6, 1, 2, 2, 1, 1}, {8, 3, 5, 1, 1, 1}});
+
+    // Saved with another file: the user is asked first, and No keeps the view.
+    QFile file(dir.filePath("temp.gds"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray text = file.readAll();
+    file.close();
+    text.replace(QDir::cleanPath(dir.filePath("test.ged")).toUtf8(), "/elsewhere/other.ged");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text);
+    file.close();
+    messages.answers = {false};
+    logic->run(TreeCommand::OpenView);
+    ASSERT_EQ(messages.entries.size(), 1u);
+    EXPECT_EQ(messages.entries[0].text,
+              QStringLiteral("This view was saved with /elsewhere/other.ged. Show it anyway?"));
+    EXPECT_EQ(persons(), setTop);
+
+    // A damaged file says why, and the view stays.
+    messages.clear();
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text.left(text.size() / 2));
+    file.close();
+    logic->run(TreeCommand::OpenView);
+    EXPECT_EQ(messages.texts(), QStringList{"Error no:  62 Input past end of file"});
+    EXPECT_EQ(persons(), setTop);
+
+    // A file that cannot be written is named with the reason.
+    messages.clear();
+    QDir().mkpath(dir.filePath("locked/temp.gds"));
+    QDir::setCurrent(dir.filePath("locked"));
+    logic->run(TreeCommand::SaveView);
+    ASSERT_EQ(messages.entries.size(), 1u);
+    EXPECT_TRUE(messages.entries[0].text.startsWith(
+        QStringLiteral("The view could not be saved in ") +
+        QDir::toNativeSeparators(dir.filePath("locked/temp.gds")) + QStringLiteral(": ")))
+        << messages.entries[0].text.toStdString();
+}
+
+TEST_F(TreeWindowLogicTest, CountFindRelationshipAndBrowserWorkOnTheSelection)
+{
+    ASSERT_TRUE(load(gusFile));
+    open(1);
+    std::vector<WindowRequest> requests;
+    session.windowRequested = [&](const WindowRequest& r) { requests.push_back(r); };
+    runOn(3, TreeCommand::CountDescendants);
+    ASSERT_EQ(messages.entries.size(), 1u);
+    EXPECT_EQ(messages.entries[0].title, QStringLiteral("Count descendants"));
+    EXPECT_EQ(messages.entries[0].text,
+              QStringLiteral("Descendants: 7\r\nSpouses: 5\r\nGenerations: 2"));
+
+    runOn(1, TreeCommand::FindRelationship);
+    EXPECT_TRUE(logic->checked(TreeCommand::FindRelationship));
+    EXPECT_EQ(logic->text(TreeCommand::FindRelationship), QStringLiteral("Find relationship (1)"));
+    runOn(10, TreeCommand::FindRelationship);
+    EXPECT_FALSE(logic->checked(TreeCommand::FindRelationship));
+    EXPECT_EQ(session.report.title, QStringLiteral("Find relationship"));
+    EXPECT_TRUE(session.report.text.contains(QStringLiteral("grand"))) << "Max is Gus's grandson";
+
+    int changes = 0;
+    session.changeListener = [&] { ++changes; };
+    runOn(10, TreeCommand::ShowInBrowser);
+    EXPECT_EQ(session.curInd, 10);
+    EXPECT_EQ(session.browser.viewKind, ViewKind::Individual);
+    EXPECT_EQ(changes, 1) << "the main window's number follows";
+    ASSERT_EQ(requests.size(), 2u);
+    EXPECT_EQ(requests[0].window, AppWindow::Text);
+    EXPECT_EQ(requests[1].window, AppWindow::List);
+}
+
+TEST_F(TreeWindowLogicTest, TheDrawingFollowsTheOptions)
+{
+    ASSERT_TRUE(load(gusFile));
+    tav::test::StubMeasure measure;
+    open(1);
+    const auto lineEndsAt = [&](QPointF point) {
+        for (const TreeLine& line : logic->drawing().lines)
+            if (line.line.p1() == point || line.line.p2() == point)
+                return true;
+        return false;
+    };
+    // Gus's box (label 9 characters: 90 units, centred) ends at 30 + 16 + 2;
+    // a line leaves its middle for Gina's box, 0.35 of a line lower.
+    const TreeBox* gus = logic->drawing().box(1);
+    ASSERT_NE(gus, nullptr);
+    EXPECT_EQ(gus->frame, QRectF(-47, 28, 94, 20));
+    EXPECT_EQ(gus->role, TreeBoxRole::Top);
+    EXPECT_TRUE(gus->selected);
+    EXPECT_EQ(logic->drawing().box(2)->role, TreeBoxRole::Spouse);
+    EXPECT_TRUE(lineEndsAt(QPointF(0.5, 48)));
+    EXPECT_TRUE(lineEndsAt(QPointF(0.5, logic->drawing().box(2)->frame.top())));
+    // Every child's line ends on its box's top edge.
+    for (const int32_t slot : {3, 4}) {
+        const QRectF frame = logic->drawing().box(slot)->frame;
+        EXPECT_TRUE(lineEndsAt(QPointF(std::floor(frame.center().x()) + 0.5, frame.top())));
+    }
+    EXPECT_TRUE(logic->drawing().bounds.contains(logic->drawing().box(10)->frame));
+
+    // Without spouses the lines start at the head; spouses keep their slots.
+    logic->setOption(TreeOption::NoSpouse, true);
+    EXPECT_EQ(logic->drawing().box(2), nullptr);
+    EXPECT_TRUE(lineEndsAt(QPointF(0.5, 48)));
+    EXPECT_EQ(model().nTreeInd, 10);
+    logic->setOption(TreeOption::NoSpouse, false);
+
+    // The shown line: Gus, Dan, Max, Val; a mark above who has descendants.
+    logic->setOption(TreeOption::MainLine, true);
+    logic->setOption(TreeOption::DescendantMark, true);
+    std::vector<int32_t> onLine, marked;
+    for (const TreeBox& box : logic->drawing().boxes) {
+        if (box.mainLine)
+            onLine.push_back(box.slot);
+        if (!box.mark.isEmpty()) {
+            marked.push_back(box.slot);
+            EXPECT_FALSE(box.mark.intersects(box.frame)) << "outside the box";
+        }
+    }
+    EXPECT_EQ(onLine, (std::vector<int32_t>{1, 3, 7, 9}));
+    EXPECT_EQ(marked, (std::vector<int32_t>{1, 2, 3, 4, 5, 7, 8}));
+
+    // Surname style and font size: labels and boxes are made again, the
+    // GoBack copy's too.
+    runOn(18, TreeCommand::SetTop);
+    session.settings.SurnameStyle = 5;
+    session.settings.FontSize = 4;
+    logic->settingsChanged();
+    EXPECT_EQ(model().person(1).label, QStringLiteral("Gray, Wes"));
+    EXPECT_EQ(model().prevInd[1].label, QStringLiteral("Gray, Gus"));
+    logic->run(TreeCommand::GoBack);
+    EXPECT_EQ(model().family(1).layout4, 125) << "laid out for the new size";
+}
+
+TEST_F(TreeWindowLogicTest, ArrowKeysMoveAlongRowsUpToTheHeadAndDownTheLine)
+{
+    ASSERT_TRUE(load(gusFile));
+    open(1);
+    const auto press = [&](TreeMove move) {
+        logic->move(move);
+        return individualSelected();
+    };
+    EXPECT_EQ(press(TreeMove::Down), 3) << "Gus to Dan, the line child";
+    EXPECT_EQ(press(TreeMove::Right), 4);
+    EXPECT_FALSE(logic->move(TreeMove::Right)) << "Uma ends the row";
+    EXPECT_EQ(press(TreeMove::Left), 3);
+    EXPECT_EQ(press(TreeMove::Down), 10);
+    EXPECT_EQ(press(TreeMove::Left), 9);
+    EXPECT_EQ(press(TreeMove::Up), 3);
+    EXPECT_EQ(press(TreeMove::Up), 1);
+    EXPECT_FALSE(logic->move(TreeMove::Up));
+    logic->select(slotOf(16));  // Tia, a spouse: up to Max, down to Val
+    EXPECT_EQ(press(TreeMove::Up), 10);
+    logic->select(slotOf(16));
+    EXPECT_EQ(press(TreeMove::Down), 17);
+}
+
+TEST_F(TreeWindowLogicTest, TheTriangleCountsDistinctPeopleAndStopsAtAHundredGenerations)
+{
+    // Cousins Ann and Bob marry: their child Cy is Gus's great-grandchild
+    // along two lines, counted once in that generation.
+    ASSERT_TRUE(load(familyFile({"Gus:M", "Al:M", "Bo:M", "Ann:F", "Bob:M", "Cy"},
+                                {{1, 0, {2, 3}}, {2, 0, {4}}, {3, 0, {5}}, {5, 4, {6}}})));
+    DescendantTriangle triangle = descendantTriangle(session.records, 1);
+    EXPECT_EQ(triangle.perGeneration, (std::vector<int32_t>{2, 2, 1}));
+    EXPECT_TRUE(triangle.counted);
+    EXPECT_EQ(triangle.descendants, 6) << "counted once per line";
+    EXPECT_EQ(triangle.generations, 3);
+    EXPECT_EQ(triangle.widest(), 2);
+
+    // A line of 120 generations: 100 bands and the note, never a fault.
+    std::vector<QByteArray> people(121, ":M");
+    std::vector<FileFamily> line;
+    for (int g = 1; g <= 120; ++g)
+        line.push_back({g, 0, {g + 1}});
+    ASSERT_TRUE(load(familyFile(people, line)));
+    triangle = descendantTriangle(session.records, 1);
+    EXPECT_FALSE(triangle.counted);
+    EXPECT_EQ(triangle.perGeneration, std::vector<int32_t>(100, 1));
+    EXPECT_TRUE(triangle.deeperThanShown);
+}
