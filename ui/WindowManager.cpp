@@ -16,6 +16,14 @@ WindowManager::WindowManager(Session& session, RegistryStore& store, QWidget* ma
     session_.fileReplacedListener = [this] { fileReplaced(); };
 }
 
+WindowManager::~WindowManager()
+{
+    if (tree_) {
+        tree_->hide();
+        delete tree_.data();
+    }
+}
+
 namespace {
 
 // The one window of its kind, made if needed, shown in front.

@@ -21,6 +21,8 @@ class WindowManager : public QObject {
     Q_OBJECT
 public:
     WindowManager(Session& session, RegistryStore& store, QWidget* mainWindow);
+    // The tree window goes with it: it works on the session's records.
+    ~WindowManager() override;
 
     void show(const WindowRequest& request);
     void closeAll();

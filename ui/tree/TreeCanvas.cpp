@@ -43,12 +43,16 @@ void TreeCanvas::updateRanges()
                                    logic_.fontSize(), logic_.option(TreeOption::BackColour));
     const QRectF content = contentRect();
     const QSize page = viewport()->size();
-    // A tree narrower than the window stands in its middle; a shorter one
-    // at its top.
+    // A tree narrower than the window keeps its top person in the middle
+    // as far as it can while showing all of it; a shorter one stands at the top.
     QScrollBar* h = horizontalScrollBar();
     if (content.width() <= page.width()) {
-        const int centred = int(std::floor(content.center().x() - page.width() / 2.0));
-        h->setRange(centred, centred);
+        const TreeBox* top = logic_.triangleShown() ? nullptr : logic_.drawing().box(1);
+        const double centre = top ? top->frame.center().x() * zoom_ : content.center().x();
+        const int fixed = std::clamp(int(std::lround(centre - page.width() / 2.0)),
+                                     int(std::ceil(content.right())) - page.width(),
+                                     int(std::floor(content.left())));
+        h->setRange(fixed, fixed);
     } else {
         h->setRange(int(std::floor(content.left())),
                     int(std::ceil(content.right())) - page.width());

@@ -1,0 +1,323 @@
+#include "draw/TreePainter.h"
+#include "settings/RegistryStore.h"
+#include "tests/TestSupport.h"
+#include "tests/TreeTestSupport.h"
+#include "ui/WindowManager.h"
+#include "ui/browser/BrowserWindow.h"
+#include "ui/main/MainWindow.h"
+#include "ui/options/OptionsDialog.h"
+#include "ui/tree/TreeCanvas.h"
+#include "ui/tree/TreeLayout.h"
+#include "ui/tree/TreeWindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+
+using namespace tav;
+using tav::test::familyFile;
+
+namespace {
+
+// Gus and Gina have Dan and Uma; Dan has Lou and Max with Bea (his first
+// family) and Ned with Cat; Max has Val.
+const QByteArray grayFile =
+    familyFile({"Gus /Gray/:M", "Gina /Gray/:F", "Dan /Gray/:M", "Uma /Gray/:F", "Bea /Birch/:F",
+                "Cat /Cole/:F", "Lou /Gray/:M", "Max /Gray/:M", "Ned /Gray/:M", "Val /Gray/:M"},
+               {{1, 2, {3, 4}}, {3, 5, {7, 8}}, {3, 6, {9}}, {8, 0, {10}}});
+
+}  // namespace
+
+class TreeWindowTest : public tav::test::SessionTest {
+protected:
+    TreeWindowTest() : store(dir.filePath(QStringLiteral("config/Tav.reg")))
+    {
+        QDir::setCurrent(dir.path());
+    }
+    ~TreeWindowTest() override { QDir::setCurrent(startFolder); }
+
+    // A tree window of its own on an individual, active, its canvas in focus.
+    std::unique_ptr<TreeWindow> openTree(int32_t individual)
+    {
+        session.curInd = individual;
+        session.tree.treeBuilt = false;
+        auto tree = std::make_unique<TreeWindow>(session);
+        tree->setAttribute(Qt::WA_DeleteOnClose, false);
+        tree->show();
+        tree->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(tree.get()));
+        tree->activateRequest();
+        return tree;
+    }
+
+    // The middle of a person's box in the canvas's viewport.
+    static QPoint boxPoint(TreeWindow& tree, int32_t slot)
+    {
+        const TreeBox* box = tree.logic().drawing().box(slot);
+        EXPECT_NE(box, nullptr) << slot;
+        return box ? tree.canvas()->viewportPoint(box->frame.center()).toPoint() : QPoint();
+    }
+
+    // A point inside a person's box, between its frame and its label.
+    static QPoint fillPoint(TreeWindow& tree, int32_t slot)
+    {
+        const TreeBox* box = tree.logic().drawing().box(slot);
+        EXPECT_NE(box, nullptr) << slot;
+        return box ? tree.canvas()
+                         ->viewportPoint(QPointF(box->frame.left() + 1.5, box->frame.center().y()))
+                         .toPoint()
+                   : QPoint();
+    }
+
+    // Which person commands the context menu offers for a box.
+    static std::vector<bool> menuFor(TreeWindow& tree, int32_t slot)
+    {
+        QTest::mouseClick(tree.canvas()->viewport(), Qt::RightButton, {}, boxPoint(tree, slot));
+        EXPECT_EQ(tree.logic().selected(), slot);
+        EXPECT_TRUE(tree.contextMenu()->isVisible());
+        std::vector<bool> enabled;
+        for (QAction* action : tree.contextMenu()->actions())
+            if (!action->isSeparator())
+                enabled.push_back(action->isEnabled());
+        tree.contextMenu()->hide();
+        return enabled;
+    }
+
+    QString startFolder = QDir::currentPath();
+    RegistryStore store;
+};
+
+TEST_F(TreeWindowTest, TheSelectorOpensTheTreeOfTheNumberOrOfTheTop)
+{
+    MainWindow empty(session, store, dir.path());
+    empty.startUp(QString());
+    EXPECT_FALSE(empty.treeSelector()->isEnabled());
+    EXPECT_FALSE(empty.treeButton()->isEnabled());
+
+    MainWindow window(session, store, dir.path());
+    window.startUp(writeFile(grayFile, "gray.ged"));
+    ASSERT_EQ(window.treeSelector()->count(), 2);
+    EXPECT_EQ(window.treeSelector()->itemText(0), QStringLiteral("family tree from current"));
+    EXPECT_EQ(window.treeSelector()->currentIndex(), 1) << "from the top, at start";
+    EXPECT_TRUE(window.treeButton()->isEnabled());
+
+    window.logic().setCurrentIndividualText(QStringLiteral("99"));
+    window.treeSelector()->setCurrentIndex(0);
+    window.treeButton()->click();
+    EXPECT_EQ(messages.texts(), QStringList{"There is no individual 99 in this file."});
+    EXPECT_EQ(window.windows().treeWindow(), nullptr);
+
+    window.logic().setCurrentIndividualText(QStringLiteral("3"));
+    window.treeButton()->click();
+    TreeWindow* tree = window.windows().treeWindow();
+    ASSERT_NE(tree, nullptr);
+    EXPECT_EQ(tree->windowTitle(), QStringLiteral("Family tree - GRAY, Dan"));
+    EXPECT_EQ(tree->logic().model().nTreeInd, 6);
+
+    // From the top, the same window builds Gus's tree.
+    window.treeSelector()->setCurrentIndex(1);
+    window.treeButton()->click();
+    EXPECT_EQ(window.windows().treeWindow(), tree);
+    EXPECT_EQ(tree->windowTitle(), QStringLiteral("Family tree - GRAY, Gus"));
+    EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 1"));
+
+    // Another file closes the tree, whose slots name the old file's people.
+    // Bea and Cy tie as parents of Di: the lower slot is the top.
+    window.openFile(
+        writeFile(familyFile({"Abe", "Bea /Ash/", "Cy /Ash/", "Di"}, {{3, 2, {4}}}), "tie.ged"));
+    EXPECT_EQ(window.windows().treeWindow(), nullptr);
+    window.treeButton()->click();
+    ASSERT_NE(window.windows().treeWindow(), nullptr);
+    EXPECT_EQ(window.windows().treeWindow()->windowTitle(),
+              QStringLiteral("Family tree - ASH, Bea"));
+    EXPECT_EQ(session.curInd, 2);
+    EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 2"));
+
+    // Ctrl+T: the tree of the individual in the box.
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    window.logic().setCurrentIndividualText(QStringLiteral("4"));
+    QTest::keyClick(&window, Qt::Key_T, Qt::ControlModifier);
+    EXPECT_EQ(window.windows().treeWindow()->windowTitle(), QStringLiteral("Family tree - , Di"));
+}
+
+TEST_F(TreeWindowTest, TheBrowsersFamTreeOpensTheTreeOfTheIndividualOrTheHusband)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(writeFile(grayFile, "gray.ged"));
+    session.openBrowser(ViewKind::Family, 2, BrowserCaller::MainWindow);
+    BrowserWindow* browser = window.windows().browser();
+    ASSERT_NE(browser, nullptr);
+    QAction* famTree = browser->action("FamTree");
+    ASSERT_NE(famTree, nullptr);
+    EXPECT_TRUE(famTree->isEnabled());
+    famTree->trigger();
+    ASSERT_NE(window.windows().treeWindow(), nullptr);
+    EXPECT_EQ(window.windows().treeWindow()->windowTitle(),
+              QStringLiteral("Family tree - GRAY, Dan"));
+    EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 3"));
+
+    session.openBrowser(ViewKind::AllIndividuals, BrowserCaller::MainWindow);
+    EXPECT_FALSE(famTree->isEnabled());
+    session.openBrowser(ViewKind::Individual, 4, BrowserCaller::MainWindow);
+    EXPECT_TRUE(famTree->isEnabled());
+    browser->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(browser));
+    QTest::keyClick(browser, Qt::Key_T, Qt::ControlModifier);
+    EXPECT_EQ(window.windows().treeWindow()->windowTitle(),
+              QStringLiteral("Family tree - GRAY, Uma"));
+}
+
+TEST_F(TreeWindowTest, TheContextMenuOffersWhatAppliesToTheBoxClicked)
+{
+    ASSERT_TRUE(load(grayFile));
+    const auto tree = openTree(1);
+    EXPECT_EQ(tree->findChild<QToolBar*>()->height(), treeToolbarHeight);
+    // Most, eldest, next spouse, set top, parents; count, relationship, browser.
+    using Enabled = std::vector<bool>;
+    EXPECT_EQ(menuFor(*tree, 1), (Enabled{true, true, false, false, false, true, true, true}))
+        << "the top person";
+    EXPECT_EQ(menuFor(*tree, 2), (Enabled{false, false, false, true, false, true, true, true}))
+        << "a spouse";
+    EXPECT_EQ(menuFor(*tree, 3), (Enabled{true, true, true, true, true, true, true, true}))
+        << "Dan, the line child";
+    EXPECT_EQ(menuFor(*tree, 6), (Enabled{false, false, false, true, true, true, true, true}))
+        << "Lou, a child without a family";
+    EXPECT_EQ(tree->logic().statusText(), QStringLiteral("GRAY, Lou (7)"));
+
+    // A command from the menu, on the box clicked.
+    menuFor(*tree, 3);
+    tree->action(TreeCommand::NextSpouse)->trigger();
+    EXPECT_EQ(tree->logic().model().family(2).famIdx, 3) << "Dan's family with Cat";
+}
+
+TEST_F(TreeWindowTest, KeysMoveTheSelectionGoBackSaveAndOpen)
+{
+    ASSERT_TRUE(load(grayFile));
+    const auto tree = openTree(1);
+    TreeCanvas* canvas = tree->canvas();
+    ASSERT_EQ(QApplication::focusWidget(), canvas);
+    QTest::keyClick(canvas, Qt::Key_Down);
+    QTest::keyClick(canvas, Qt::Key_Right);
+    EXPECT_EQ(tree->logic().selected(), 4);
+    EXPECT_EQ(tree->logic().statusText(), QStringLiteral("GRAY, Uma (4)"));
+    QTest::keyClick(canvas, Qt::Key_Up);
+    EXPECT_EQ(tree->logic().selected(), 1);
+
+    QTest::keyClick(canvas, Qt::Key_S, Qt::ControlModifier);
+    ASSERT_TRUE(QFile::exists(dir.filePath("temp.gds")));
+    EXPECT_TRUE(tree->toolbarButton("Open")->isEnabled());
+    const int32_t shownFamily = tree->logic().model().family(2).famIdx;
+    QTest::mouseClick(canvas->viewport(), Qt::LeftButton, {}, boxPoint(*tree, 3));
+    EXPECT_EQ(tree->logic().selected(), 3);
+    tree->action(TreeCommand::NextSpouse)->trigger();
+    ASSERT_NE(tree->logic().model().family(2).famIdx, shownFamily);
+
+    QTest::keyClick(canvas, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(tree->logic().model().family(2).famIdx, shownFamily) << "the saved view";
+    EXPECT_TRUE(tree->toolbarButton("GoBack")->isEnabled());
+    QTest::keyClick(canvas, Qt::Key_Backspace);
+    EXPECT_NE(tree->logic().model().family(2).famIdx, shownFamily) << "back before the opening";
+    EXPECT_FALSE(tree->toolbarButton("GoBack")->isEnabled());
+
+    // Ctrl+G shows the triangle, Escape the tree again, a second Escape closes.
+    QTest::keyClick(canvas, Qt::Key_G, Qt::ControlModifier);
+    EXPECT_TRUE(tree->logic().triangleShown());
+    EXPECT_TRUE(tree->toolbarButton("Triangle")->isChecked());
+    QTest::keyClick(canvas, Qt::Key_Escape);
+    EXPECT_FALSE(tree->logic().triangleShown());
+    EXPECT_TRUE(tree->isVisible());
+    QTest::keyClick(canvas, Qt::Key_Escape);
+    EXPECT_FALSE(tree->isVisible());
+    EXPECT_TRUE(messages.entries.empty());
+}
+
+TEST_F(TreeWindowTest, ZoomFitAndPanningMoveOnlyTheView)
+{
+    ASSERT_TRUE(load(grayFile));
+    const auto tree = openTree(1);
+    tree->resize(400, 300);
+    TreeCanvas* canvas = tree->canvas();
+    QCoreApplication::processEvents();
+    const TreeTables before = tree->logic().model();
+    // The top person stands centred at the top.
+    const QPoint top = boxPoint(*tree, 1);
+    EXPECT_NEAR(top.x(), canvas->viewport()->width() / 2, 1);
+    EXPECT_LT(top.y(), 60);
+
+    QTest::keyClick(canvas, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(canvas->zoom(), 1.25);
+    QTest::keyClick(canvas, Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(canvas->zoom(), 1.0);
+    QTest::keyClick(canvas, Qt::Key_0, Qt::ControlModifier);
+    const QRectF bounds = tree->logic().drawing().bounds;
+    EXPECT_LE(bounds.width() * canvas->zoom(), canvas->viewport()->width() + 1);
+    EXPECT_LE(bounds.height() * canvas->zoom(), canvas->viewport()->height() + 1);
+    EXPECT_EQ(tree->logic().model().treeInd, before.treeInd) << "layout stays";
+
+    canvas->setZoom(5.0);
+    QScrollBar* across = canvas->horizontalScrollBar();
+    ASSERT_GT(across->maximum() - across->minimum(), 80);
+    across->setValue((across->minimum() + across->maximum()) / 2);
+    const int x = across->value();
+    const QPoint empty(2, canvas->viewport()->height() - 2);
+    ASSERT_EQ(tree->logic().drawing().slotAt(canvas->treePoint(empty)), 0);
+    QTest::mousePress(canvas->viewport(), Qt::LeftButton, {}, empty);
+    QTest::mouseMove(canvas->viewport(), empty + QPoint(40, 0));
+    QTest::mouseRelease(canvas->viewport(), Qt::LeftButton, {}, empty + QPoint(40, 0));
+    EXPECT_EQ(across->value(), x - 40);
+    EXPECT_EQ(tree->logic().selected(), 1) << "dragging the background selects nobody";
+}
+
+TEST_F(TreeWindowTest, AnOptionChangedInTheOptionsDialogShowsAtTheNextRepaint)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(writeFile(grayFile, "gray.ged"));
+    window.treeButton()->click();
+    TreeWindow* tree = window.windows().treeWindow();
+    ASSERT_NE(tree, nullptr);
+    tree->resize(500, 400);
+    QCoreApplication::processEvents();
+    QWidget* viewport = tree->canvas()->viewport();
+    const QPoint gina = fillPoint(*tree, 2);
+    const QPoint corner(3, viewport->height() - 3);
+    QImage shown = viewport->grab().toImage();
+    EXPECT_EQ(shown.pixelColor(corner), QColor(Qt::white));
+    const QColor spouseFill = shown.pixelColor(gina);
+    EXPECT_NE(spouseFill, QColor(Qt::white));
+
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<OptionsDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        for (QCheckBox* box : dialog->findChildren<QCheckBox*>())
+            if (box->text() == QStringLiteral("Alternative background colour") ||
+                box->text() == QStringLiteral("Leave out spouses"))
+                box->setChecked(true);
+        dialog->accept();
+    });
+    session.showWindow(AppWindow::Options);
+    ASSERT_TRUE(session.settings.BackColour);
+    shown = viewport->grab().toImage();
+    EXPECT_EQ(shown.pixelColor(corner), treeBackground(true));
+    EXPECT_EQ(shown.pixelColor(gina), treeBackground(true)) << "Gina is gone";
+    EXPECT_TRUE(tree->optionAction(TreeOption::NoSpouse)->isChecked());
+
+    // The View menu changes the same settings.
+    tree->optionAction(TreeOption::BackColour)->trigger();
+    EXPECT_FALSE(session.settings.BackColour);
+    const int height = tree->logic().drawing().box(1)->frame.toRect().height();
+    tree->fontSizeAction(4)->trigger();
+    EXPECT_EQ(session.settings.FontSize, 4);
+    EXPECT_GT(tree->logic().drawing().box(1)->frame.toRect().height(), height);
+}
