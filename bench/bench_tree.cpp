@@ -1,13 +1,21 @@
 // The family tree: "family tree from top" on a generated file of 40000
 // individuals, one walk with its layout, and a view file of 1000 persons
-// written and read.
+// written and read; the tree window from the choice to its first painting,
+// each command through its repaint, the triangle view, and painting 1000
+// boxes.
 #include "bench/BenchFiles.h"
 #include "calc/DescendantCounting.h"
 #include "cli/OffscreenGui.h"
 #include "draw/TreeFont.h"
+#include "draw/TreePainter.h"
+#include "ui/tree/DescendantTriangle.h"
 #include "ui/tree/TreeLayout.h"
 #include "ui/tree/TreeModel.h"
 #include "ui/tree/TreeViewFile.h"
+#include "ui/tree/TreeWindowLogic.h"
+
+#include <QImage>
+#include <QPainter>
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -145,6 +153,209 @@ void BM_ReadView1000(benchmark::State& state)
     state.counters["persons"] = view.model.nTreeInd;
 }
 BENCHMARK(BM_ReadView1000)->Unit(benchmark::kMillisecond);
+
+// The window's canvas: a window-sized image at 100%, the top person
+// centred at the top, painted as the widget paints it.
+void paintAsTheWindow(const tav::TreeDrawing& drawing, QImage& canvas)
+{
+    QPainter painter(&canvas);
+    painter.fillRect(canvas.rect(), tav::treeBackground(drawing.backColour));
+    const tav::TreeBox* top = drawing.box(1);
+    const QPointF origin(top ? top->frame.center().x() - canvas.width() / 2.0 : 0,
+                         drawing.bounds.top());
+    painter.translate(-origin);
+    tav::paintTree(painter, drawing, QRectF(origin, QSizeF(canvas.size())));
+}
+
+QImage windowCanvas() { return QImage(960, 650, QImage::Format_ARGB32_Premultiplied); }
+
+std::unique_ptr<tav::TreeWindowLogic> treeWindowOf(Session& session)
+{
+    treeMeasure();
+    return std::make_unique<tav::TreeWindowLogic>(
+        session, [](int fontSize) { return std::make_unique<tav::FontMeasure>(fontSize); });
+}
+
+// "family tree from top" chosen with nothing counted yet, to the first
+// painting of the new window.
+void BM_TreeWindowFromTopToFirstPaint(benchmark::State& state)
+{
+    Session& session = tav::bench::generatedSession();
+    QImage canvas = windowCanvas();
+    int32_t persons = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        session.records.clearDescendantCache();
+        state.ResumeTiming();
+        session.curInd = tav::individualWithMostDescendants(session.records);
+        session.tree.treeBuilt = false;
+        const auto window = treeWindowOf(session);
+        window->activate();
+        paintAsTheWindow(window->drawing(), canvas);
+        persons = window->model().nTreeInd;
+    }
+    state.counters["persons"] = persons;
+}
+BENCHMARK(BM_TreeWindowFromTopToFirstPaint)->Unit(benchmark::kMillisecond);
+
+// One command on the tree from the top, through the repaint; whatever the
+// command changed is put back outside the timing. Arguments: 0 Show
+// descendants (most), 1 (eldest), 2 Next spouse, 3 Set top, 4 Show
+// parents, 5 GoBack, 6 Triangle view.
+void BM_TreeCommandThroughRepaint(benchmark::State& state)
+{
+    using tav::TreeCommand;
+    Session& session = tav::bench::generatedSession();
+    session.curInd = tav::individualWithMostDescendants(session.records);
+    session.tree.treeBuilt = false;
+    const auto window = treeWindowOf(session);
+    window->activate();
+    const tav::TreeModel& model = window->model();
+    const auto lineChild = [&](int32_t family) {
+        const tav::TreeFamily& f = model.family(family);
+        return f.indSt + std::max(1, f.childShown);
+    };
+    // Someone in the view with two marriages, for Next spouse.
+    int32_t married = 0;
+    for (int32_t slot = 1; slot <= model.nTreeInd && married == 0; ++slot) {
+        window->select(slot);
+        if (window->enabled(TreeCommand::NextSpouse))
+            married = slot;
+    }
+    const TreeCommand commands[] = {
+        TreeCommand::ShowDescendantsMost, TreeCommand::ShowDescendantsEldest,
+        TreeCommand::NextSpouse,          TreeCommand::SetTop,
+        TreeCommand::ShowParents,         TreeCommand::GoBack,
+        TreeCommand::TriangleView};
+    const TreeCommand command = commands[state.range(0)];
+    switch (command) {
+    case TreeCommand::NextSpouse: window->select(married); break;
+    case TreeCommand::SetTop: window->select(lineChild(2)); break;
+    case TreeCommand::ShowParents:
+        window->select(lineChild(1));
+        window->run(TreeCommand::SetTop);
+        window->select(1);
+        break;
+    default: window->select(lineChild(1)); break;
+    }
+    if (!window->enabled(command) && command != TreeCommand::GoBack) {
+        state.SkipWithError("the command does not apply on this tree");
+        return;
+    }
+    const int32_t selected = window->selected();
+    QImage canvas = windowCanvas();
+    tav::TrianglePicture triangle;
+    for (auto _ : state) {
+        state.PauseTiming();
+        if (command == TreeCommand::GoBack)
+            window->run(TreeCommand::ShowDescendantsMost);  // something to go back from
+        window->select(selected);
+        state.ResumeTiming();
+        window->run(command);
+        if (window->triangleShown()) {
+            triangle = tav::layoutTriangle(window->triangle(), window->triangleLabel(), 960,
+                                           window->fontSize(), false);
+            QPainter painter(&canvas);
+            tav::paintTriangle(painter, triangle);
+        } else {
+            paintAsTheWindow(window->drawing(), canvas);
+        }
+        state.PauseTiming();
+        if (command == TreeCommand::SetTop || command == TreeCommand::ShowParents)
+            window->run(TreeCommand::GoBack);
+        if (command == TreeCommand::TriangleView)
+            window->run(TreeCommand::TriangleView);
+        state.ResumeTiming();
+    }
+    state.counters["persons"] = model.nTreeInd;
+}
+BENCHMARK(BM_TreeCommandThroughRepaint)->DenseRange(0, 6)->Unit(benchmark::kMillisecond);
+
+// One ancestor of 40000 people: every man marries and has three children,
+// generation after generation.
+QString descendancyFile(const QTemporaryDir& dir, int individuals)
+{
+    std::vector<int> childOf(size_t(individuals) + 1, 0), familyOf(size_t(individuals) + 1, 0);
+    QByteArray families;
+    int next = 2;
+    int family = 0;
+    // Heads are taken in order of birth: the first man, then his sons ...
+    for (int head = 1; head < next && next + 4 <= individuals + 1; ++head) {
+        if (head > 1 && (head - 2) % 4 == 0)
+            continue;  // the wives have no families of their own
+        familyOf[size_t(head)] = ++family;
+        familyOf[size_t(next)] = family;
+        families += "0 @F" + QByteArray::number(family) + "@ FAM\n1 HUSB @I" +
+                    QByteArray::number(head) + "@\n1 WIFE @I" + QByteArray::number(next++) + "@\n";
+        for (int c = 0; c < 3; ++c) {
+            childOf[size_t(next)] = family;
+            families += "1 CHIL @I" + QByteArray::number(next++) + "@\n";
+        }
+    }
+    QByteArray text = "0 HEAD\n";
+    for (int i = 1; i < next; ++i) {
+        text += "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME Person" + QByteArray::number(i) +
+                " /X/\n";
+        if (childOf[size_t(i)])
+            text += "1 FAMC @F" + QByteArray::number(childOf[size_t(i)]) + "@\n";
+        if (familyOf[size_t(i)])
+            text += "1 FAMS @F" + QByteArray::number(familyOf[size_t(i)]) + "@\n";
+    }
+    text += families;
+    const QString path = dir.filePath(QStringLiteral("descendancy.ged"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        std::abort();
+    return path;
+}
+
+// The triangle's numbers for the ancestor of 40000, with nothing counted yet.
+void BM_TriangleOfAnAncestorOf40000(benchmark::State& state)
+{
+    QTemporaryDir dir;
+    tav::bench::LoadedSession loaded(descendancyFile(dir, 40000));
+    Session& session = loaded.session;
+    const int32_t top = 1;
+    tav::DescendantTriangle triangle;
+    for (auto _ : state) {
+        state.PauseTiming();
+        session.records.clearDescendantCache();
+        state.ResumeTiming();
+        triangle = tav::descendantTriangle(session.records, top);
+    }
+    state.counters["individuals"] = session.records.individualCount();
+    state.counters["descendants"] = triangle.descendants;
+    state.counters["generations"] = double(triangle.perGeneration.size());
+    state.counters["widest"] = triangle.widest();
+}
+BENCHMARK(BM_TriangleOfAnAncestorOf40000)->Unit(benchmark::kMillisecond);
+
+// Painting the view of 1000 boxes: 0 all of it, scaled to fit a large
+// image; 1 a window's worth at 100%.
+void BM_PaintThousandBoxes(benchmark::State& state)
+{
+    FullView view;
+    const tav::TreeDrawing drawing =
+        tav::treeDrawing(view.model, view.loaded.session.records, view.loaded.session.settings, 1);
+    const bool whole = state.range(0) == 0;
+    QImage canvas =
+        whole ? QImage(1600, 1200, QImage::Format_ARGB32_Premultiplied) : windowCanvas();
+    for (auto _ : state) {
+        if (whole) {
+            QPainter painter(&canvas);
+            painter.fillRect(canvas.rect(), tav::treeBackground(false));
+            const double scale = std::min(canvas.width() / drawing.bounds.width(),
+                                          canvas.height() / drawing.bounds.height());
+            painter.scale(scale, scale);
+            painter.translate(-drawing.bounds.topLeft());
+            tav::paintTree(painter, drawing);
+        } else {
+            paintAsTheWindow(drawing, canvas);
+        }
+    }
+    state.counters["boxes"] = double(drawing.boxes.size());
+}
+BENCHMARK(BM_PaintThousandBoxes)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
