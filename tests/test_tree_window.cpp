@@ -299,6 +299,12 @@ TEST_F(TreeWindowLogicTest, ParentsWithoutAFatherPutTheMotherOnTop)
     EXPECT_FALSE(logic->enabled(TreeCommand::SetTop));
     open(3);
     EXPECT_FALSE(logic->enabled(TreeCommand::ShowParents));
+
+    // FamTree on a family without a husband asks for individual 0: a lone "?".
+    open(0);
+    EXPECT_EQ(persons(), (Persons{{0, 0, 1}}));
+    EXPECT_EQ(logic->caption(), QStringLiteral("Family tree - ?"));
+    EXPECT_FALSE(logic->enabled(TreeCommand::TriangleView));
 }
 
 TEST_F(TreeWindowLogicTest, ACommandPastTheCapacityKeepsTheView)
