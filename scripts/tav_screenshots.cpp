@@ -56,14 +56,22 @@ void saveTree(tav::MainWindow& window, tav::Session& session)
     if (!tree)
         return;
     tree->resize(1200, 860);
-    tree->canvas()->showTopAtTop();
-    save(tree, "tree-from-top");
+    // Each picture shows the top of the tree.
+    const auto shoot = [tree](const QByteArray& name) {
+        tree->canvas()->showTopAtTop();
+        save(tree, name.constData());
+    };
+    // A command on a person, then its picture.
+    const auto command = [&](int32_t slot, TreeCommand which, const char* name) {
+        tree->select(slot);
+        tree->action(which)->trigger();
+        shoot(name);
+    };
+    shoot("tree-from-top");
     const int fontSize = session.settings.FontSize;
     for (int size = 1; size <= 4; ++size) {
         tree->fontSizeAction(size)->trigger();
-        tree->canvas()->showTopAtTop();
-        const QByteArray name = "tree-font-" + QByteArray::number(size);
-        save(tree, name.constData());
+        shoot("tree-font-" + QByteArray::number(size));
     }
     tree->fontSizeAction(fontSize)->trigger();
     const char* optionNames[] = {"dates",     "surnames",  "mark",
@@ -71,16 +79,13 @@ void saveTree(tav::MainWindow& window, tav::Session& session)
     int i = 0;
     for (const tav::TreeOption option : tav::treeOptions) {
         tree->optionAction(option)->trigger();
-        tree->canvas()->showTopAtTop();
-        const QByteArray name = QByteArray("tree-option-") + optionNames[i++];
-        save(tree, name.constData());
+        shoot(QByteArray("tree-option-") + optionNames[i++]);
         tree->optionAction(option)->trigger();
     }
     for (const tav::TreeOption option : tav::treeOptions)
         if (option != tav::TreeOption::NoSpouse && option != tav::TreeOption::BackColour)
             tree->optionAction(option)->trigger();
-    tree->canvas()->showTopAtTop();
-    save(tree, "tree-options-together");
+    shoot("tree-options-together");
     for (const tav::TreeOption option : tav::treeOptions)
         if (option != tav::TreeOption::NoSpouse && option != tav::TreeOption::BackColour)
             tree->optionAction(option)->trigger();
@@ -89,18 +94,10 @@ void saveTree(tav::MainWindow& window, tav::Session& session)
     const tav::TreeModel& model = tree->logic().model();
     if (model.nTreeFam >= 2) {
         const tav::TreeFamily& second = model.family(2);
-        tree->select(second.indSt + std::max(1, second.childShown));
-        tree->action(TreeCommand::SetTop)->trigger();
-        tree->canvas()->showTopAtTop();
-        save(tree, "tree-set-top");
-        tree->select(1);
-        tree->action(TreeCommand::ShowParents)->trigger();
-        tree->canvas()->showTopAtTop();
-        save(tree, "tree-show-parents");
+        command(second.indSt + std::max(1, second.childShown), TreeCommand::SetTop, "tree-set-top");
+        command(1, TreeCommand::ShowParents, "tree-show-parents");
     }
-    tree->select(1);
-    tree->action(TreeCommand::TriangleView)->trigger();
-    save(tree, "tree-triangle");
+    command(1, TreeCommand::TriangleView, "tree-triangle");
     tree->action(TreeCommand::TriangleView)->trigger();
 
     // Someone with several marriages with children, their next marriage shown.
@@ -118,12 +115,8 @@ void saveTree(tav::MainWindow& window, tav::Session& session)
         window.logic().setCurrentIndividualText(QString::number(married));
         window.treeSelector()->setCurrentIndex(0);
         window.treeButton()->click();
-        tree->canvas()->showTopAtTop();
-        save(tree, "tree-before-next-spouse");
-        tree->select(1);
-        tree->action(TreeCommand::NextSpouse)->trigger();
-        tree->canvas()->showTopAtTop();
-        save(tree, "tree-next-spouse");
+        shoot("tree-before-next-spouse");
+        command(1, TreeCommand::NextSpouse, "tree-next-spouse");
     }
     tree->close();
 }

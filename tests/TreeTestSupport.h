@@ -1,9 +1,11 @@
 #pragma once
 
 #include "ui/tree/TextMeasure.h"
+#include "ui/tree/TreeTables.h"
 
 #include <QByteArray>
 #include <QHash>
+#include <array>
 #include <vector>
 
 namespace tav::test {
@@ -21,6 +23,31 @@ public:
     }
     double lineHeight() const override { return height; }
 };
+
+// indIdx, childNo, descendant of each person slot of a view.
+using PersonRow = std::array<int32_t, 3>;
+using Persons = std::vector<PersonRow>;
+// famIdx, head, indSt, nChildren, childShown, spouseNo of each family slot.
+using FamilyRow = std::array<int32_t, 6>;
+using Families = std::vector<FamilyRow>;
+
+inline Persons personRows(const TreeTables& tree)
+{
+    Persons rows;
+    for (int32_t k = 1; k <= tree.nTreeInd; ++k)
+        rows.push_back({tree.person(k).indIdx, tree.person(k).childNo, tree.person(k).descendant});
+    return rows;
+}
+
+inline Families familyRows(const TreeTables& tree)
+{
+    Families rows;
+    for (int32_t k = 1; k <= tree.nTreeFam; ++k) {
+        const TreeFamily& f = tree.family(k);
+        rows.push_back({f.famIdx, f.head, f.indSt, f.nChildren, f.childShown, f.spouseNo});
+    }
+    return rows;
+}
 
 // Family k of a family file: husband, wife (individual numbers, 0 for
 // none) and children in order.

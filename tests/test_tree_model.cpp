@@ -13,12 +13,10 @@ using tav::test::gedcomText;
 
 namespace {
 
-// indIdx, childNo, descendant of a person slot.
-using PersonRow = std::array<int32_t, 3>;
-using Persons = std::vector<PersonRow>;
-// famIdx, head, indSt, nChildren, childShown, spouseNo of a family slot.
-using FamilyRow = std::array<int32_t, 6>;
-using Families = std::vector<FamilyRow>;
+using tav::test::Families;
+using tav::test::FamilyRow;
+using tav::test::PersonRow;
+using tav::test::Persons;
 
 // Adam and Eve (F1) have Cain, Abel and Seth; Adam and Lilith (F2) have
 // Lulu and Ira. Cain's marriage to Awan (F3) is childless, Abel never
@@ -63,24 +61,8 @@ protected:
         model.prepareTopPerson(individual, measure);
     }
 
-    Persons persons() const
-    {
-        Persons rows;
-        for (int32_t k = 1; k <= model.nTreeInd; ++k)
-            rows.push_back(
-                {model.person(k).indIdx, model.person(k).childNo, model.person(k).descendant});
-        return rows;
-    }
-
-    Families families() const
-    {
-        Families rows;
-        for (int32_t k = 1; k <= model.nTreeFam; ++k) {
-            const TreeFamily& f = model.family(k);
-            rows.push_back({f.famIdx, f.head, f.indSt, f.nChildren, f.childShown, f.spouseNo});
-        }
-        return rows;
-    }
+    Persons persons() const { return tav::test::personRows(model); }
+    Families families() const { return tav::test::familyRows(model); }
 
     QStringList labels() const
     {

@@ -16,12 +16,10 @@ using tav::test::FileFamily;
 
 namespace {
 
-// indIdx, childNo, descendant of a person slot.
-using PersonRow = std::array<int32_t, 3>;
-using Persons = std::vector<PersonRow>;
-// famIdx, head, indSt, nChildren, childShown, spouseNo of a family slot.
-using FamilyRow = std::array<int32_t, 6>;
-using Families = std::vector<FamilyRow>;
+using tav::test::Families;
+using tav::test::FamilyRow;
+using tav::test::PersonRow;
+using tav::test::Persons;
 
 // Gus and Gina (F1) have Dan and Uma. Dan married Ann (F2: Kim, who has Pam
 // with Ola in F5), Bea (F3: Lou, and Max, who has Val and Wes with Tia in
@@ -97,23 +95,8 @@ protected:
     int32_t individualSelected() const { return model().person(logic->selected()).indIdx; }
 
     const TreeModel& model() const { return logic->model(); }
-    Persons persons() const
-    {
-        Persons rows;
-        for (int32_t k = 1; k <= model().nTreeInd; ++k)
-            rows.push_back({model().person(k).indIdx, model().person(k).childNo,
-                            model().person(k).descendant});
-        return rows;
-    }
-    Families families() const
-    {
-        Families rows;
-        for (int32_t k = 1; k <= model().nTreeFam; ++k) {
-            const TreeFamily& f = model().family(k);
-            rows.push_back({f.famIdx, f.head, f.indSt, f.nChildren, f.childShown, f.spouseNo});
-        }
-        return rows;
-    }
+    Persons persons() const { return tav::test::personRows(model()); }
+    Families families() const { return tav::test::familyRows(model()); }
     // GoBack gives the view before the last command, once.
     void expectGoBackTo(const Persons& before, const Families& beforeFamilies)
     {
