@@ -1,4 +1,5 @@
 #include "app/GedcomLoading.h"
+#include "cli/CliApp.h"
 #include "reports/DescendancyOutline.h"
 #include "reports/HtmlDescendantsReport.h"
 #include "reports/HtmlText.h"
@@ -504,4 +505,50 @@ TEST_F(HtmlReportTest, WrittenAtomicallyOrWithAReason)
     const WrittenFile onFolder = writeHtmlDescendantsReport(session, 3, dir.path());
     EXPECT_EQ(onFolder.failure,
               "Cannot write " + QDir::toNativeSeparators(dir.path()) + ": it is a folder");
+}
+
+TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
+{
+    ASSERT_TRUE(load(cousinFamily));
+    const QString gedcom = dir.filePath("test.ged");
+    const auto tavCli = [&](const QStringList& arguments) {
+        struct {
+            int status;
+            QStringList out, err;
+        } printed{};
+        const CliContext context{{[&](const QString& line) { printed.out << line; },
+                                  [&](const QString& line) { printed.err << line; }},
+                                 dir.filePath("Tav.reg"),
+                                 [] { return QDate(2026, 11, 21); }};
+        printed.status = runCli(arguments, context);
+        return printed;
+    };
+
+    const QString out = dir.filePath("out.htm");
+    auto printed = tavCli({"--surname-posn", "1", "html", gedcom, "4", out});
+    EXPECT_EQ(printed.status, 0);
+    EXPECT_EQ(printed.out, QStringList{out});
+    QFile file(out);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("<h1>Descendants of Dora HART</h1>"));
+
+    // Without OUT: tav.htm in the current directory, which tav-cli keeps.
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(dir.path());
+    printed = tavCli({"html", gedcom, "1"});
+    QDir::setCurrent(before);
+    EXPECT_EQ(printed.status, 0);
+    EXPECT_EQ(printed.out, QStringList{dir.filePath("tav.htm")});
+    EXPECT_TRUE(QFileInfo(dir.filePath("tav.htm")).size() > 0);
+
+    printed = tavCli({"html", gedcom, "14"});
+    EXPECT_EQ(printed.status, 2);
+    EXPECT_EQ(printed.err, QStringList{"There is no individual 14 in this file."});
+
+    const QString unwritable = dir.filePath("missing/out.htm");
+    printed = tavCli({"html", gedcom, "1", unwritable});
+    EXPECT_EQ(printed.status, 1);
+    EXPECT_TRUE(printed.out.isEmpty());
+    ASSERT_EQ(printed.err.size(), 1);
+    EXPECT_TRUE(printed.err[0].startsWith("Cannot write " + unwritable + ": "));
 }
