@@ -18,8 +18,9 @@ namespace tav {
 
 namespace {
 
-// Quiet on screen, black and white on paper; deep lines indent less so that
-// a long descendancy still fits the page.
+// Quiet on screen, black and white on paper. Lines of many generations
+// indent less the deeper they go, and not at all beyond the 40th (the
+// generation numbers still tell), so that even a hundred fit a page.
 const char styleSheet[] = R"css(
 body { font: 16px/1.45 Georgia, "DejaVu Serif", "Liberation Serif", serif; color: #222;
   background: #fff; max-width: 70em; margin: 2em auto; padding: 0 1.5em; }
@@ -38,9 +39,8 @@ main { margin-top: 1.6em; }
 ol, ul { list-style: none; margin: 0; padding: 0; }
 p { margin: 0; }
 ol.children { margin-left: .75em; padding-left: .85em; border-left: 1px solid #ddd0bd; }
-ol.children ol.children ol.children ol.children ol.children ol.children ol.children
-  ol.children ol.children ol.children ol.children ol.children { margin-left: .3em;
-  padding-left: .5em; }
+ol.deeper { margin-left: .2em; padding-left: .3em; }
+ol.deepest { margin: 0; padding: 0; border: none; }
 .entry { padding: .15em 0 0 2.1em; text-indent: -2.1em; }
 .marriage, .family > .note { padding-left: 3.3em; text-indent: -1.2em; }
 li.note { padding-left: 2.1em; }
@@ -280,12 +280,16 @@ private:
         }
     }
 
-    // A family's children stand in a list of their own, opened with the first.
+    // A family's children stand in a list of their own, opened with the first;
+    // one family is open for each generation above them.
     void openChildren()
     {
         if (childrenOpen_.empty() || childrenOpen_.back())
             return;
-        html_ += QStringLiteral("<ol class=\"children\">\n");
+        const qsizetype generation = qsizetype(childrenOpen_.size());
+        html_ += generation > 40   ? QStringLiteral("<ol class=\"children deepest\">\n")
+                 : generation > 12 ? QStringLiteral("<ol class=\"children deeper\">\n")
+                                   : QStringLiteral("<ol class=\"children\">\n");
         childrenOpen_.back() = true;
     }
 
