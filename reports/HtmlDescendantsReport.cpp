@@ -86,6 +86,18 @@ bool mayBeLiving(const Individual& person, QDate today)
     return !deathKnown(person) && today.year() - yearOf(person.birthDate).value_or(0) < 100;
 }
 
+// A place as a reader writes it, its parts (town, county, country) each
+// followed by a comma and a blank: "Chapel Royal, St. James Palace, England"
+// for "Chapel Royal,St. James Palace,England".
+QString placeText(const QString& place)
+{
+    QStringList parts = place.split(QLatin1Char(','));
+    for (QString& part : parts)
+        part = part.simplified();
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
 class PageWriter {
 public:
     PageWriter(RecordStore& records, NameStyle style, QDate today, int32_t top)
@@ -315,7 +327,7 @@ private:
                    htmlEscaped(name(spouse)) + QStringLiteral("</span>") + years(spouse);
         if (marriageShown(family, head, spouse)) {
             for (const QString& part :
-                 {family.marriageDate.simplified(), family.marriagePlace.simplified()}) {
+                 {family.marriageDate.simplified(), placeText(family.marriagePlace)}) {
                 if (!part.isEmpty())
                     text += QStringLiteral(", ") + htmlEscaped(part);
             }

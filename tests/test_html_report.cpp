@@ -162,8 +162,8 @@ const QByteArray cousinFamily = gedcomText({
     "0 @I11@ INDI", "1 NAME Joy /Kim/", "1 BIRT", "2 DATE 1935", "1 FAMS @F5@",
     "0 @I12@ INDI", "1 NAME Kai /Hart/", "1 BIRT", "2 DATE 1960", "1 FAMC @F5@",
     "0 @I13@ INDI", "1 NAME Liv /Ray/", "1 FAMS @F6@",
-    "0 @F1@ FAM", "1 HUSB @I1@", "1 WIFE @I2@", "1 MARR", "2 DATE 1845", "2 PLAC Bath & Wells",
-        "1 CHIL @I3@", "1 CHIL @I4@",
+    "0 @F1@ FAM", "1 HUSB @I1@", "1 WIFE @I2@", "1 MARR", "2 DATE 1845",
+        "2 PLAC Bath & Wells,Somerset,", "1 CHIL @I3@", "1 CHIL @I4@",
     "0 @F2@ FAM", "1 HUSB @I3@", "1 WIFE @I5@", "1 MARR", "2 DATE 1880", "2 PLAC <Cork>",
         "1 CHIL @I6@",
     "0 @F3@ FAM", "1 HUSB @I7@", "1 WIFE @I4@", "1 CHIL @I8@",
@@ -229,7 +229,7 @@ TEST_F(HtmlReportTest, HandBuiltFamilyAsWorkedOut)
     EXPECT_EQ(outlineText(html),
               QStringList({
                   "Adam Hart (b.1820  d.1890)",
-                  "  m. Eve Lee (b.1825  d.1900), 1845, Bath & Wells",
+                  "  m. Eve Lee (b.1825  d.1900), 1845, Bath & Wells, Somerset",
                   "    1 Carl Hart (b.1850  d.1920)",
                   "      m. Ida \"Kitty\" O'neil, 1880, <Cork>",
                   "        2 Emil Hart (b.1881  d.1950)",
@@ -268,7 +268,7 @@ TEST_F(HtmlReportTest, TextIsEscapedAndNonLatinLettersStayUtf8)
     const QByteArray html = page(1, {2, 2});
     EXPECT_TRUE(html.contains("O&#39;NEIL, Ida &quot;Kitty&quot;"));
     EXPECT_TRUE(html.contains(", 1880, &lt;Cork&gt;"));
-    EXPECT_TRUE(html.contains(", 1845, Bath &amp; Wells"));
+    EXPECT_TRUE(html.contains(", 1845, Bath &amp; Wells, Somerset</p>"));
     EXPECT_TRUE(html.contains("\xce\xa9\xce\x9c\xce\x88\xce\x93\xce\x91, Zo\xc3\xab"))
         << "upper-cased Greek, in UTF-8";
     EXPECT_EQ(htmlEscaped(u"a\u0001b\u009fc\uffff\xd800"),
