@@ -7,6 +7,7 @@
 #include "core/RecordStore.h"
 #include "reports/DescendancyOutline.h"
 #include "reports/HtmlText.h"
+#include "reports/ReportLabels.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -276,17 +277,15 @@ private:
             break;
         case OutlineStep::ChildrenLeft:
             openChildren();
-            html_ += QStringLiteral("<li class=\"note\">The file lists %1 more %2 of this "
-                                    "family; a family keeps %3.</li>\n")
-                         .arg(step.other)
-                         .arg(QLatin1String(step.other == 1 ? "child" : "children"))
+            html_ += QStringLiteral("<li class=\"note\">The file lists %1 of this family; a "
+                                    "family keeps %2.</li>\n")
+                         .arg(counted(step.other, "more child", "more children"))
                          .arg(Family::maxChildren);
             break;
         case OutlineStep::FamiliesLeft:
-            html_ += QStringLiteral("<p class=\"note\">The file lists %1 more spouse %2 of this "
-                                    "person; a person keeps %3.</p>\n")
-                         .arg(step.other)
-                         .arg(QLatin1String(step.other == 1 ? "family" : "families"))
+            html_ += QStringLiteral("<p class=\"note\">The file lists %1 of this person; a "
+                                    "person keeps %2.</p>\n")
+                         .arg(counted(step.other, "more spouse family", "more spouse families"))
                          .arg(Individual::maxSpouseFamilies);
             break;
         }
