@@ -3,6 +3,8 @@
 #include "cli/CliRun.h"
 #include "reports/HtmlDescendantsReport.h"
 
+#include <QDir>
+
 namespace tav {
 
 // A file that cannot be written is a failure of the outside world, as a
@@ -16,7 +18,7 @@ int htmlCommand(CliRun& run)
         run.output.err(written.failure);
         return 1;
     }
-    run.print(written.path);
+    run.print(QDir::toNativeSeparators(written.path));
     return 0;
 }
 

@@ -32,6 +32,8 @@ struct Frame {
 DescendancyOutline::DescendancyOutline(const RecordStore& records, int32_t top)
     : top_(top), under_(size_t(records.individualCount()) + 1, -1)
 {
+    if (top < 1 || top > records.individualCount())
+        return;
     const auto lastGeneration = maxLevels - 1;
     std::vector<Frame> path;
     steps_.push_back({OutlineStep::Person, top, 0, 0});

@@ -16,7 +16,7 @@ struct OutlineStep {
         PersonAgain,   // a descendant written before: `slot`, `generation`, `other` = the
                        // person under whom `slot` is written in full (0 for the top person)
         Family,        // a spouse family of the enclosing person: family `slot`, spouse `other`
-        FamilyEnd,     //
+        FamilyEnd,     // the end of the enclosing Family
         PersonEnd,     // the end of the enclosing Person
         LineTooDeep,   // the family's children lie beyond the deepest level written
         ChildrenLeft,  // the family lists `other` children more than it keeps
@@ -42,13 +42,17 @@ class DescendancyOutline {
 public:
     static constexpr int32_t maxLevels = 100;
 
+    // The outline of `top`, a slot of the file; empty for any other number.
     DescendancyOutline(const RecordStore& records, int32_t top);
 
     int32_t top() const { return top_; }
     const std::vector<OutlineStep>& steps() const { return steps_; }
 
     // Whether the person is written in full in the outline.
-    bool written(int32_t slot) const { return slot > 0 && under_[size_t(slot)] >= 0; }
+    bool written(int32_t slot) const
+    {
+        return slot > 0 && size_t(slot) < under_.size() && under_[size_t(slot)] >= 0;
+    }
     // The descendant under whose family the person is written (0 for the top).
     int32_t writtenUnder(int32_t slot) const { return under_[size_t(slot)]; }
     // The descendants written in full: each distinct person once.

@@ -17,7 +17,7 @@ class Session;
 // viewer keeps as its working folder.
 QString htmlReportPath(const QString& folder = QString());
 
-// The descendants of `top` as one HTML5 page in UTF-8, for the browser and
+// The descendants of `top` (a slot of the file) as one HTML5 page in UTF-8, for the browser and
 // the printer: the heading "Descendants of NAME", the three descendant
 // counts (or why they cannot be counted), then the whole descendancy as
 // nested lists, generation by generation: each descendant with the years of
