@@ -46,6 +46,10 @@ const Command commandTable[] = {
      1, false, reportCommand},
     {"tree", "FILE SLOT [--walk most|eldest|first] [--font-size N]",
      "the family tree of SLOT as the view file holds it", 1, 5, true, treeCommand},
+    {"html", "FILE SLOT [OUT]",
+     "writes the HTML descendants report of individual SLOT\nto OUT (default: tav.htm in the "
+     "current folder)",
+     1, 2, false, htmlCommand},
 };
 
 // The help command reads no GEDCOM file.

@@ -26,4 +26,7 @@ int reportCommand(CliRun& run);
 // The family tree window's view (TreeCommands.cpp).
 int treeCommand(CliRun& run);
 
+// The HTML descendants report (HtmlCommand.cpp).
+int htmlCommand(CliRun& run);
+
 }  // namespace tav

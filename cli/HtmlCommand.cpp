@@ -1,0 +1,25 @@
+#include "app/Session.h"
+#include "cli/CliCommands.h"
+#include "cli/CliRun.h"
+#include "reports/HtmlDescendantsReport.h"
+
+#include <QDir>
+
+namespace tav {
+
+// A file that cannot be written is a failure of the outside world, as a
+// GEDCOM file that cannot be opened is: exit status 1.
+int htmlCommand(CliRun& run)
+{
+    const int32_t slot = run.slotArg(0, ViewKind::Individual);
+    const QString path = run.args.size() > 1 ? run.args[1] : htmlReportPath();
+    const WrittenFile written = writeHtmlDescendantsReport(run.session, slot, path);
+    if (!written.ok()) {
+        run.output.err(written.failure);
+        return 1;
+    }
+    run.print(QDir::toNativeSeparators(written.path));
+    return 0;
+}
+
+}  // namespace tav

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QRectF>
+#include <functional>
+
+class QPainter;
+
+namespace tav {
+
+// A drawing in tree units (device-independent pixels, 96 to the inch): the
+// part of the plane it covers, and how to paint it at the painter's
+// current transform. The tree window, the exported pictures and the
+// printed pages all paint the same picture.
+struct Picture {
+    QRectF bounds;
+    std::function<void(QPainter&)> paint;
+};
+
+}  // namespace tav

@@ -1,0 +1,382 @@
+#include "reports/HtmlDescendantsReport.h"
+
+#include "app/Session.h"
+#include "calc/Dates.h"
+#include "calc/DescendantCounting.h"
+#include "core/Fault.h"
+#include "core/RecordStore.h"
+#include "reports/DescendancyOutline.h"
+#include "reports/HtmlText.h"
+#include "reports/ReportLabels.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QStringList>
+#include <optional>
+
+namespace tav {
+
+namespace {
+
+// Quiet on screen, black and white on paper. Lines of many generations
+// indent less the deeper they go, and not at all beyond the 40th (the
+// generation numbers still tell), so that even a hundred fit a page.
+const char styleSheet[] = R"css(
+body { font: 16px/1.45 Georgia, "DejaVu Serif", "Liberation Serif", serif; color: #222;
+  background: #fff; max-width: 70em; margin: 2em auto; padding: 0 1.5em; }
+header { max-width: 46em; }
+h1 { font-weight: normal; font-size: 2em; margin: 0 0 .4em; padding-bottom: .2em;
+  border-bottom: 2px solid #8b6b4a; }
+.totals { display: flex; flex-wrap: wrap; gap: .8em; margin: 1em 0; padding: 0; }
+.totals div { border: 1px solid #ddd0bd; background: #faf6ef; border-radius: 4px;
+  padding: .35em 1em; min-width: 7em; }
+.totals dt { font: .75em sans-serif; text-transform: uppercase; letter-spacing: .06em;
+  color: #6b5a48; }
+.totals dd { margin: 0; font-size: 1.6em; }
+.explain { color: #555; font-size: .9em; margin: .4em 0; }
+.warning, .note { color: #8a3b12; font-style: italic; }
+main { margin-top: 1.6em; }
+ol, ul { list-style: none; margin: 0; padding: 0; }
+p { margin: 0; }
+ol.children { margin-left: .75em; padding-left: .85em; border-left: 1px solid #ddd0bd; }
+ol.deeper { margin-left: .2em; padding-left: .3em; }
+ol.deepest { margin: 0; padding: 0; border: none; }
+.entry { padding: .15em 0 0 2.1em; text-indent: -2.1em; }
+.marriage, .family > .note { padding-left: 3.3em; text-indent: -1.2em; }
+li.note { padding-left: 2.1em; }
+.gen { display: inline-block; min-width: 1.5em; margin-right: .15em; padding: 0 .2em;
+  text-indent: 0; font: bold .72em/1.6 sans-serif; text-align: center; color: #fff;
+  background: #8b6b4a; border-radius: 3px; vertical-align: .12em; }
+.name { font-weight: bold; }
+.years { white-space: pre; color: #555; }
+.marriage { color: #333; }
+.m { font-style: italic; color: #8b6b4a; }
+.again .name { font-weight: normal; }
+.see { font-style: italic; color: #777; font-size: .92em; }
+a { color: inherit; text-decoration: underline dotted #8b6b4a; }
+footer { margin-top: 2.5em; padding-top: .4em; border-top: 1px solid #ccc; color: #777;
+  font-size: .8em; }
+@page { margin: 16mm 14mm 18mm; }
+@media print {
+  body { font-size: 10pt; color: #000; max-width: none; margin: 0; padding: 0; }
+  h1 { border-bottom-color: #000; }
+  .totals div { background: none; border-color: #999; }
+  .totals dt, .explain, .years, .see, .m, .warning, .note, footer { color: #000; }
+  .gen { color: #000; background: none; border: 1px solid #777; }
+  ol.children { border-left-color: #aaa; }
+  a { text-decoration: none; }
+  h1, .totals, .marriage { break-after: avoid; }
+  .entry, .marriage, .totals div { break-inside: avoid; }
+}
+)css";
+
+std::optional<int32_t> yearOf(QStringView date)
+{
+    int32_t day = 0, month = 0, year = 0;
+    if (!parseDate(date, day, month, year))
+        return std::nullopt;
+    return year;
+}
+
+bool deathKnown(const Individual& person) { return yearOf(person.deathDate).has_value(); }
+
+// The rule of personYears: born less than 100 years ago and no death known.
+bool mayBeLiving(const Individual& person, QDate today)
+{
+    return !deathKnown(person) && today.year() - yearOf(person.birthDate).value_or(0) < 100;
+}
+
+// A place as a reader writes it, its parts (town, county, country) each
+// followed by a comma and a blank: "Chapel Royal, St. James Palace, England"
+// for "Chapel Royal,St. James Palace,England".
+QString placeText(const QString& place)
+{
+    QStringList parts = place.split(QLatin1Char(','));
+    for (QString& part : parts)
+        part = part.simplified();
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
+class PageWriter {
+public:
+    PageWriter(RecordStore& records, NameStyle style, QDate today, int32_t top)
+        : records_(records), style_(style), today_(today), outline_(records, top)
+    {}
+
+    QByteArray page()
+    {
+        const QString topName = name(outline_.top());
+        html_ +=
+            QStringLiteral("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n"
+                           "<meta charset=\"utf-8\" />\n"
+                           "<meta name=\"viewport\" content=\"width=device-width, "
+                           "initial-scale=1\" />\n"
+                           "<meta name=\"generator\" content=\"Tav\" />\n<title>Descendants of ") +
+            htmlEscaped(topName) + QStringLiteral("</title>\n<style>") + QLatin1String(styleSheet) +
+            QStringLiteral("</style>\n</head>\n<body>\n");
+        writeHeader(topName);
+        html_ += QStringLiteral("<main>\n<ol class=\"descendancy\">\n");
+        for (const OutlineStep& step : outline_.steps())
+            write(step);
+        html_ += QStringLiteral("</ol>\n</main>\n");
+        writeFooter();
+        html_ += QStringLiteral("</body>\n</html>\n");
+        return html_.toUtf8();
+    }
+
+private:
+    // The surname styled and placed, the given part as written; a name that
+    // lacks one of the two is the other alone, without a stray comma. Runs
+    // of blanks are one, as a page shows them anyway.
+    QString name(int32_t slot) const
+    {
+        const QString& text = records_.individual(slot).name;
+        const QString given = formatName(text, NameGivenAsWritten, style_).simplified();
+        if (formatName(text, NameSurname, NameStyle{1, 1}).trimmed().isEmpty())
+            return given.isEmpty() ? QStringLiteral("?") : given;
+        if (given.isEmpty())
+            return formatName(text, NameSurname, NameStyle{style_.surnameStyle, 1}).simplified();
+        return formatName(text, NameSurname | NameGivenAsWritten, style_).simplified();
+    }
+
+    QString years(int32_t slot) const
+    {
+        const QString label = personYears(records_, slot, today_);
+        return label.isEmpty()
+                   ? QString()
+                   : QStringLiteral(" <span class=\"years\">") + label + QStringLiteral("</span>");
+    }
+
+    static QString anchor(int32_t slot) { return QStringLiteral("i%1").arg(slot); }
+
+    QString link(int32_t slot, const char* cssClass) const
+    {
+        return QStringLiteral("<a class=\"%1\" href=\"#%2\">%3</a>")
+            .arg(QLatin1String(cssClass), anchor(slot), htmlEscaped(name(slot)));
+    }
+
+    // Where a person's full entry stands, for a reader of the printed page.
+    QString whereWritten(int32_t slot) const
+    {
+        const int32_t under = outline_.writtenUnder(slot);
+        return under == 0 ? QStringLiteral("at the head of the list")
+                          : QStringLiteral("under ") + htmlEscaped(name(under));
+    }
+
+    void writeHeader(const QString& topName)
+    {
+        const QString who = htmlEscaped(topName);
+        html_ += QStringLiteral("<header>\n<h1>Descendants of ") + who + QStringLiteral("</h1>\n");
+        const int32_t top = outline_.top();
+        int32_t descendants = 0, spouses = 0, generations = 0;
+        QString problem;
+        try {
+            descendants = countDescendants(records_, top);
+            spouses = countDescendantSpouses(records_, top);
+            generations = countGenerations(records_, top);
+        } catch (const RuntimeFault& fault) {
+            problem = fault.number() == RuntimeFault::SubscriptOutOfRange
+                          ? QStringLiteral("a line runs deeper than %1 levels")
+                                .arg(DescendancyOutline::maxLevels)
+                          : QStringLiteral("\u201c%1\u201d").arg(htmlEscaped(fault.messageText()));
+        }
+        if (problem.isEmpty()) {
+            html_ += QStringLiteral(
+                         "<dl class=\"totals\">\n"
+                         "<div><dt>Descendants</dt><dd>%1</dd></div>\n"
+                         "<div><dt>Spouses</dt><dd>%2</dd></div>\n"
+                         "<div><dt>Generations</dt><dd>%3</dd></div>\n</dl>\n"
+                         "<p class=\"explain\">Descendants: the children of %4 and of every "
+                         "descendant, counted once for each line of descent. Spouses: the "
+                         "marriages of %4 and of the descendants. Generations: the generations "
+                         "of descendants.</p>\n")
+                         .arg(descendants)
+                         .arg(spouses)
+                         .arg(generations)
+                         .arg(who);
+        } else {
+            html_ += QStringLiteral("<p class=\"warning\">The descendants of %1 cannot be "
+                                    "counted: %2.</p>\n")
+                         .arg(who, problem);
+        }
+        const int32_t distinct = outline_.distinctDescendants();
+        if (distinct == 0) {
+            html_ +=
+                QStringLiteral("<p class=\"explain\">%1 has no descendants in this file.</p>\n")
+                    .arg(who);
+        } else if (!problem.isEmpty() || distinct != descendants) {
+            html_ += QStringLiteral("<p class=\"explain\">The list names %1 different "
+                                    "descendants. Each is written once; where a line of descent "
+                                    "meets one again, a reference leads to the first place.</p>\n")
+                         .arg(distinct);
+        }
+        if (outline_.cutShort())
+            html_ += QStringLiteral("<p class=\"warning\">Lines deeper than %1 levels are written "
+                                    "down to the %1th; a note marks where they go on.</p>\n")
+                         .arg(DescendancyOutline::maxLevels);
+        if (distinct > 0)
+            html_ += QStringLiteral(
+                         "<p class=\"explain\">The number before a name gives its generation "
+                         "below %1: 1 for children, 2 for grandchildren. Descendants are in "
+                         "bold, their spouses follow \u201cm.\u201d People who may "
+                         "still be living (born less than 100 years ago, no death recorded) are "
+                         "shown without dates, and their marriages without date and "
+                         "place.</p>\n")
+                         .arg(who);
+        html_ += QStringLiteral("</header>\n");
+    }
+
+    void writeFooter()
+    {
+        const QString file = QFileInfo(records_.fileName).fileName();
+        html_ += QStringLiteral("<footer><p>From %1, %2. Written by Tav.</p></footer>\n")
+                     .arg(htmlEscaped(file),
+                          QLocale::c().toString(today_, QStringLiteral("d MMMM yyyy")));
+    }
+
+    void write(const OutlineStep& step)
+    {
+        switch (step.kind) {
+        case OutlineStep::Person:
+            openChildren();
+            people_.push_back(step.slot);
+            html_ += QStringLiteral("<li class=\"person\" id=\"%1\"><p class=\"entry\">")
+                         .arg(anchor(step.slot)) +
+                     generation(step.generation) + QStringLiteral("<span class=\"name\">") +
+                     htmlEscaped(name(step.slot)) + QStringLiteral("</span>") + years(step.slot) +
+                     QStringLiteral("</p>\n");
+            break;
+        case OutlineStep::PersonAgain:
+            openChildren();
+            html_ += QStringLiteral("<li class=\"person again\"><p class=\"entry\">") +
+                     generation(step.generation) + link(step.slot, "name") + years(step.slot) +
+                     QStringLiteral(" <span class=\"see\">\u2013 written above, ") +
+                     whereWritten(step.slot) + QStringLiteral("</span></p></li>\n");
+            break;
+        case OutlineStep::PersonEnd:
+            people_.pop_back();
+            html_ += QStringLiteral("</li>\n");
+            break;
+        case OutlineStep::Family:
+            html_ += QStringLiteral("<div class=\"family\"><p class=\"marriage\">") +
+                     marriage(step.slot, people_.back(), step.other) + QStringLiteral("</p>\n");
+            childrenOpen_.push_back(false);
+            break;
+        case OutlineStep::FamilyEnd:
+            if (childrenOpen_.back())
+                html_ += QStringLiteral("</ol>\n");
+            childrenOpen_.pop_back();
+            html_ += QStringLiteral("</div>\n");
+            break;
+        case OutlineStep::LineTooDeep:
+            html_ += QStringLiteral("<p class=\"note\">The line goes on: its children are more "
+                                    "than %1 levels down and are not written.</p>\n")
+                         .arg(DescendancyOutline::maxLevels);
+            break;
+        case OutlineStep::ChildrenLeft:
+            openChildren();
+            html_ += QStringLiteral("<li class=\"note\">The file lists %1 of this family; a "
+                                    "family keeps %2.</li>\n")
+                         .arg(counted(step.other, "more child", "more children"))
+                         .arg(Family::maxChildren);
+            break;
+        case OutlineStep::FamiliesLeft:
+            html_ += QStringLiteral("<p class=\"note\">The file lists %1 of this person; a "
+                                    "person keeps %2.</p>\n")
+                         .arg(counted(step.other, "more spouse family", "more spouse families"))
+                         .arg(Individual::maxSpouseFamilies);
+            break;
+        }
+    }
+
+    // A family's children stand in a list of their own, opened with the first;
+    // one family is open for each generation above them.
+    void openChildren()
+    {
+        if (childrenOpen_.empty() || childrenOpen_.back())
+            return;
+        const qsizetype generation = qsizetype(childrenOpen_.size());
+        html_ += generation > 40   ? QStringLiteral("<ol class=\"children deepest\">\n")
+                 : generation > 12 ? QStringLiteral("<ol class=\"children deeper\">\n")
+                                   : QStringLiteral("<ol class=\"children\">\n");
+        childrenOpen_.back() = true;
+    }
+
+    static QString generation(int32_t generation)
+    {
+        return generation == 0 ? QString()
+                               : QStringLiteral("<span class=\"gen\">%1</span> ").arg(generation);
+    }
+
+    // "m. SPOUSE (years), DATE, PLACE"; the spouse linked when also a descendant.
+    QString marriage(int32_t familySlot, int32_t head, int32_t spouse) const
+    {
+        const Family& family = records_.family(familySlot);
+        QString text;
+        const bool kin = outline_.written(spouse);
+        if (spouse == 0)
+            text = QStringLiteral("<span class=\"m\">Spouse not recorded</span>");
+        else if (kin)
+            text = QStringLiteral("<span class=\"m\">m.</span> ") + link(spouse, "spouse") +
+                   years(spouse);
+        else
+            text = QStringLiteral("<span class=\"m\">m.</span> <span class=\"spouse\">") +
+                   htmlEscaped(name(spouse)) + QStringLiteral("</span>") + years(spouse);
+        if (marriageShown(family, head, spouse)) {
+            for (const QString& part :
+                 {family.marriageDate.simplified(), placeText(family.marriagePlace)}) {
+                if (!part.isEmpty())
+                    text += QStringLiteral(", ") + htmlEscaped(part);
+            }
+        }
+        if (kin)
+            text += QStringLiteral(" <span class=\"see\">\u2013 also a descendant, ") +
+                    whereWritten(spouse) + QStringLiteral("</span>");
+        return text;
+    }
+
+    // A marriage of someone who may be living, or a recent one of someone
+    // whose death is not recorded, keeps its date and place private.
+    bool marriageShown(const Family& family, int32_t head, int32_t spouse) const
+    {
+        const Individual& descendant = records_.individual(head);
+        const Individual& other = records_.individual(spouse);
+        const bool hasOther = spouse != 0;
+        if (mayBeLiving(descendant, today_) || (hasOther && mayBeLiving(other, today_)))
+            return false;
+        const std::optional<int32_t> year = yearOf(family.marriageDate);
+        const bool recent = year && today_.year() - *year < 100;
+        return !recent || (deathKnown(descendant) && (!hasOther || deathKnown(other)));
+    }
+
+    RecordStore& records_;
+    NameStyle style_;
+    QDate today_;
+    DescendancyOutline outline_;
+    QString html_;
+    std::vector<int32_t> people_;     // the descendants being written, the top first
+    std::vector<bool> childrenOpen_;  // per family being written
+};
+
+}  // namespace
+
+QString htmlReportPath(const QString& folder)
+{
+    return QDir(folder.isEmpty() ? QDir::currentPath() : folder)
+        .filePath(QStringLiteral("tav.htm"));
+}
+
+QByteArray htmlDescendantsReport(RecordStore& records, NameStyle style, QDate today, int32_t top)
+{
+    return PageWriter(records, style, today, top).page();
+}
+
+WrittenFile writeHtmlDescendantsReport(Session& session, int32_t top, const QString& path)
+{
+    return writeFileAtomically(
+        path, htmlDescendantsReport(session.records, session.nameStyle(), session.today(), top));
+}
+
+}  // namespace tav

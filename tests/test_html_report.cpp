@@ -1,0 +1,478 @@
+#include "app/GedcomLoading.h"
+#include "cli/CliApp.h"
+#include "reports/DescendancyOutline.h"
+#include "reports/HtmlDescendantsReport.h"
+#include "reports/HtmlText.h"
+#include "tests/TestSupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSet>
+#include <QXmlStreamReader>
+
+using namespace tav;
+using tav::test::gedcomText;
+
+namespace {
+
+// What an HTML checker would object to in a page. The page is written so
+// that an HTML parser and an XML parser read the same tree from it (every
+// element closed, only void elements self-closed, attributes quoted, only
+// the character references XML knows). So the XML parse proves the nesting
+// an HTML parser builds is the one intended, with no tag left open and no
+// raw "<" or "&"; the rules below add what XML cannot see and an HTML parser
+// would repair silently or a validator would report: lists that hold only
+// items, text blocks that hold no blocks (a <p> would end at a list), known
+// elements only, unique ids, links that land, nothing from outside.
+QStringList htmlProblems(const QByteArray& page)
+{
+    QStringList problems;
+    if (!page.startsWith("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\" />"))
+        problems << QStringLiteral("no HTML5 doctype, language and leading UTF-8 declaration");
+    static const QRegularExpression selfClosed(QStringLiteral("<(\\w+)[^>]*/>"));
+    for (const auto& match : selfClosed.globalMatch(QString::fromUtf8(page)))
+        if (match.captured(1) != QLatin1String("meta"))
+            problems << QStringLiteral("self-closed <%1>").arg(match.captured(1));
+    if (page.contains("</meta>"))
+        problems << QStringLiteral("an end tag for a void element");
+
+    static const QSet<QString> known = {"html", "head", "meta", "title", "style", "body",  "header",
+                                        "h1",   "dl",   "dt",   "dd",    "div",   "p",     "main",
+                                        "ol",   "ul",   "li",   "span",  "a",     "footer"};
+    static const QSet<QString> blocks = {"p",  "div",    "ol",   "ul",     "li",
+                                         "dl", "header", "main", "footer", "h1"};
+    static const QSet<QString> inlineOnly = {"p", "h1", "span", "a", "dt", "title"};
+    QXmlStreamReader xml(page);
+    QStringList open;
+    QSet<QString> ids;
+    QStringList targets;
+    bool titled = false;
+    while (!xml.atEnd()) {
+        const auto token = xml.readNext();
+        if (token == QXmlStreamReader::EntityReference)
+            problems << QStringLiteral("entity &%1;").arg(xml.name());
+        if (token == QXmlStreamReader::EndElement)
+            open.removeLast();
+        if (token == QXmlStreamReader::Characters && open.value(open.size() - 1) == "title")
+            titled = !xml.text().trimmed().isEmpty();
+        if (token != QXmlStreamReader::StartElement)
+            continue;
+        const QString name = xml.name().toString();
+        const QString parent = open.value(open.size() - 1);
+        if (!known.contains(name))
+            problems << QStringLiteral("unknown element <%1>").arg(name);
+        if ((name == "li") != (parent == "ol" || parent == "ul"))
+            problems << QStringLiteral("<%1> in <%2>").arg(name, parent);
+        if (blocks.contains(name) && inlineOnly.contains(parent))
+            problems << QStringLiteral("block <%1> in <%2>").arg(name, parent);
+        if ((parent == "dl" && name != "div") ||
+            ((name == "dt" || name == "dd") && parent != "div"))
+            problems << QStringLiteral("<%1> in <%2>").arg(name, parent);
+        if (name == "a" && open.contains("a"))
+            problems << QStringLiteral("a link in a link");
+        const QXmlStreamAttributes attributes = xml.attributes();
+        if (attributes.hasAttribute("src") || name == "script")
+            problems << QStringLiteral("outside resource or script");
+        if (const QString id = attributes.value("id").toString(); !id.isEmpty()) {
+            if (ids.contains(id))
+                problems << QStringLiteral("id %1 twice").arg(id);
+            ids.insert(id);
+        }
+        if (attributes.hasAttribute("href"))
+            targets << attributes.value("href").toString();
+        open << name;
+    }
+    for (const QString& target : targets)
+        if (!target.startsWith('#') || !ids.contains(target.mid(1)))
+            problems << QStringLiteral("link to %1 leads nowhere").arg(target);
+    if (xml.hasError())
+        problems << QStringLiteral("not well-formed at line %1: %2")
+                        .arg(xml.lineNumber())
+                        .arg(xml.errorString());
+    if (!titled)
+        problems << QStringLiteral("no title");
+    return problems;
+}
+
+// The list of a page as indented text lines, as a reader sees it: each
+// person's line, each marriage line (2 further in) and each note, indented
+// by 4 for every list of children it stands in.
+QStringList outlineText(const QByteArray& page)
+{
+    QXmlStreamReader xml(page);
+    QStringList lines;
+    QList<QString> open;  // "name.class" of the elements open
+    int lists = 0, capturing = 0;
+    bool inMain = false;
+    QString text;
+    while (!xml.atEnd()) {
+        const auto token = xml.readNext();
+        if (token == QXmlStreamReader::StartElement) {
+            const QString name = xml.name().toString();
+            const QString cls = xml.attributes().value("class").toString();
+            open << name + '.' + cls;
+            inMain = inMain || name == "main";
+            lists += name == "ol" && cls.startsWith("children");
+            if (capturing > 0) {
+                ++capturing;
+            } else if (inMain && (name == "p" || cls == "note")) {
+                capturing = 1;
+                const int shift = cls == "marriage" || (name == "p" && cls == "note") ? 2 : 0;
+                text = QString(4 * lists + shift, ' ');
+            }
+        } else if (token == QXmlStreamReader::EndElement) {
+            const QString closed = open.takeLast();
+            lists -= closed.startsWith("ol.children");
+            inMain = inMain && closed != "main.";
+            if (capturing > 0 && --capturing == 0)
+                lines << text;
+        } else if (token == QXmlStreamReader::Characters && capturing > 0) {
+            text += xml.text();
+        }
+    }
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    return lines;
+}
+
+// Adam and Eve's children Carl and Dora; Carl's son Emil marries Dora's
+// daughter Fay, so their sons Gus and Hal, and Gus's son Kai, descend from
+// Adam along two lines. Today is 21 Nov 2026: Gus (born 1930), Joy (1935)
+// and Kai (1960) may be living and get no years, and Gus and Joy's marriage
+// no date or place; Liv's death is not known, so her marriage of 1950 to Hal
+// stays private too, while Emil and Fay, both dead, show theirs of 1927.
+const QByteArray cousinFamily = gedcomText({
+    // clang-format off
+    "0 @I1@ INDI", "1 NAME Adam /Hart/", "1 BIRT", "2 DATE 1820", "1 DEAT", "2 DATE 1890",
+        "1 FAMS @F1@",
+    "0 @I2@ INDI", "1 NAME Eve /Lee/", "1 BIRT", "2 DATE 1825", "1 DEAT", "2 DATE 1900",
+        "1 FAMS @F1@",
+    "0 @I3@ INDI", "1 NAME Carl /Hart/", "1 BIRT", "2 DATE 1850", "1 DEAT", "2 DATE 1920",
+        "1 FAMC @F1@", "1 FAMS @F2@",
+    "0 @I4@ INDI", "1 NAME Dora /Hart/", "1 BIRT", "2 DATE 1852", "1 FAMC @F1@", "1 FAMS @F3@",
+    "0 @I5@ INDI", "1 NAME Ida \"Kitty\" /O'Neil/", "1 FAMS @F2@",
+    "0 @I6@ INDI", "1 NAME Emil /Hart/", "1 BIRT", "2 DATE 1881", "1 DEAT", "2 DATE 1950",
+        "1 FAMC @F2@", "1 FAMS @F4@",
+    "0 @I7@ INDI", "1 NAME Zo\xc3\xab /\xce\xa9\xce\xbc\xce\xad\xce\xb3\xce\xb1/", "1 FAMS @F3@",
+    "0 @I8@ INDI", "1 NAME Fay /Hart/", "1 BIRT", "2 DATE 1883", "1 DEAT", "2 DATE 1960",
+        "1 FAMC @F3@", "1 FAMS @F4@",
+    "0 @I9@ INDI", "1 NAME Gus /Hart/", "1 BIRT", "2 DATE 1930", "1 FAMC @F4@", "1 FAMS @F5@",
+    "0 @I10@ INDI", "1 NAME Hal /Hart/", "1 BIRT", "2 DATE 1927", "1 DEAT", "2 DATE 2000",
+        "1 FAMC @F4@", "1 FAMS @F6@",
+    "0 @I11@ INDI", "1 NAME Joy /Kim/", "1 BIRT", "2 DATE 1935", "1 FAMS @F5@",
+    "0 @I12@ INDI", "1 NAME Kai /Hart/", "1 BIRT", "2 DATE 1960", "1 FAMC @F5@",
+    "0 @I13@ INDI", "1 NAME Liv /Ray/", "1 FAMS @F6@",
+    "0 @F1@ FAM", "1 HUSB @I1@", "1 WIFE @I2@", "1 MARR", "2 DATE 1845",
+        "2 PLAC Bath & Wells,Somerset,", "1 CHIL @I3@", "1 CHIL @I4@",
+    "0 @F2@ FAM", "1 HUSB @I3@", "1 WIFE @I5@", "1 MARR", "2 DATE 1880", "2 PLAC <Cork>",
+        "1 CHIL @I6@",
+    "0 @F3@ FAM", "1 HUSB @I7@", "1 WIFE @I4@", "1 CHIL @I8@",
+    "0 @F4@ FAM", "1 HUSB @I6@", "1 WIFE @I8@", "1 MARR", "2 DATE 12 MAY 1927", "1 CHIL @I9@",
+        "1 CHIL @I10@",
+    "0 @F5@ FAM", "1 HUSB @I9@", "1 WIFE @I11@", "1 MARR", "2 DATE 1955", "2 PLAC Leeds",
+        "1 CHIL @I12@",
+    "0 @F6@ FAM", "1 HUSB @I10@", "1 WIFE @I13@", "1 MARR", "2 DATE 1950", "2 PLAC York",
+    // clang-format on
+});
+
+// The heading's numbers: the three counts, and the different people when
+// they are fewer than the descendants counted.
+QString totals(const QByteArray& html)
+{
+    static const QRegularExpression number(QStringLiteral(
+        "<dt>(Descendants|Spouses|Generations)</dt><dd>(\\d+)</dd>|names (\\d+) different"));
+    QStringList found;
+    for (const auto& match : number.globalMatch(QString::fromUtf8(html)))
+        found << (match.captured(3).isEmpty()
+                      ? match.captured(2) + ' ' + match.captured(1).toLower()
+                      : "; " + match.captured(3) + " different");
+    return found.join(", ").replace(", ;", ";");
+}
+
+// A line of people, each the only child of the one before.
+QByteArray chain(int people)
+{
+    QByteArray text;
+    for (int i = 1; i <= people; ++i) {
+        text += "0 @I" + QByteArray::number(i) + "@ INDI\n1 NAME P" + QByteArray::number(i) + "\n";
+        if (i < people)
+            text += "1 FAMS @F" + QByteArray::number(i) + "@\n";
+    }
+    for (int i = 1; i < people; ++i)
+        text += "0 @F" + QByteArray::number(i) + "@ FAM\n1 HUSB @I" + QByteArray::number(i) +
+                "@\n1 CHIL @I" + QByteArray::number(i + 1) + "@\n";
+    return text;
+}
+
+}  // namespace
+
+TEST(HtmlChecks, FindWhatAnHtmlParserWouldRepairOrAValidatorReport)
+{
+    const auto page = [](const char* body) {
+        return QByteArray("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\" />"
+                          "<title>t</title></head><body>") +
+               body + "</body></html>";
+    };
+    EXPECT_EQ(htmlProblems(page("<p id=\"a\"><a href=\"#a\">x</a></p>")), QStringList());
+    EXPECT_EQ(htmlProblems(page("<p>a &amp; b <ol><li>x</li></ol></p>")),
+              QStringList{"block <ol> in <p>"});
+    EXPECT_EQ(htmlProblems(page("<ol><p>x</p></ol><li>y</li>")),
+              QStringList({"<p> in <ol>", "<li> in <body>"}));
+    EXPECT_EQ(htmlProblems(page("<p id=\"a\">x</p><p id=\"a\"><a href=\"#b\">y</a></p>")),
+              QStringList({"id a twice", "link to #b leads nowhere"}));
+    const QStringList unclosed = htmlProblems(page("<div/><br>"));
+    EXPECT_TRUE(unclosed.contains("self-closed <div>"));
+    EXPECT_TRUE(unclosed.last().startsWith("not well-formed")) << unclosed.join('|').toStdString();
+    EXPECT_TRUE(htmlProblems(page("<p>a < b</p>")).value(0).startsWith("not well-formed"));
+    EXPECT_FALSE(htmlProblems(page("<p>&nbsp;</p>")).isEmpty());
+}
+
+class HtmlReportTest : public tav::test::SessionTest {
+protected:
+    QByteArray page(int32_t top, NameStyle style = {5, 1})
+    {
+        return htmlDescendantsReport(session.records, style, session.today(), top);
+    }
+};
+
+TEST_F(HtmlReportTest, HandBuiltFamilyAsWorkedOut)
+{
+    ASSERT_TRUE(load(cousinFamily));
+    const QByteArray html = page(1);
+    EXPECT_EQ(htmlProblems(html), QStringList());
+    EXPECT_EQ(outlineText(html),
+              QStringList({
+                  "Adam Hart (b.1820  d.1890)",
+                  "  m. Eve Lee (b.1825  d.1900), 1845, Bath & Wells, Somerset",
+                  "    1 Carl Hart (b.1850  d.1920)",
+                  "      m. Ida \"Kitty\" O'neil, 1880, <Cork>",
+                  "        2 Emil Hart (b.1881  d.1950)",
+                  "          m. Fay Hart (b.1883  d.1960), 12 MAY 1927 \u2013 also a descendant, "
+                  "under Dora Hart",
+                  "            3 Gus Hart",
+                  "              m. Joy Kim",
+                  "                4 Kai Hart",
+                  "            3 Hal Hart (b.1927  d.2000)",
+                  "              m. Liv Ray",
+                  "    1 Dora Hart (b.1852)",
+                  "      m. Zo\u00eb \u03a9\u03bc\u03ad\u03b3\u03b1",
+                  "        2 Fay Hart (b.1883  d.1960)",
+                  "          m. Emil Hart (b.1881  d.1950), 12 MAY 1927 \u2013 also a descendant, "
+                  "under Carl Hart",
+                  "            3 Gus Hart \u2013 written above, under Emil Hart",
+                  "            3 Hal Hart (b.1927  d.2000) \u2013 written above, under Emil Hart",
+              }));
+    // Each person once, with an anchor; every later meeting links to it.
+    EXPECT_EQ(html.count("<li class=\"person\" id=\"i9\">"), 1);
+    EXPECT_EQ(html.count("href=\"#i9\""), 1) << "Gus, met again under Fay";
+    EXPECT_EQ(html.count("href=\"#i8\""), 1) << "Fay, Emil's wife";
+    EXPECT_TRUE(html.contains("<title>Descendants of Adam Hart</title>"));
+    EXPECT_TRUE(html.contains("<h1>Descendants of Adam Hart</h1>"));
+    // Lines of descent: Carl, Dora; Emil; Gus, Hal; Kai; Fay; Gus, Hal; Kai.
+    EXPECT_EQ(totals(html), "10 descendants, 9 spouses, 4 generations; 7 different");
+    EXPECT_TRUE(html.contains("From test.ged, 21 November 2026."));
+}
+
+TEST_F(HtmlReportTest, TextIsEscapedAndNonLatinLettersStayUtf8)
+{
+    ASSERT_TRUE(load(cousinFamily));
+    const QByteArray html = page(1, {2, 2});
+    EXPECT_TRUE(html.contains("O&#39;NEIL, Ida &quot;Kitty&quot;"));
+    EXPECT_TRUE(html.contains(", 1880, &lt;Cork&gt;"));
+    EXPECT_TRUE(html.contains(", 1845, Bath &amp; Wells, Somerset</p>"));
+    EXPECT_TRUE(html.contains("\xce\xa9\xce\x9c\xce\x88\xce\x93\xce\x91, Zo\xc3\xab"))
+        << "upper-cased Greek, in UTF-8";
+    EXPECT_EQ(htmlEscaped(u"a\u0001b\u009fc\uffff\xd800"),
+              QStringLiteral("a\ufffdb\ufffdc\ufffd\ufffd"));
+    EXPECT_EQ(htmlEscaped(u"\U0001F333\t<&>\"'"),
+              QStringLiteral("\U0001F333\t&lt;&amp;&gt;&quot;&#39;"));
+}
+
+TEST_F(HtmlReportTest, NamesWithoutSurnameOrGivenNamesNeedNoComma)
+{
+    ASSERT_TRUE(
+        load(gedcomText({"0 @I1@ INDI", "1 NAME Ferdinand_II  //", "1 FAMS @F1@", "0 @I2@ INDI",
+                         "1 NAME /Smith/ Jr", "1 FAMC @F1@", "0 @I3@ INDI", "1 FAMC @F1@",
+                         "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@", "1 CHIL @I3@"})));
+    EXPECT_EQ(outlineText(page(1, {2, 2})),
+              QStringList({"Ferdinand_II", "  Spouse not recorded", "    1 SMITH Jr", "    1 ?"}));
+    EXPECT_TRUE(page(1).contains("<h1>Descendants of Ferdinand_II</h1>"));
+}
+
+TEST_F(HtmlReportTest, LinesDeeperThanOneHundredLevelsEndInANote)
+{
+    ASSERT_TRUE(load(chain(150)));
+    const QByteArray html = page(1);
+    EXPECT_EQ(htmlProblems(html), QStringList());
+    EXPECT_TRUE(html.contains("The descendants of P1 cannot be counted: a line runs deeper than "
+                              "100 levels."));
+    const QStringList lines = outlineText(html);
+    ASSERT_EQ(lines.size(), 2 * 100 + 1);
+    EXPECT_EQ(lines[2 * 99].trimmed(), "99 P100") << "the 100th level is written";
+    EXPECT_EQ(lines.back().trimmed(), "The line goes on: its children are more than 100 levels "
+                                      "down and are not written.");
+    EXPECT_TRUE(messages.texts().isEmpty()) << "no fault reported";
+
+    ASSERT_TRUE(load(chain(100)));
+    EXPECT_FALSE(page(1).contains("class=\"note\""));
+    EXPECT_EQ(totals(page(1)), "99 descendants, 99 spouses, 99 generations");
+}
+
+TEST_F(HtmlReportTest, OutlineWritesEachPersonOnceEvenOnACircle)
+{
+    // Bad links: A's child B is A's parent too, and B's family lists A
+    // twice and a child that does not exist.
+    ASSERT_TRUE(
+        load(gedcomText({"0 @I1@ INDI", "1 FAMS @F1@", "1 FAMC @F2@", "0 @I2@ INDI", "1 FAMS @F2@",
+                         "1 FAMC @F1@", "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@", "0 @F2@ FAM",
+                         "1 HUSB @I2@", "1 CHIL @I1@", "1 CHIL @I1@", "1 CHIL @I77@"})));
+    const DescendancyOutline outline(session.records, 1);
+    using S = OutlineStep;
+    EXPECT_EQ(outline.steps(), (std::vector<S>{{S::Person, 1, 0, 0},
+                                               {S::Family, 1, 0, 0},
+                                               {S::Person, 2, 1, 0},
+                                               {S::Family, 2, 1, 0},
+                                               {S::PersonAgain, 1, 2, 0},
+                                               {S::PersonAgain, 1, 2, 0},
+                                               {S::FamilyEnd, 2, 1, 0},
+                                               {S::PersonEnd, 2, 1, 0},
+                                               {S::FamilyEnd, 1, 0, 0},
+                                               {S::PersonEnd, 1, 0, 0}}));
+    EXPECT_EQ(outline.distinctDescendants(), 1);
+    EXPECT_EQ(htmlProblems(page(1)), QStringList());
+}
+
+TEST_F(HtmlReportTest, OverfullListsAreNoted)
+{
+    QByteArray text = "0 @I1@ INDI\n";
+    for (int k = 1; k <= 12; ++k)
+        text += "1 FAMS @F" + QByteArray::number(k) + "@\n";
+    text += "0 @F1@ FAM\n1 HUSB @I1@\n";
+    for (int k = 2; k <= 23; ++k)
+        text += "1 CHIL @I" + QByteArray::number(k) + "@\n";
+    for (int k = 2; k <= 23; ++k)
+        text += "0 @I" + QByteArray::number(k) + "@ INDI\n1 FAMC @F1@\n";
+    ASSERT_TRUE(load(text));
+    const QStringList lines = outlineText(page(1));
+    EXPECT_EQ(lines.size(), 2 + 20 + 2) << lines.join('\n').toStdString();
+    EXPECT_TRUE(lines.contains("    The file lists 2 more children of this family; a family "
+                               "keeps 20."));
+    EXPECT_EQ(lines.back(), "  The file lists 2 more spouse families of this person; a person "
+                            "keeps 10.");
+}
+
+TEST_F(HtmlReportTest, Royal92HabsburgsCheckedByHand)
+{
+    TAV_REQUIRE_SHARED_FILE(path, "royal92.ged");
+    ASSERT_TRUE(loadGedcom(session, path));
+    // Ferdinand II (I2419): Ferdinand III (F1139), whose children (F1138) are
+    // Mariana and Leopold I. Mariana's daughter Margaret Teresa (F947)
+    // married her uncle Leopold I (F1140), so their daughter Maria Antonia
+    // and her son Joseph Ferdinand (F1144) are reached through both; Leopold's
+    // second family (F1141) goes on to Charles VI, Maria Theresa (F1146) and
+    // Joseph II (F1145). Eleven different descendants; thirteen lines.
+    const int32_t ferdinand = session.records.indIndexFromId(2419);
+    const QByteArray html = page(ferdinand);
+    EXPECT_EQ(htmlProblems(html), QStringList());
+    EXPECT_EQ(outlineText(html),
+              QStringList({
+                  "Ferdinand_II (b.1578  d.1637)",
+                  "  Spouse not recorded",
+                  "    1 Ferdinand_III (b.1608  d.1657)",
+                  "      m. Maria",
+                  "        2 Mariana of_Austria",
+                  "          m. Philip_IV (b.1605  d.1665), 1649",
+                  "            3 Charles_II (b.1661  d.1700)",
+                  "              m. Marie Louise (b.1662  d.1689)",
+                  "            3 Margaret Teresa (b.1651  d.1673)",
+                  "              m. Leopold_I (b.1640  d.1705) \u2013 also a descendant, under "
+                  "Ferdinand_III",
+                  "                4 Maria Antonia",
+                  "                  m. Maximilian Emmanuel of_Bavaria",
+                  "                    5 Joseph Ferdinand (d.1699)",
+                  "        2 Leopold_I (b.1640  d.1705)",
+                  "          m. Margaret Teresa (b.1651  d.1673) \u2013 also a descendant, under "
+                  "Mariana of_Austria",
+                  "            3 Maria Antonia \u2013 written above, under Margaret Teresa",
+                  "          m. Eleanor of_Neuburg",
+                  "            3 Joseph_I (b.1678  d.1711)",
+                  "            3 Charles_VI (b.1685  d.1740)",
+                  "              Spouse not recorded",
+                  "                4 Maria Theresa (d.1780)",
+                  "                  m. Francis_I Stephen (b.1708  d.1765), 1736",
+                  "                    5 Joseph_II (b.1741  d.1790)",
+              }));
+    EXPECT_EQ(totals(html), "13 descendants, 11 spouses, 5 generations; 11 different");
+}
+
+TEST_F(HtmlReportTest, WrittenAtomicallyOrWithAReason)
+{
+    ASSERT_TRUE(load(cousinFamily));
+    const QString path = htmlReportPath(dir.path());
+    EXPECT_EQ(QFileInfo(path).fileName(), "tav.htm");
+    writeFile("an older, longer report that the new one replaces whole", "tav.htm");
+    const WrittenFile written = writeHtmlDescendantsReport(session, 3, path);
+    EXPECT_TRUE(written.ok()) << written.failure.toStdString();
+    EXPECT_EQ(written.path, path);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), page(3, session.nameStyle()));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"tav.htm", "test.ged"}))
+        << "no temporary file left";
+
+    const QString missing = dir.filePath("no such folder/tav.htm");
+    const WrittenFile failed = writeHtmlDescendantsReport(session, 3, missing);
+    EXPECT_FALSE(failed.ok());
+    EXPECT_TRUE(
+        failed.failure.startsWith("Cannot write " + QDir::toNativeSeparators(missing) + ": "))
+        << failed.failure.toStdString();
+    const WrittenFile onFolder = writeHtmlDescendantsReport(session, 3, dir.path());
+    EXPECT_EQ(onFolder.failure,
+              "Cannot write " + QDir::toNativeSeparators(dir.path()) + ": it is a folder");
+}
+
+TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
+{
+    ASSERT_TRUE(load(cousinFamily));
+    const QString gedcom = dir.filePath("test.ged");
+    const auto tavCli = [&](const QStringList& arguments) {
+        struct {
+            int status;
+            QStringList out, err;
+        } printed{};
+        const CliContext context{{[&](const QString& line) { printed.out << line; },
+                                  [&](const QString& line) { printed.err << line; }},
+                                 dir.filePath("Tav.reg"),
+                                 [] { return QDate(2026, 11, 21); }};
+        printed.status = runCli(arguments, context);
+        return printed;
+    };
+
+    const QString out = dir.filePath("out.htm");
+    auto printed = tavCli({"--surname-posn", "1", "html", gedcom, "4", out});
+    EXPECT_EQ(printed.status, 0);
+    EXPECT_EQ(printed.out, QStringList{out});
+    QFile file(out);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("<h1>Descendants of Dora HART</h1>"));
+
+    // Without OUT: tav.htm in the current directory, which tav-cli keeps.
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(dir.path());
+    printed = tavCli({"html", gedcom, "1"});
+    QDir::setCurrent(before);
+    EXPECT_EQ(printed.status, 0);
+    EXPECT_EQ(printed.out, QStringList{dir.filePath("tav.htm")});
+    EXPECT_TRUE(QFileInfo(dir.filePath("tav.htm")).size() > 0);
+
+    printed = tavCli({"html", gedcom, "14"});
+    EXPECT_EQ(printed.status, 2);
+    EXPECT_EQ(printed.err, QStringList{"There is no individual 14 in this file."});
+
+    const QString unwritable = dir.filePath("missing/out.htm");
+    printed = tavCli({"html", gedcom, "1", unwritable});
+    EXPECT_EQ(printed.status, 1);
+    EXPECT_TRUE(printed.out.isEmpty());
+    ASSERT_EQ(printed.err.size(), 1);
+    EXPECT_TRUE(printed.err[0].startsWith("Cannot write " + unwritable + ": "));
+}
