@@ -124,6 +124,18 @@ void paintTree(QPainter& painter, const TreeDrawing& drawing, const QRectF& visi
     painter.restore();
 }
 
+Picture treePicture(const TreeDrawing& drawing)
+{
+    return Picture{drawing.bounds, [drawing](QPainter& painter) {
+                       // The background reaches past the bounds, under any margin.
+                       const double reach =
+                           std::max(drawing.bounds.width(), drawing.bounds.height());
+                       painter.fillRect(drawing.bounds.adjusted(-reach, -reach, reach, reach),
+                                        treeBackground(drawing.backColour));
+                       paintTree(painter, drawing);
+                   }};
+}
+
 TrianglePicture layoutTriangle(const DescendantTriangle& triangle, const QString& label,
                                double width, int fontSize, bool backColour)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "draw/Picture.h"
 #include "ui/tree/DescendantTriangle.h"
 #include "ui/tree/TreeDrawing.h"
 
@@ -27,6 +28,10 @@ QColor treeBackground(bool backColour);
 // Only what meets `visible` (tree units) is painted, all when it is empty.
 // The background is the caller's: fill drawing.bounds with treeBackground.
 void paintTree(QPainter& painter, const TreeDrawing& drawing, const QRectF& visible = QRectF());
+
+// The view as a picture to export or print: its bounds, and the
+// background with the tree on it.
+Picture treePicture(const TreeDrawing& drawing);
 
 // The triangle view laid out for a width, in the same units.
 struct TrianglePicture {
