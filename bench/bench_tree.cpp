@@ -330,6 +330,26 @@ void BM_TriangleOfAnAncestorOf40000(benchmark::State& state)
 }
 BENCHMARK(BM_TriangleOfAnAncestorOf40000)->Unit(benchmark::kMillisecond);
 
+// Show descendants (eldest) from the top of the view of 1000 boxes: the
+// walk, the layout and the drawing of all of them, and the window's repaint.
+void BM_CommandOnThousandBoxes(benchmark::State& state)
+{
+    FullView view;
+    Session& session = view.loaded.session;
+    session.curInd = 1;
+    session.tree.treeBuilt = false;
+    const auto window = treeWindowOf(session);
+    window->activate();
+    window->select(1);
+    QImage canvas = windowCanvas();
+    for (auto _ : state) {
+        window->run(tav::TreeCommand::ShowDescendantsEldest);
+        paintAsTheWindow(window->drawing(), canvas);
+    }
+    state.counters["boxes"] = double(window->drawing().boxes.size());
+}
+BENCHMARK(BM_CommandOnThousandBoxes)->Unit(benchmark::kMillisecond);
+
 // Painting the view of 1000 boxes: 0 all of it, scaled to fit a large
 // image; 1 a window's worth at 100%.
 void BM_PaintThousandBoxes(benchmark::State& state)
