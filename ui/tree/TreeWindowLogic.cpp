@@ -94,10 +94,8 @@ bool TreeWindowLogic::activate()
         return false;
     session_.tree.treeBuilt = true;
     triangleShown_ = false;
-    if (!(madeWith_ == labelSettings())) {
-        measure_ = makeMeasure_(session_.settings.FontSize);
-        madeWith_ = labelSettings();
-    }
+    if (!(madeWith_ == labelSettings()))
+        refreshLabels();  // the view kept for GoBack follows the settings too
     // The top person first, then the walk: a walk that fails leaves the
     // top person alone on screen. A view already shown can be gone back to.
     const bool hadView = model_.nTreeInd >= 1;
