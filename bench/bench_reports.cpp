@@ -91,13 +91,3 @@ void BM_NamesReportManyDistinctNames(benchmark::State& state)
 BENCHMARK(BM_NamesReportManyDistinctNames)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

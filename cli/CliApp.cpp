@@ -50,6 +50,10 @@ const Command commandTable[] = {
      "writes the HTML descendants report of individual SLOT\nto OUT (default: tav.htm in the "
      "current folder)",
      1, 2, false, htmlCommand},
+    {"export", "FILE SLOT OUT [--walk W] [--font-size N]",
+     "draws the tree of `tree` into OUT as the tree window\npaints it: .png, .svg or .pdf by "
+     "its extension",
+     2, 6, true, exportCommand},
 };
 
 // The help command reads no GEDCOM file.

@@ -23,8 +23,9 @@ int descendantsCommand(CliRun& run);
 // The text reports (ReportCommands.cpp).
 int reportCommand(CliRun& run);
 
-// The family tree window's view (TreeCommands.cpp).
+// The family tree window's view, and its picture (TreeCommands.cpp).
 int treeCommand(CliRun& run);
+int exportCommand(CliRun& run);
 
 // The HTML descendants report (HtmlCommand.cpp).
 int htmlCommand(CliRun& run);

@@ -1,6 +1,12 @@
 #include "cli/OffscreenGui.h"
 
+#include <QDir>
+#include <QFile>
 #include <QGuiApplication>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 #include <memory>
 
@@ -14,6 +20,19 @@ void ensureOffscreenGui()
     static char name[] = "tav-cli";
     static char* argv[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Without a session (a script, a container) the window system would
+    // warn that it has no runtime folder; give it a private one quietly.
+#ifdef Q_OS_UNIX
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+        const QString runtime =
+            QDir::temp().filePath(QStringLiteral("tav-runtime-%1").arg(getuid()));
+        if (QDir().mkpath(runtime)) {
+            QFile::setPermissions(runtime, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                               QFileDevice::ExeOwner);
+            qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime));
+        }
+    }
+#endif
     static std::unique_ptr<QGuiApplication> application =
         std::make_unique<QGuiApplication>(argc, argv);
 }

@@ -1,10 +1,16 @@
 #include "app/Session.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
+#include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
+#include "draw/TreePainter.h"
+#include "ui/tree/TreeDrawing.h"
 #include "ui/tree/TreeLayout.h"
 #include "ui/tree/TreeModel.h"
 #include "ui/tree/TreeViewFile.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 namespace tav {
 
@@ -17,11 +23,12 @@ struct TreeOptions {
     int32_t fontSize = 0;
 };
 
-// The options after SLOT: --walk most|eldest|first and --font-size 1 to 4.
-TreeOptions treeOptions(const CliRun& run)
+// The options from argument `first` on: --walk most|eldest|first and
+// --font-size 1 to 4.
+TreeOptions treeOptions(const CliRun& run, qsizetype first)
 {
     TreeOptions options{TreeWalk::Most, run.session.settings.FontSize};
-    for (qsizetype i = 1; i < run.args.size(); ++i) {
+    for (qsizetype i = first; i < run.args.size(); ++i) {
         const QString& option = run.args[i];
         if (option != QLatin1String("--walk") && option != QLatin1String("--font-size"))
             throw UsageError{QStringLiteral("unknown tree option \"%1\"").arg(option)};
@@ -46,19 +53,14 @@ TreeOptions treeOptions(const CliRun& run)
     return options;
 }
 
-}  // namespace
-
-int treeCommand(CliRun& run)
+// Builds the tree of a slot as the tree window builds a new one, with the
+// walk asked for, and lays it out; false after a fault (shown).
+bool buildTree(CliRun& run, int32_t slot, const TreeOptions& options, TreeModel& model)
 {
-    const int32_t slot = run.slotArg(0, ViewKind::Individual);
-    const TreeOptions options = treeOptions(run);
     Session& session = run.session;
     session.settings.FontSize = options.fontSize;
     const FontMeasure measure(options.fontSize);
-    TreeModel model(session.records, session.settings, session.tree,
-                    [&session] { return session.today(); });
-    // As the tree window builds a new tree, with the walk asked for.
-    const int status = run.run([&] {
+    return run.run([&] {
         model.clearArrays(1, 1);
         model.prepareTopPerson(slot, measure);
         switch (options.walk) {
@@ -67,11 +69,48 @@ int treeCommand(CliRun& run)
         case TreeWalk::First: model.prepareDescendents2(1, 0, 1); break;
         }
         layoutManager(model, measure, generationGap(options.fontSize));
-    });
-    if (status != 0)
-        return status;
+    }) == 0;
+}
+
+TreeModel newModel(Session& session)
+{
+    return TreeModel(session.records, session.settings, session.tree,
+                     [&session] { return session.today(); });
+}
+
+}  // namespace
+
+int treeCommand(CliRun& run)
+{
+    const int32_t slot = run.slotArg(0, ViewKind::Individual);
+    const TreeOptions options = treeOptions(run, 1);
+    TreeModel model = newModel(run.session);
+    if (!buildTree(run, slot, options, model))
+        return 3;
     for (const QString& line : treeViewLines(model))
         run.print(line);
+    return 0;
+}
+
+int exportCommand(CliRun& run)
+{
+    const int32_t slot = run.slotArg(0, ViewKind::Individual);
+    const QString out = run.args.value(1);
+    if (!pictureFormatFor(out))
+        throw UsageError{QStringLiteral("OUT must end in .png, .svg or .pdf")};
+    const TreeOptions options = treeOptions(run, 2);
+    TreeModel model = newModel(run.session);
+    if (!buildTree(run, slot, options, model))
+        return 3;
+    // Drawn as the tree window paints it, with the settings' options and no
+    // person selected.
+    const QString failure = exportPicture(
+        treePicture(treeDrawing(model, run.session.records, run.session.settings, 0)), out);
+    if (!failure.isEmpty()) {
+        run.output.err(failure);
+        return 1;
+    }
+    run.print(QDir::toNativeSeparators(QFileInfo(out).absoluteFilePath()));
     return 0;
 }
 

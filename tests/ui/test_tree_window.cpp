@@ -321,3 +321,37 @@ TEST_F(TreeWindowTest, AnOptionChangedInTheOptionsDialogShowsAtTheNextRepaint)
     EXPECT_EQ(session.settings.FontSize, 4);
     EXPECT_GT(tree->logic().drawing().box(1)->frame.toRect().height(), height);
 }
+
+TEST_F(TreeWindowTest, TheHtmlReportAndPicturesAreWrittenInTheWorkingFolder)
+{
+    ASSERT_TRUE(load(grayFile));
+    const std::unique_ptr<TreeWindow> tree = openTree(1);
+    QStringList opened;
+    tree->openInBrowser = [&opened](const QString& path) { opened << path; };
+
+    // The current folder is the working folder the viewer chose at start.
+    ASSERT_TRUE(tree->action(TreeCommand::HtmlReport)->isEnabled());
+    tree->action(TreeCommand::HtmlReport)->trigger();
+    const QString report = dir.filePath(QStringLiteral("tav.htm"));
+    EXPECT_EQ(opened, QStringList{report}) << "the desktop's browser opens it";
+    QFile page(report);
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(page.readAll().contains("Descendants of GRAY, Gus"));
+
+    tree->action(TreeCommand::SaveView)->trigger();
+    EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("temp.gds"))));
+
+    // Pictures of the whole tree, whatever part the window shows.
+    ASSERT_TRUE(tree->exportAction()->isEnabled());
+    EXPECT_TRUE(tree->exportTo(dir.filePath(QStringLiteral("gray.svg"))));
+    QFile svg(dir.filePath(QStringLiteral("gray.svg")));
+    ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
+    const QByteArray drawing = svg.readAll();
+    for (int32_t slot = 1; slot <= tree->logic().model().nTreeInd; ++slot)
+        EXPECT_TRUE(drawing.contains(tree->logic().model().person(slot).label.toUtf8())) << slot;
+
+    // A picture that cannot be written: the message, and the window goes on.
+    EXPECT_FALSE(tree->exportTo(dir.filePath(QStringLiteral("gray.svg/inside.png"))));
+    EXPECT_TRUE(messages.texts().last().startsWith(QStringLiteral("Cannot write")));
+    EXPECT_TRUE(tree->isVisible());
+}

@@ -1,8 +1,11 @@
 #include "ui/tree/TreeWindow.h"
 
 #include "app/Session.h"
+#include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
+#include "draw/TreePainter.h"
 #include "ui/Icons.h"
+#include "ui/PicturePrinting.h"
 #include "ui/WindowFrames.h"
 #include "ui/tree/TreeCanvas.h"
 #include "ui/tree/TreeLayout.h"
@@ -10,12 +13,16 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QUrl>
 #include <cmath>
 
 namespace tav {
@@ -117,6 +124,14 @@ void TreeWindow::buildMenus()
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addAction(commandAction(TreeCommand::SaveView));
     file->addAction(commandAction(TreeCommand::OpenView));
+    file->addSeparator();
+    file->addAction(commandAction(TreeCommand::HtmlReport));
+    exportPicture_ =
+        file->addAction(QStringLiteral("&Export picture..."), this, &TreeWindow::chooseExportFile);
+    print_ = file->addAction(QStringLiteral("&Print..."), this, [this] {
+        previewAndPrint(this, treePicture(logic_.outputDrawing()), windowTitle());
+    });
+    print_->setShortcut(QKeySequence::Print);
     file->addSeparator();
     QAction* close = file->addAction(QStringLiteral("&Close"), this, &QWidget::close);
     close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
@@ -252,6 +267,40 @@ void TreeWindow::runCommand(TreeCommand command)
     const QString notice = logic_.takeNotice();
     if (!notice.isEmpty())
         statusBar()->showMessage(notice, 5000);
+    const QString report = logic_.takeReportToOpen();
+    if (!report.isEmpty())
+        openInBrowser(report);
+}
+
+void TreeWindow::chooseExportFile()
+{
+    QString filter;
+    QString path = QFileDialog::getSaveFileName(
+        this, QStringLiteral("Export picture"),
+        QDir::current().filePath(QStringLiteral("family-tree.png")),
+        QStringLiteral("PNG picture (*.png);;SVG drawing (*.svg);;PDF document (*.pdf)"), &filter);
+    if (path.isEmpty())
+        return;
+    // A name without an extension takes the chosen type's.
+    if (!pictureFormatFor(path))
+        path += filter.contains(QLatin1String("svg"))   ? QStringLiteral(".svg")
+                : filter.contains(QLatin1String("pdf")) ? QStringLiteral(".pdf")
+                                                        : QStringLiteral(".png");
+    exportTo(path);
+}
+
+bool TreeWindow::exportTo(const QString& path)
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const QString failure = exportPicture(treePicture(logic_.outputDrawing()), path);
+    QApplication::restoreOverrideCursor();
+    if (!failure.isEmpty()) {
+        session_.messages().warning(failure);
+        return false;
+    }
+    statusBar()->showMessage(
+        QStringLiteral("Picture written to %1").arg(QDir::toNativeSeparators(path)), 5000);
+    return true;
 }
 
 void TreeWindow::viewChanged()
@@ -284,6 +333,9 @@ void TreeWindow::refresh()
         if (button->isCheckable())
             button->setChecked(logic_.checked(command));
     }
+    // Pictures and pages need a tree to show, as saving a view does.
+    exportPicture_->setEnabled(logic_.enabled(TreeCommand::SaveView));
+    print_->setEnabled(logic_.enabled(TreeCommand::SaveView));
     for (const auto& [option, action] : options_)
         action->setChecked(logic_.option(option));
     for (const auto& [fontSize, action] : fontSizes_)

@@ -2,7 +2,10 @@
 
 #include "ui/tree/TreeWindowLogic.h"
 
+#include <QDesktopServices>
 #include <QMainWindow>
+#include <QUrl>
+#include <functional>
 #include <map>
 
 class QAction;
@@ -39,6 +42,15 @@ public:
 
     // Selects a person's box, as a click on it does.
     void select(int32_t slot);
+    // Writes the whole tree as a picture (PNG, SVG or PDF by the name);
+    // false after a message saying why it could not.
+    bool exportTo(const QString& path);
+    // Opens a written HTML report; the desktop's browser unless a test says otherwise.
+    std::function<void(const QString& path)> openInBrowser = [](const QString& path) {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    };
+    QAction* exportAction() const { return exportPicture_; }
+    QAction* printAction() const { return print_; }
     // Shows the logic's state: caption, enabled and checked items, status.
     void refresh();
 
@@ -52,6 +64,7 @@ private:
     // After anything that changed the drawing: canvas, then the rest.
     void viewChanged();
     void escape();
+    void chooseExportFile();
 
     Session& session_;
     TreeWindowLogic logic_;
@@ -64,6 +77,8 @@ private:
     QMenu* contextMenu_ = nullptr;
     QLabel* status_ = nullptr;
     QLabel* zoomLabel_ = nullptr;
+    QAction* exportPicture_ = nullptr;
+    QAction* print_ = nullptr;
 };
 
 }  // namespace tav

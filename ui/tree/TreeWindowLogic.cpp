@@ -1,5 +1,7 @@
 #include "ui/tree/TreeWindowLogic.h"
 
+#include "reports/HtmlDescendantsReport.h"
+
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
 #include "calc/Names.h"
@@ -32,6 +34,7 @@ QString treeCommandText(TreeCommand command)
     case TreeCommand::SaveView: return QStringLiteral("Save view");
     case TreeCommand::OpenView: return QStringLiteral("Open view");
     case TreeCommand::TriangleView: return QStringLiteral("Triangle view");
+    case TreeCommand::HtmlReport: return QStringLiteral("HTML report");
     }
     return QString();
 }
@@ -308,6 +311,7 @@ bool TreeWindowLogic::enabled(TreeCommand command) const
     case TreeCommand::SaveView: return model_.nTreeInd >= 1;
     case TreeCommand::OpenView: return QFileInfo::exists(treeViewFileName());
     case TreeCommand::TriangleView: return triangleShown_ || individual != 0;
+    case TreeCommand::HtmlReport: return model_.nTreeInd >= 1 && individualAt(1) != 0;
     }
     return false;
 }
@@ -356,8 +360,27 @@ void TreeWindowLogic::run(TreeCommand command)
     case TreeCommand::SaveView: saveView(); break;
     case TreeCommand::OpenView: openView(); break;
     case TreeCommand::TriangleView: toggleTriangle(); break;
+    case TreeCommand::HtmlReport: writeHtmlReport(); break;
     }
 }
+
+TreeDrawing TreeWindowLogic::outputDrawing() const
+{
+    return treeDrawing(model_, session_.records, session_.settings, 0);
+}
+
+void TreeWindowLogic::writeHtmlReport()
+{
+    const WrittenFile written = writeHtmlDescendantsReport(session_, individualAt(1));
+    if (!written.ok()) {
+        session_.messages().warning(written.failure);
+        return;
+    }
+    notice_ = QStringLiteral("Report written to %1").arg(QDir::toNativeSeparators(written.path));
+    reportToOpen_ = written.path;
+}
+
+QString TreeWindowLogic::takeReportToOpen() { return std::exchange(reportToOpen_, QString()); }
 
 void TreeWindowLogic::changeView(const std::function<int32_t()>& change)
 {

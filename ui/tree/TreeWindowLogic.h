@@ -27,6 +27,7 @@ enum class TreeCommand {
     SaveView,
     OpenView,
     TriangleView,
+    HtmlReport,
 };
 
 // The six tree options of the settings, in the order the options dialog
@@ -68,6 +69,8 @@ public:
 
     const TreeModel& model() const { return model_; }
     const TreeDrawing& drawing() const { return drawing_; }
+    // The whole view as pictures and pages show it: no person selected.
+    TreeDrawing outputDrawing() const;
     const TextMeasure& measure() const { return *measure_; }
 
     // "Family tree - " and the top person's name.
@@ -107,6 +110,8 @@ public:
     // A note about the last command for the status bar ("View saved in
     // ..."), given once; "" when there is none.
     QString takeNotice();
+    // The HTML report just written, for the desktop's browser; "" when none.
+    QString takeReportToOpen();
 
 private:
     // Where a descendant stands: child `child` of family slot `family`
@@ -137,6 +142,8 @@ private:
     // line child first.
     void walkFrom(int32_t slot, bool mostDescendants, int32_t spouseNo);
     void goBack();
+    // Writes "tav.htm" for the top person in the working folder.
+    void writeHtmlReport();
     void saveView();
     void openView();
     void countDescendantsOfSelected();
@@ -162,6 +169,7 @@ private:
     bool triangleShown_ = false;
     DescendantTriangle triangle_;
     QString notice_;
+    QString reportToOpen_;
 };
 
 }  // namespace tav

@@ -1,0 +1,147 @@
+#include "cli/OffscreenGui.h"
+#include "draw/PagedPicture.h"
+#include "draw/PictureExport.h"
+#include "draw/TreeFont.h"
+#include "draw/TreePainter.h"
+#include "tests/CliTest.h"
+#include "tests/TreeTestSupport.h"
+#include "ui/tree/TreeDrawing.h"
+#include "ui/tree/TreeLayout.h"
+#include "ui/tree/TreeModel.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QImage>
+#include <QPdfWriter>
+#include <QXmlStreamReader>
+
+using namespace tav;
+using tav::test::FileFamily;
+
+namespace {
+
+// Ann and Bob with five children; their eldest, Cy, with Dee and two
+// grandchildren.
+QByteArray twoGenerations()
+{
+    return tav::test::familyFile({"Ann /Ash/:F", "Bob /Birch/:M", "Cy /Birch/:M", "Di /Birch/:F",
+                                  "Ed /Birch/:M", "Flo /Birch/:F", "Gus /Birch/:M", "Dee /Dale/:F",
+                                  "Hal /Birch/:M", "Ivy /Birch/:F"},
+                                 {FileFamily{2, 1, {3, 4, 5, 6, 7}}, FileFamily{3, 8, {9, 10}}});
+}
+
+QStringList svgTexts(const QByteArray& svg)
+{
+    QXmlStreamReader xml(svg);
+    QStringList texts;
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == u"text")
+            texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
+    }
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    return texts;
+}
+
+}  // namespace
+
+class TreeExportTest : public CliTest {};
+
+TEST_F(TreeExportTest, TavCliExportsTheTreeAsTheWindowPaintsIt)
+{
+    const QString path = writeFile(twoGenerations(), "family.ged");
+    const QString svg = dir.filePath(QStringLiteral("tree.svg"));
+    CliResult r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), svg});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, QStringList{svg});
+    QFile file(svg);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    // The most-descendants walk from Ann: Bob, her five children, then Cy's
+    // family with Dee and their two.
+    QStringList texts = svgTexts(file.readAll());
+    texts.sort();
+    EXPECT_EQ(texts, QStringList({"ASH, Ann", "BIRCH, Bob", "Cy", "DALE, Dee", "Di", "Ed", "Flo",
+                                  "Gus", "Hal", "Ivy"}))
+        << "every label, as text";
+
+    // The PNG is the picture's size at twice the scale: the tree's bounds
+    // and the margin, worked out from the same drawing.
+    const QString png = dir.filePath(QStringLiteral("tree.PNG"));
+    r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), png,
+                   QStringLiteral("--font-size"), QStringLiteral("4")});
+    ASSERT_EQ(r.status, 0);
+    ensureOffscreenGui();
+    Settings settings;
+    settings.FontSize = 4;
+    TreeModel model(session.records, settings, session.tree, [] { return QDate(2026, 11, 21); });
+    ASSERT_TRUE(load(twoGenerations()));
+    const FontMeasure measure(4);
+    model.clearArrays(1, 1);
+    model.prepareTopPerson(1, measure);
+    model.prepareDescendents3(1, 0, 0);
+    layoutManager(model, measure, generationGap(4));
+    const Picture picture = treePicture(treeDrawing(model, session.records, settings, 0));
+    EXPECT_EQ(QImage(png).size(), pngSize(picture));
+    EXPECT_EQ(QImage(png).width(), 2 * (picture.bounds.toAlignedRect().width() + 2 * 24));
+
+    const QString pdf = dir.filePath(QStringLiteral("tree.pdf"));
+    r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), pdf,
+                   QStringLiteral("--walk"), QStringLiteral("eldest")});
+    ASSERT_EQ(r.status, 0);
+    QFile pdfFile(pdf);
+    ASSERT_TRUE(pdfFile.open(QIODevice::ReadOnly));
+    const QByteArray bytes = pdfFile.readAll();
+    EXPECT_TRUE(bytes.startsWith("%PDF-"));
+    EXPECT_EQ(bytes.count("/Type /Page\n"), 1);
+
+    EXPECT_EQ(runTavCli({QStringLiteral("export"), path, QStringLiteral("1"),
+                         dir.filePath(QStringLiteral("tree.jpg"))})
+                  .status,
+              2)
+        << "a kind of picture it cannot write";
+    r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"),
+                   dir.filePath(QStringLiteral("no/folder/tree.png"))});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_TRUE(r.err.value(0).startsWith(QStringLiteral("Cannot write")))
+        << r.err.join(' ').toStdString();
+    EXPECT_EQ(runTavCli({QStringLiteral("export"), path, QStringLiteral("11"), png}).err,
+              QStringList{QStringLiteral("There is no individual 11 in this file.")});
+}
+
+TEST_F(TreeExportTest, AWideTreeFitsOnePageOrSpreadsOverSeveralAtFullSize)
+{
+    // Twenty children with long names make a row far wider than a page.
+    std::vector<QByteArray> people = {"Ann /Ash/:F", "Bob /Birch/:M"};
+    FileFamily family{2, 1, {}};
+    for (int k = 1; k <= 20; ++k) {
+        people.push_back("Bartholomew" + QByteArray::number(k) + " Maximilian /Birch/:M");
+        family.children.push_back(k + 2);
+    }
+    ASSERT_TRUE(load(tav::test::familyFile(people, {family})));
+    ensureOffscreenGui();
+    Settings settings;
+    settings.FontSize = 4;
+    TreeModel model(session.records, settings, session.tree, [] { return QDate(2026, 11, 21); });
+    const FontMeasure measure(4);
+    model.clearArrays(1, 1);
+    model.prepareTopPerson(1, measure);
+    model.prepareDescendents3(1, 0, 0);
+    layoutManager(model, measure, generationGap(4));
+    const Picture picture = treePicture(treeDrawing(model, session.records, settings, 0));
+    ASSERT_GT(picture.bounds.width(), 2000);
+
+    const auto pages = [&picture](PageScale scale) {
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter pdf(&buffer);
+        pdf.setPageSize(QPageSize(QPageSize::A4));
+        const int painted = paintOnPages(pdf, picture, scale);
+        buffer.close();
+        EXPECT_EQ(bytes.count("/Type /Page\n"), painted);
+        return painted;
+    };
+    EXPECT_EQ(pages(PageScale::FitOnePage), 1);
+    // A4 portrait at 96 to the inch is about 700 units wide inside its margins.
+    const int full = pages(PageScale::FullSize);
+    EXPECT_GE(full, int(picture.bounds.width() / 700));
+}
