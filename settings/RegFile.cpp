@@ -1,9 +1,10 @@
 #include "settings/RegFile.h"
 
+#include "core/AtomicFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -311,14 +312,10 @@ RegFile::LoadResult RegFile::load()
     return result;
 }
 
-bool RegFile::save() const
+QString RegFile::save() const
 {
     QDir().mkpath(QFileInfo(path_).absolutePath());
-    QSaveFile file(path_);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(text());
-    return file.commit();
+    return writeFileAtomically(path_, text());
 }
 
 }  // namespace tav
