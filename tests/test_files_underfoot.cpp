@@ -1,6 +1,7 @@
 // Files that other programs change while Tav reads or writes them.
 #include "app/GedcomLoading.h"
 #include "bench/GedcomGenerator.h"
+#include "settings/RegistryStore.h"
 #include "tests/TestSupport.h"
 
 #include <QFile>
@@ -61,6 +62,55 @@ TEST_F(FilesUnderfootTest, AFileRewrittenWhileItIsReadGivesALoadOrAMessageEveryT
     RecordProperty("whole", whole);
     RecordProperty("partial", partial);
     RecordProperty("refused", refused);
+}
+
+// Two viewers close at the same moment, each saving its settings: at every
+// moment the file is one viewer's whole file, never a mix, and it parses.
+TEST_F(FilesUnderfootTest, TwoViewersSavingAtOnceLeaveOneWholeSettingsFile)
+{
+    const auto save = [](const QString& file, int tag, int times) {
+        auto viewer = std::make_unique<QProcess>();
+        viewer->start(QStringLiteral(TAV_TEST_SAVE_SETTINGS),
+                      {file, QString::number(tag), QString::number(times)});
+        return viewer;
+    };
+    // What each viewer writes when it is alone.
+    QByteArray alone[2];
+    for (int tag : {0, 1}) {
+        const QString file = dir.filePath(QStringLiteral("alone%1.reg").arg(tag));
+        const auto viewer = save(file, tag + 1, 1);
+        ASSERT_TRUE(viewer->waitForFinished(30000) && viewer->exitCode() == 0);
+        alone[tag] = readAll(file);
+        ASSERT_FALSE(alone[tag].isEmpty());
+    }
+    ASSERT_NE(alone[0], alone[1]);
+
+    const QString file = dir.filePath(QStringLiteral("Tav.reg"));
+    int wins[2] = {0, 0}, looks = 0;
+    for (int round = 0; round < 100; ++round) {
+        const auto first = save(file, 1, 3);
+        const auto second = save(file, 2, 3);
+        while (first->state() != QProcess::NotRunning || second->state() != QProcess::NotRunning) {
+            first->waitForFinished(1);
+            second->waitForFinished(1);
+            // Looked at while both write: a whole file of one of them, or
+            // (in the first round) no file yet.
+            const QByteArray now = readAll(file);
+            ++looks;
+            ASSERT_TRUE(now == alone[0] || now == alone[1] || (round == 0 && now.isEmpty()))
+                << "round " << round << " shows a mixed file:\n"
+                << now.toStdString();
+        }
+        ASSERT_EQ(first->exitCode(), 0) << first->readAllStandardError().toStdString();
+        ASSERT_EQ(second->exitCode(), 0) << second->readAllStandardError().toStdString();
+        const QByteArray after = readAll(file);
+        ASSERT_TRUE(after == alone[0] || after == alone[1]) << "round " << round;
+        ++wins[after == alone[0] ? 0 : 1];
+        ASSERT_TRUE(RegistryStore(file).loadProblems().isEmpty());
+    }
+    RecordProperty("first viewer's file", wins[0]);
+    RecordProperty("second viewer's file", wins[1]);
+    RecordProperty("looks while saving", looks);
 }
 
 // A file beyond what can be read is refused before it is read (the file
