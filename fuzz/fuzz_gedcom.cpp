@@ -5,6 +5,7 @@
 #include "app/GedcomLoading.h"
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
+#include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
 #include "fuzz/FuzzSupport.h"
 #include "reports/ReportKinds.h"
@@ -131,6 +132,9 @@ void walkReports(Session& session)
         reportText(session, kind);
     headerInformationLines(session.records);
     loadedCaption(session.records);
+    // The years label of the tree's boxes and the HTML report.
+    for (int32_t slot = 1; slot <= std::min(session.records.individualCount(), 300); ++slot)
+        personYears(session.records, slot, session.today());
 }
 
 // Everything that reads a loaded file, in the order a user might go.
