@@ -6,7 +6,8 @@
 # grew in earlier runs (build/fuzz/fuzzing/corpus; nothing is copied into the
 # project). Prints the executions and the coverage (cov, ft) of each target.
 # Exits non-zero when a target finds a crash, a hang, a leak or a sanitizer
-# report; the input is kept in build/fuzz/fuzzing/findings.
+# report; the input is kept in build/fuzz/fuzzing/findings. TAV_FUZZ_RUNS
+# stops each target after that many executions, if it comes first.
 #
 #   scripts/fuzz.sh [SECONDS] [TARGET...]     (TARGET: gedcom, dates, names, settings)
 set -euo pipefail
@@ -164,13 +165,15 @@ for target in "${targets[@]}"; do
   log=$work/logs/$target.log
   echo "=== fuzz-$target: $(find "$seeds/$target" -type f | wc -l) seeds, ${seconds}s"
   status=0
-  "$program" "${dict[@]}" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=3072 \
+  runs=()
+  [ -n "${TAV_FUZZ_RUNS:-}" ] && runs=(-runs="$TAV_FUZZ_RUNS")
+  "$program" "${dict[@]}" "${runs[@]}" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=3072 \
     -max_len="$(max_len "$target")" -print_final_stats=1 \
     -artifact_prefix="$work/findings/$target-" \
     "$work/corpus/$target" "$seeds/$target" >"$log" 2>&1 || status=$?
-  runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
+  executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
   coverage=$(grep -Eo 'cov: [0-9]+ ft: [0-9]+' "$log" | tail -1)
-  line="fuzz-$target: ${runs:-?} executions, ${coverage:-no coverage line}"
+  line="fuzz-$target: ${executions:-?} executions, ${coverage:-no coverage line}"
   if [ "$status" -ne 0 ]; then
     failed=1
     line="$line, FOUND A PROBLEM (exit $status; see $log)"
