@@ -7,47 +7,72 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <new>
+
 namespace tav {
 
 namespace {
 
-// The file's bytes: mapped into memory where the system allows it (no copy,
-// no large allocation), else read whole.
-class FileBytes {
-public:
-    bool open(const QString& path, QString& reason)
-    {
-        if (QFileInfo(path).isDir()) {
-            reason = QStringLiteral("Is a directory");
-            return false;
-        }
-        file_.setFileName(path);
-        if (!file_.open(QIODevice::ReadOnly)) {
-            reason = file_.errorString();
-            return false;
-        }
-        const qint64 size = file_.size();
-        if (size > 0) {
-            if (uchar* mapped = file_.map(0, size)) {
-                bytes_ =
-                    QByteArray::fromRawData(reinterpret_cast<const char*>(mapped), qsizetype(size));
-                return true;
-            }
-        }
-        bytes_ = file_.readAll();
-        if (file_.error() != QFileDevice::NoError) {
-            reason = file_.errorString();
-            return false;
-        }
-        return true;
+// Reads the whole file into memory. The file is read, never mapped: another
+// program may shorten or rewrite it meanwhile, and a mapped file that
+// shrinks kills the reader (SIGBUS). At most the length the file had when
+// it was opened is read, so a file that grows meanwhile cannot keep the
+// read going; one that shrinks gives what it still held.
+bool readFileBytes(const QString& path, QByteArray& bytes, QString& reason)
+{
+    if (QFileInfo(path).isDir()) {
+        reason = QStringLiteral("Is a directory");
+        return false;
     }
-
-    QByteArray& bytes() { return bytes_; }
-
-private:
-    QFile file_;  // keeps the mapping alive
-    QByteArray bytes_;
-};
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        reason = file.errorString();
+        return false;
+    }
+    const auto tooLarge = [&reason](qint64 size) {
+        // The size rounded up and the limit down, so the two always differ.
+        constexpr qint64 megabyte = 1024 * 1024;
+        reason = QStringLiteral("the file is too large to read (%1 MB; at most %2 MB)")
+                     .arg((size + megabyte - 1) / megabyte)
+                     .arg(largestGedcomFile / megabyte);
+        return false;
+    };
+    try {
+        if (file.isSequential()) {
+            // A pipe or device tells no length: read it in pieces up to the limit.
+            while (!file.atEnd()) {
+                const QByteArray piece = file.read(1 << 20);
+                if (piece.isEmpty())
+                    break;
+                if (bytes.size() + piece.size() > largestGedcomFile)
+                    return tooLarge(bytes.size() + piece.size());
+                bytes += piece;
+            }
+        } else {
+            const qint64 size = file.size();
+            if (size > largestGedcomFile)
+                return tooLarge(size);
+            bytes.resize(qsizetype(size));
+            qint64 done = 0;
+            while (done < size) {
+                const qint64 got = file.read(bytes.data() + done, size - done);
+                if (got <= 0)
+                    break;
+                done += got;
+            }
+            bytes.truncate(qsizetype(done));
+        }
+    } catch (const std::bad_alloc&) {
+        bytes.clear();
+        reason = QStringLiteral("there is not enough memory to read it");
+        return false;
+    }
+    if (file.error() != QFileDevice::NoError) {
+        reason = file.errorString();
+        return false;
+    }
+    return true;
+}
 
 }  // namespace
 
@@ -62,22 +87,27 @@ QString loadedCaption(const RecordStore& records)
 bool loadGedcom(Session& session, const QString& path, QString* failure,
                 const LoadProgress& progress)
 {
-    FileBytes file;
+    QByteArray bytes;
     QString reason;
-    if (!file.open(path, reason)) {
+    if (!readFileBytes(path, bytes, reason)) {
         if (failure)
             *failure = QStringLiteral("Cannot open %1: %2").arg(path, reason);
         return false;
     }
+    loadGedcomBytes(session, path, bytes, progress);
+    return true;
+}
 
-    QByteArray& raw = file.bytes();
-    const qint64 fileLength = raw.size();
+void loadGedcomBytes(Session& session, const QString& path, QByteArray& bytes,
+                     const LoadProgress& progress)
+{
+    const qint64 fileLength = bytes.size();
     const qint64 maximum = fileLength + 200;
     if (progress.started)
         progress.started(maximum);
 
     session.records.fileName = path;
-    const QByteArrayView text = prepareFileBytes(raw);
+    const QByteArrayView text = prepareFileBytes(bytes);
     const qint64 textLength = text.size();
 
     GedcomReader reader(
@@ -98,7 +128,6 @@ bool loadGedcom(Session& session, const QString& path, QString* failure,
     session.curInd = 1;
     if (progress.finished)
         progress.finished();
-    return true;
 }
 
 }  // namespace tav

@@ -16,12 +16,22 @@ struct LoadProgress {
     std::function<void()> finished;
 };
 
+// The longest GEDCOM file read: its length must fit the progress bar's range,
+// and a file past 2 GB holds far more than the record tables can take.
+constexpr qint64 largestGedcomFile = 0x7FFFFFFF - 200;
+
 // Reads the GEDCOM file `path` into the session: the store is rebuilt and
 // the current individual becomes 1. Load messages go to the session's
-// message boxes. When the file cannot be read nothing changes, and the
+// message boxes. When the file cannot be read (missing, a folder, larger
+// than largestGedcomFile, more than memory holds) nothing changes, and the
 // result is false with `failure` set to "Cannot open FILE: reason".
 bool loadGedcom(Session& session, const QString& path, QString* failure = nullptr,
                 const LoadProgress& progress = {});
+
+// The load itself, from the bytes of a file named `path` (which may be
+// changed in place: a UTF-16 file is converted).
+void loadGedcomBytes(Session& session, const QString& path, QByteArray& bytes,
+                     const LoadProgress& progress = {});
 
 // The main window's caption after a load: "FILE (N individuals, M families)".
 QString loadedCaption(const RecordStore& records);

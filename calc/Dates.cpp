@@ -38,6 +38,10 @@ int32_t monthFromPosition(qsizetype position) { return toLong((double(position) 
 
 int32_t numberOf(QStringView text) { return toLong(leadingNumber(text)); }
 
+// Signed 32-bit arithmetic, as everywhere: a result out of range is the
+// Overflow fault (a year such as -2147483648 in a file), never a wrong age.
+int32_t long32(int64_t value) { return toLong(double(value)); }
+
 qsizetype find(QStringView text, char16_t c, qsizetype from)
 {
     const qsizetype at = text.indexOf(QChar(c), from);
@@ -125,9 +129,9 @@ int32_t calcAge(QStringView birth, QStringView death, QString& label, QDate toda
         endYear = today.year();
         label = QStringLiteral("now");
     }
-    int32_t age = endYear - birthYear;
-    if (endMonth < birthMonth || (endMonth == birthMonth && endDay < birthDay))
-        --age;
+    const bool beforeBirthday =
+        endMonth < birthMonth || (endMonth == birthMonth && endDay < birthDay);
+    const int32_t age = long32(int64_t(endYear) - birthYear - (beforeBirthday ? 1 : 0));
     if (age > 100 && label == QLatin1String("now"))
         label = QStringLiteral("if alive");
     return age;
@@ -139,7 +143,7 @@ int32_t yearsBetween(QStringView a, QStringView b)
     int32_t dayB = 0, monthB = 0, yearB = 0;
     if (!parseDate(a, dayA, monthA, yearA) || !parseDate(b, dayB, monthB, yearB))
         return -1;
-    int32_t diff = std::abs(yearB - yearA);
+    int32_t diff = long32(std::abs(int64_t(yearB) - yearA));
     // Within one year A always counts as the earlier date, so a B earlier
     // in that year gives -1, the same as "cannot compute".
     const bool aEarlier = yearB >= yearA;

@@ -1,6 +1,7 @@
 #include "calc/Names.h"
 
 #include "calc/Dates.h"
+#include "core/Fault.h"
 #include "core/RecordStore.h"
 
 namespace tav {
@@ -99,12 +100,28 @@ QString listName(const RecordStore& records, int32_t individual, NameStyle style
     return formatName(records.individual(individual).name, NameSurname | NameGivenAsWritten, style);
 }
 
+namespace {
+
+// The year of a date, false when it has none that can be read (a year past
+// 32 bits included: a label never faults).
+bool yearOf(const QString& date, int32_t& year)
+{
+    int32_t day = 0, month = 0;
+    try {
+        return parseDate(date, day, month, year) != 0;
+    } catch (const RuntimeFault&) {
+        return false;
+    }
+}
+
+}  // namespace
+
 QString personYears(const RecordStore& records, int32_t individual, QDate today)
 {
     const Individual& person = records.individual(individual);
     QString label;
-    int32_t day = 0, month = 0, birthYear = 0;
-    if (parseDate(person.birthDate, day, month, birthYear)) {
+    int32_t birthYear = 0;
+    if (yearOf(person.birthDate, birthYear)) {
         const QString digits =
             QString::number(qAbs(int64_t(birthYear))).rightJustified(4, QLatin1Char('0'));
         label = QStringLiteral("(b.") + (birthYear < 0 ? QStringLiteral("-") : QString()) + digits;
@@ -112,8 +129,7 @@ QString personYears(const RecordStore& records, int32_t individual, QDate today)
         birthYear = 0;
     }
     int32_t deathYear = 0;
-    day = month = 0;
-    if (parseDate(person.deathDate, day, month, deathYear)) {
+    if (yearOf(person.deathDate, deathYear)) {
         label += (label.isEmpty() ? QStringLiteral("(d.") : QStringLiteral("  d.")) +
                  QString::number(deathYear) + QLatin1Char(')');
         return label;

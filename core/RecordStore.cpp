@@ -41,7 +41,7 @@ void RecordStore::resetRecords()
 
 void NameTally::clear()
 {
-    entries.assign(size_t(capacity) + 1, TalliedName{});
+    entries.assign(1, TalliedName{});
     count = 0;
     distinct = 0;
 }

@@ -102,7 +102,9 @@ struct TalliedName {
 struct NameTally {
     static constexpr int32_t capacity = 15000;
 
-    std::vector<TalliedName> entries;  // slots 0 to capacity
+    // Slots 0 to count: the table grows as names come, so a load that no
+    // report reads costs nothing here.
+    std::vector<TalliedName> entries = std::vector<TalliedName>(1);
     int32_t count = 0;
     // Distinct names met, those counted in slot 0 included; no name at all
     // (an empty one) is not among them.

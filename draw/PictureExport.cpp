@@ -1,7 +1,7 @@
 #include "draw/PictureExport.h"
 
+#include "core/AtomicFile.h"
 #include "core/Units.h"
-#include "reports/ReportFile.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -128,9 +128,9 @@ QString exportPicture(const Picture& picture, const QString& path)
 {
     const std::optional<PictureFormat> format = pictureFormatFor(path);
     if (!format)
-        return QStringLiteral("Cannot write %1: the name must end in .png, .svg or .pdf")
+        return QStringLiteral("Cannot save %1: the name must end in .png, .svg or .pdf.")
             .arg(QDir::toNativeSeparators(path));
-    return writeFileAtomically(path, pictureBytes(picture, *format)).failure;
+    return writeFileAtomically(path, pictureBytes(picture, *format));
 }
 
 }  // namespace tav

@@ -103,7 +103,12 @@ void addAges(QStringList& lines, const Session& session)
     for (int32_t slot = 1; slot <= records.individualCount(); ++slot) {
         const Individual& person = records.individual(slot);
         QString label;
-        const int32_t age = calcAge(person.birthDate, person.deathDate, label, session.today());
+        int32_t age = 0;
+        try {
+            age = calcAge(person.birthDate, person.deathDate, label, session.today());
+        } catch (const RuntimeFault&) {
+            continue;  // a year past 32 bits: no age to count
+        }
         // Infants under a year and impossible ages of 200 and more would skew
         // the average: they are left out.
         if (label != QLatin1String("at death") || age < 1 || age > 199)

@@ -375,7 +375,7 @@ QByteArray htmlDescendantsReport(RecordStore& records, NameStyle style, QDate to
 
 WrittenFile writeHtmlDescendantsReport(Session& session, int32_t top, const QString& path)
 {
-    return writeFileAtomically(
+    return writeWholeFile(
         path, htmlDescendantsReport(session.records, session.nameStyle(), session.today(), top));
 }
 

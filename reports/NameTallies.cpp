@@ -45,7 +45,7 @@ public:
             int32_t slot = 0;
             if (tally_.count < NameTally::capacity) {
                 slot = ++tally_.count;
-                tally_.entries[size_t(slot)].name = name;
+                tally_.entries.push_back(TalliedName{name, 0});
             }
             entry = slotOf_.insert(key, slot);
         }

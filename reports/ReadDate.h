@@ -1,7 +1,10 @@
 #pragma once
 
 #include "calc/Dates.h"
+#include "core/Fault.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <tuple>
 
 namespace tav {
@@ -16,15 +19,26 @@ struct ReadDate {
     bool valid = false;
 
     ReadDate() = default;
-    explicit ReadDate(QStringView text) : valid(parseDate(text, day, month, year) != 0) {}
+    // A date whose numbers do not fit in 32 bits (parseDate's Overflow)
+    // cannot be read either: the reports never fault.
+    explicit ReadDate(QStringView text)
+    {
+        try {
+            valid = parseDate(text, day, month, year) != 0;
+        } catch (const RuntimeFault&) {
+            day = month = year = 0;
+        }
+    }
 
     // Completed years from this date to `later`, as calcAge counts an age
-    // (negative when `later` comes first).
+    // (negative when `later` comes first); beyond 32 bits, the nearest end
+    // of that range.
     int32_t yearsUntil(const ReadDate& later) const
     {
         const bool beforeAnniversary =
             later.month < month || (later.month == month && later.day < day);
-        return later.year - year - (beforeAnniversary ? 1 : 0);
+        const int64_t years = int64_t(later.year) - year - (beforeAnniversary ? 1 : 0);
+        return int32_t(std::clamp<int64_t>(years, INT32_MIN, INT32_MAX));
     }
 
     std::tuple<int32_t, int32_t, int32_t> key() const { return {year, month, day}; }

@@ -8,13 +8,14 @@ namespace tav {
 // Where a file was written, or why it was not.
 struct WrittenFile {
     QString path;     // absolute
-    QString failure;  // "Cannot write PATH: reason"; empty once written
+    QString failure;  // "Cannot save PATH: reason."; empty once written
 
     bool ok() const { return failure.isEmpty(); }
 };
 
-// Writes the bytes to the file all at once: a reader sees the old file or
-// the whole new one, never a part, and a failure leaves the old file as it was.
-WrittenFile writeFileAtomically(const QString& path, const QByteArray& bytes);
+// Writes the bytes to the file all at once (see writeFileAtomically): a
+// reader sees the old file or the whole new one, and a failure leaves the
+// old file as it was.
+WrittenFile writeWholeFile(const QString& path, const QByteArray& bytes);
 
 }  // namespace tav

@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth fonts-dejavu-core fonts-liberation2
   dpkg-dev desktop-file-utils appstream groff-base
+  clang libclang-rt-14-dev
 )
 
 missing=()

@@ -2,6 +2,7 @@
 # Builds everything and runs every test twice: an optimised build, then a
 # debug build under AddressSanitizer and UndefinedBehaviorSanitizer. The
 # Debian package is built from the optimised build and checked in between.
+# Last, every fuzz target runs for a minute (TAV_FUZZ_SECONDS to change it).
 # Exits non-zero on the first failure.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -19,3 +20,6 @@ for preset in release asan; do
     scripts/check-package.sh
   fi
 done
+
+echo "=== fuzz ==="
+scripts/fuzz.sh "${TAV_FUZZ_SECONDS:-60}"

@@ -1,8 +1,9 @@
 #include "settings/RegFile.h"
 #include "settings/RegistryBackend.h"
 
+#include "core/AtomicFile.h"
+
 #include <QFile>
-#include <QSaveFile>
 
 namespace tav {
 
@@ -39,7 +40,10 @@ public:
         // replaced; an unreadable one is never replaced.
         if (!read.problems.isEmpty())
             damagedBytes_ = read.bytes;
-        writable_ = read.unreadable.isEmpty();
+        if (!read.unreadable.isEmpty())
+            unwritable_ = QStringLiteral("Cannot save %1: it could not be read when Tav started "
+                                         "(%2), so it is left as it is.")
+                              .arg(path, read.unreadable);
     }
 
     int32_t openKey(int64_t root, const QString& path) override
@@ -74,7 +78,11 @@ public:
         return store();
     }
 
-    void beginBatch() override { ++batchDepth_; }
+    void beginBatch() override
+    {
+        if (batchDepth_++ == 0)
+            writeProblem_.clear();
+    }
     void endBatch() override
     {
         if (--batchDepth_ == 0 && dirty_)
@@ -82,6 +90,7 @@ public:
     }
 
     QStringList loadProblems() const override { return problems_; }
+    QString writeProblem() const override { return writeProblem_; }
 
 private:
     static constexpr int32_t notFound = 2;
@@ -99,17 +108,21 @@ private:
             return 0;
         }
         dirty_ = false;
-        if (!writable_ || !keepDamagedCopy())
-            return accessDenied;
-        return file_.save() ? 0 : accessDenied;
+        writeProblem_ = unwritable_;
+        if (writeProblem_.isEmpty())
+            writeProblem_ = keepDamagedCopy();
+        if (writeProblem_.isEmpty())
+            writeProblem_ = file_.save();
+        return writeProblem_.isEmpty() ? 0 : accessDenied;
     }
 
     // Writes the damaged file's bytes to "Tav.reg.damaged" (or, when that
-    // holds other bytes already, "Tav.reg.damaged.1" and so on), once.
-    bool keepDamagedCopy()
+    // holds other bytes already, "Tav.reg.damaged.1" and so on), once; ""
+    // when they are kept, else why not.
+    QString keepDamagedCopy()
     {
         if (damagedBytes_.isEmpty())
-            return true;
+            return QString();
         for (int n = 0; n < 100; ++n) {
             const QString path =
                 file_.path() + QStringLiteral(".damaged") + (n ? QStringLiteral(".%1").arg(n) : "");
@@ -119,19 +132,19 @@ private:
                     break;
                 continue;
             }
-            QSaveFile copy(path);
-            if (!copy.open(QIODevice::WriteOnly) || copy.write(damagedBytes_) < 0 || !copy.commit())
-                return false;
+            if (QString problem = writeFileAtomically(path, damagedBytes_); !problem.isEmpty())
+                return problem;
             break;
         }
         damagedBytes_.clear();
-        return true;
+        return QString();
     }
 
     RegFile file_;
     QStringList problems_;
     QByteArray damagedBytes_;
-    bool writable_ = true;
+    QString unwritable_;  // why the file is never written, when it is not
+    QString writeProblem_;
     int batchDepth_ = 0;
     bool dirty_ = false;
 };

@@ -1,7 +1,8 @@
 #include "settings/IniFile.h"
 
+#include "core/AtomicFile.h"
+
 #include <QFile>
-#include <QSaveFile>
 #include <QStringList>
 
 #include <algorithm>
@@ -94,11 +95,9 @@ bool IniFile::writeString(const QString& section, const QString& key, const QStr
     else if (insertAt >= 0)
         lines.insert(insertAt + 1, entry);
 
-    QSaveFile file(path_);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write((lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n")).toUtf8());
-    return file.commit();
+    return writeFileAtomically(path_,
+                               (lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n")).toUtf8())
+        .isEmpty();
 }
 
 }  // namespace tav

@@ -1,9 +1,10 @@
 #include "settings/RegFile.h"
 
+#include "core/AtomicFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -119,18 +120,31 @@ bool parseValue(const QString& data, RegFile::Value& value)
     return false;
 }
 
+// A surrogate without its pair becomes U+FFFD, as invalid UTF-8 does: the
+// text then writes as UTF-8 and reads back the same.
+QString withoutLoneSurrogates(QString text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            ++i;
+        else if (text[i].isSurrogate())
+            text[i] = QChar::ReplacementCharacter;
+    }
+    return text;
+}
+
 // The text of a registry file: UTF-16 with its byte order mark as regedit
 // exports it, else UTF-8 (a byte order mark skipped).
 QString decodedText(const QByteArray& bytes)
 {
     if (bytes.startsWith("\xFF\xFE"))
-        return QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData() + 2),
-                                  (bytes.size() - 2) / 2);
+        return withoutLoneSurrogates(QString::fromUtf16(
+            reinterpret_cast<const char16_t*>(bytes.constData() + 2), (bytes.size() - 2) / 2));
     if (bytes.startsWith("\xFE\xFF")) {
         QString text((bytes.size() - 2) / 2, Qt::Uninitialized);
         for (qsizetype i = 0; i < text.size(); ++i)
             text[i] = QChar(char16_t((uchar(bytes[2 + 2 * i]) << 8) | uchar(bytes[3 + 2 * i])));
-        return text;
+        return withoutLoneSurrogates(text);
     }
     QString text = QString::fromUtf8(bytes);
     if (text.startsWith(QChar(0xFEFF)))
@@ -311,14 +325,10 @@ RegFile::LoadResult RegFile::load()
     return result;
 }
 
-bool RegFile::save() const
+QString RegFile::save() const
 {
     QDir().mkpath(QFileInfo(path_).absolutePath());
-    QSaveFile file(path_);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(text());
-    return file.commit();
+    return writeFileAtomically(path_, text());
 }
 
 }  // namespace tav

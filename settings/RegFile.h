@@ -38,8 +38,10 @@ public:
     // deletion lines ignored. A line that cannot be read is skipped and
     // noted; the others count. A missing file is an empty registry.
     LoadResult load();
-    // Replaces the file with the current keys and values; false on failure.
-    bool save() const;
+    // Replaces the file with the current keys and values, atomically: ""
+    // when done, else a message naming the file and why (the file is then
+    // as it was).
+    QString save() const;
 
     bool hasKey(const QString& key) const;
     void createKey(const QString& key);

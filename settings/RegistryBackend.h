@@ -26,6 +26,9 @@ public:
     // Notes on what could not be read when the registry was opened: each
     // names the file and the line, which was skipped.
     virtual QStringList loadProblems() const { return {}; }
+    // Why the last write since the batch began failed, naming the file and
+    // the reason; "" when every write went through.
+    virtual QString writeProblem() const { return {}; }
 };
 
 std::unique_ptr<RegistryBackend> makeFileRegistry(const QString& path);

@@ -64,6 +64,8 @@ QString RegistryStore::registryFileFor(const QString& configHome, const QString&
 
 QStringList RegistryStore::loadProblems() const { return backend_->loadProblems(); }
 
+QString RegistryStore::writeProblem() const { return backend_->writeProblem(); }
+
 int64_t RegistryStore::rootKeyFromName(const QString& name)
 {
     const QString upper = name.toUpper();

@@ -41,6 +41,9 @@ public:
     // names the file and the line); empty when it was good or absent. The
     // other lines' values count; the defaults fill the rest.
     QStringList loadProblems() const;
+    // Why the last write failed (or, after a batch, a write of the batch):
+    // a message naming the file and the reason; "" when it went through.
+    QString writeProblem() const;
 
     // HKEY values for "HKCU", "HKLM", "HKU", "HKDD", "HKCC", "HKCR" (any
     // case), 1 for the path of an existing file, 0 for anything else.

@@ -95,7 +95,10 @@ void loadSettings(Settings& settings, RegistryStore& store, const QString& secti
     }
 }
 
-void saveSettings(const Settings& settings, RegistryStore& store)
+namespace {
+
+// Every value, written as one batch: the file is replaced once, at the end.
+void writeAllSettings(const Settings& settings, RegistryStore& store)
 {
     const RegistryStore::Batch batch(store);
     const QString text = QStringLiteral("S"), number = QStringLiteral("D");
@@ -115,6 +118,14 @@ void saveSettings(const Settings& settings, RegistryStore& store)
     });
     store.regWrite(root, windowKey, QStringLiteral("MainMaximized"), QStringLiteral("B"),
                    settings.mainWindow.maximized);
+}
+
+}  // namespace
+
+QString saveSettings(const Settings& settings, RegistryStore& store)
+{
+    writeAllSettings(settings, store);
+    return store.writeProblem();
 }
 
 }  // namespace tav

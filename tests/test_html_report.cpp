@@ -424,11 +424,12 @@ TEST_F(HtmlReportTest, WrittenAtomicallyOrWithAReason)
     const WrittenFile failed = writeHtmlDescendantsReport(session, 3, missing);
     EXPECT_FALSE(failed.ok());
     EXPECT_TRUE(
-        failed.failure.startsWith("Cannot write " + QDir::toNativeSeparators(missing) + ": "))
+        failed.failure.startsWith("Cannot save " + QDir::toNativeSeparators(missing) + ": "))
         << failed.failure.toStdString();
     const WrittenFile onFolder = writeHtmlDescendantsReport(session, 3, dir.path());
     EXPECT_EQ(onFolder.failure,
-              "Cannot write " + QDir::toNativeSeparators(dir.path()) + ": it is a folder");
+              "Cannot save " + QDir::toNativeSeparators(dir.path()) +
+                  ": a folder of that name is in the way.");
 }
 
 TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
@@ -474,5 +475,5 @@ TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
     EXPECT_EQ(printed.status, 1);
     EXPECT_TRUE(printed.out.isEmpty());
     ASSERT_EQ(printed.err.size(), 1);
-    EXPECT_TRUE(printed.err[0].startsWith("Cannot write " + unwritable + ": "));
+    EXPECT_TRUE(printed.err[0].startsWith("Cannot save " + unwritable + ": "));
 }

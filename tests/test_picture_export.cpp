@@ -86,7 +86,7 @@ TEST(PictureExportTest, FilesAreNamedByTheirFormatAndAFailedWriteKeepsTheOldFile
                     .contains(QStringLiteral(".png, .svg or .pdf")));
     const QString missing = dir.filePath(QStringLiteral("no/such/folder/tree.svg"));
     EXPECT_TRUE(
-        exportPicture(labelledBoxes(1), missing).startsWith(QStringLiteral("Cannot write")));
+        exportPicture(labelledBoxes(1), missing).startsWith(QStringLiteral("Cannot save")));
 }
 
 TEST(PictureExportTest, PagesHoldTheTreeWholeOrAtFullSizeInReadingOrder)

@@ -101,7 +101,7 @@ TEST_F(TreeExportTest, TavCliExportsTheTreeAsTheWindowPaintsIt)
     r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"),
                    dir.filePath(QStringLiteral("no/folder/tree.png"))});
     EXPECT_EQ(r.status, 1);
-    EXPECT_TRUE(r.err.value(0).startsWith(QStringLiteral("Cannot write")))
+    EXPECT_TRUE(r.err.value(0).startsWith(QStringLiteral("Cannot save")))
         << r.err.join(' ').toStdString();
     EXPECT_EQ(runTavCli({QStringLiteral("export"), path, QStringLiteral("11"), png}).err,
               QStringList{QStringLiteral("There is no individual 11 in this file.")});

@@ -380,7 +380,7 @@ TEST_F(TreeWindowLogicTest, SavedViewsOpenAgainAndDamagedOnesChangeNothing)
     logic->run(TreeCommand::SaveView);
     ASSERT_EQ(messages.entries.size(), 1u);
     EXPECT_TRUE(messages.entries[0].text.startsWith(
-        QStringLiteral("The view could not be saved in ") +
+        QStringLiteral("Cannot save ") +
         QDir::toNativeSeparators(dir.filePath("locked/temp.gds")) + QStringLiteral(": ")))
         << messages.entries[0].text.toStdString();
 }

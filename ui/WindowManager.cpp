@@ -30,6 +30,13 @@ namespace {
 template <typename Window>
 Window* bringUp(QPointer<Window>& window, Session& session)
 {
+    // A window closed a moment ago (another file was opened) deletes itself
+    // once the event loop runs: a new one takes its place, or the window
+    // asked for would vanish.
+    if (window && !window->isVisible()) {
+        window->deleteLater();
+        window = nullptr;
+    }
     if (!window)
         window = new Window(session);
     window->show();

@@ -352,6 +352,6 @@ TEST_F(TreeWindowTest, TheHtmlReportAndPicturesAreWrittenInTheWorkingFolder)
 
     // A picture that cannot be written: the message, and the window goes on.
     EXPECT_FALSE(tree->exportTo(dir.filePath(QStringLiteral("gray.svg/inside.png"))));
-    EXPECT_TRUE(messages.texts().last().startsWith(QStringLiteral("Cannot write")));
+    EXPECT_TRUE(messages.texts().last().startsWith(QStringLiteral("Cannot save")));
     EXPECT_TRUE(tree->isVisible());
 }

@@ -151,7 +151,12 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     refresh();
 }
 
-BrowserWindow::~BrowserWindow() = default;
+BrowserWindow::~BrowserWindow()
+{
+    // The grid's model reads the logic, which goes first: a window deleted
+    // while on screen hides its grid on the way out, and the grid would ask.
+    view_->setModel(nullptr);
+}
 
 QAction* BrowserWindow::action(const char* key) const
 {

@@ -58,7 +58,11 @@ void MainWindowLogic::startUp(const QString& commandLine)
 
 void MainWindowLogic::shutDown()
 {
-    saveSettings(session_.settings, store_);
+    const QString problem = saveSettings(session_.settings, store_);
+    if (!problem.isEmpty())
+        session_.messages().warning(problem + session_.lineSeparator + session_.lineSeparator +
+                                    QStringLiteral("The settings of this session are lost; the "
+                                                   "file keeps the settings it had."));
     session_.closeOtherWindows();
 }
 

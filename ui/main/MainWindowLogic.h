@@ -33,7 +33,8 @@ public:
     // the command line (quotes allowed; its folder becomes the current one)
     // or else the auto-load file.
     void startUp(const QString& commandLine);
-    // Unloading the window: save the settings and close every other window.
+    // Unloading the window: save the settings (a save that fails is told,
+    // and the program goes on) and close every other window.
     void shutDown();
 
     void openFile(const QString& path);

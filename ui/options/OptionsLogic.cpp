@@ -65,7 +65,13 @@ bool OptionsLogic::accept()
     s.ViewNoSpouse = viewNoSpouse;
     s.BackColour = backColour;
     s.FontSize = 4 - fontSizeIndex;
-    saveSettings(s, store_);
+    // The options apply even when they cannot be kept: the user hears why,
+    // and they are saved again when Tav closes.
+    const QString problem = saveSettings(s, store_);
+    if (!problem.isEmpty())
+        session_.messages().warning(problem + session_.lineSeparator + session_.lineSeparator +
+                                    QStringLiteral("The new options apply until Tav closes, "
+                                                   "when they are saved again."));
     return true;
 }
 

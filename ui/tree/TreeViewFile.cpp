@@ -1,6 +1,7 @@
 #include "ui/tree/TreeViewFile.h"
 
 #include "app/Messages.h"
+#include "core/AtomicFile.h"
 #include "core/Fault.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace tav {
 
@@ -198,11 +198,11 @@ bool treeSaveToFile(const TreeModel& model, QString* failure, const QString& pat
 {
     const QString lineEnd = QStringLiteral("\r\n");
     const QByteArray bytes = (treeViewLines(model).join(lineEnd) + lineEnd).toUtf8();
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    QString problem = writeFileAtomically(path, bytes);
+    if (problem.isEmpty())
         return true;
     if (failure)
-        *failure = file.errorString();
+        *failure = std::move(problem);
     return false;
 }
 

@@ -21,7 +21,8 @@ QString treeViewFileName();
 QStringList treeViewLines(const TreeModel& model);
 
 // Writes the view (lines ended by CR LF), replacing the file whole or not
-// at all. False, with the system's reason, when it cannot be written.
+// at all. False, with a message naming the file and the reason, when it
+// cannot be written.
 bool treeSaveToFile(const TreeModel& model, QString* failure = nullptr,
                     const QString& path = treeViewFileName());
 

@@ -426,11 +426,10 @@ void TreeWindowLogic::saveView()
 {
     const QString path = QDir::current().absoluteFilePath(treeViewFileName());
     QString failure;
-    if (treeSaveToFile(model_, &failure))
+    if (treeSaveToFile(model_, &failure, path))
         notice_ = QStringLiteral("View saved in %1").arg(QDir::toNativeSeparators(path));
     else
-        session_.messages().warning(QStringLiteral("The view could not be saved in %1: %2")
-                                        .arg(QDir::toNativeSeparators(path), failure));
+        session_.messages().warning(failure);
 }
 
 void TreeWindowLogic::openView()

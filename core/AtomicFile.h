@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace tav {
+
+// Writes whole files so that a failed write never costs the user the file
+// they had: the bytes go to a new file in the same folder, which replaces
+// the target by a rename only once every byte is on disk. Disk full, the
+// file size limit (ulimit -f), a read-only folder or a folder in the
+// target's place leave the old file as it was, byte for byte.
+//
+// Returns "" when the file was written, else a message for the user that
+// names the file and the reason: "Cannot save FILE: the disk is full."
+QString writeFileAtomically(const QString& path, const QByteArray& bytes);
+
+}  // namespace tav

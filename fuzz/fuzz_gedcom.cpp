@@ -1,0 +1,180 @@
+// Fuzz target: a GEDCOM file, loaded as the viewer loads it, then walked by
+// everything that reads what it loaded: every grid and list of the record
+// browser with its links and moves, find, the fifteen queries, the
+// relationship finder, descendant counting and the text reports.
+#include "app/GedcomLoading.h"
+#include "app/Session.h"
+#include "calc/DescendantCounting.h"
+#include "calc/Names.h"
+#include "calc/RelationshipFinder.h"
+#include "fuzz/FuzzSupport.h"
+#include "reports/ReportKinds.h"
+#include "ui/browser/BrowserLogic.h"
+#include "ui/find/FindLogic.h"
+#include "ui/main/HeaderInformation.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <set>
+
+using namespace tav;
+
+namespace {
+
+// Slots worth showing of a table of `count` records: the first two, the
+// last, and one past it (refused by the windows, shown empty).
+std::set<int32_t> someSlots(int32_t count)
+{
+    std::set<int32_t> chosen;
+    for (int32_t slot : {1, 2, count, count + 1}) {
+        if (slot >= 1)
+            chosen.insert(slot);
+    }
+    return chosen;
+}
+
+// Every cell of the grid (a list's first 300 rows), the first rows followed
+// as a click follows them and undone with Back, and the browser's moves.
+void readAndClickEveryRow(Session& session, ViewKind kind, int32_t slot)
+{
+    BrowserLogic browser(session);
+    session.browser.viewKind = kind;
+    if (isRecordKind(kind))
+        session.currentSlot(kind) = slot;
+    if (!browser.gridLoad())
+        return;
+    const int32_t rows = std::min(browser.rowCount(), 300);
+    for (int32_t row = 0; row < rows; ++row) {
+        for (int column = 0; column < 3; ++column)
+            browser.cell(row, column);
+    }
+    for (int32_t row = 1; row < std::min(rows, isRecordKind(kind) ? 12 : 4); ++row) {
+        const QString shown = browser.positionToken();
+        browser.rowClicked(row);
+        if (browser.positionToken() != shown)
+            browser.moveBackForward(BrowserMove::Back);
+    }
+    if (!isRecordKind(kind))
+        return;
+    for (BrowserMove move :
+         {BrowserMove::Next, BrowserMove::Previous, BrowserMove::Back, BrowserMove::Forward})
+        browser.moveBackForward(move);
+    browser.listAll();
+}
+
+void walkBrowser(Session& session)
+{
+    const RecordStore& records = session.records;
+    for (ViewKind kind : {ViewKind::AllIndividuals, ViewKind::AllFamilies, ViewKind::AllSources,
+                          ViewKind::AllNotes, ViewKind::AllOccupations, ViewKind::AllBirths,
+                          ViewKind::AllDeaths, ViewKind::AllMarriages})
+        readAndClickEveryRow(session, kind, 0);
+    for (ViewKind kind :
+         {ViewKind::Individual, ViewKind::Family, ViewKind::Source, ViewKind::Note}) {
+        for (int32_t slot : someSlots(recordCount(records, kind)))
+            readAndClickEveryRow(session, kind, slot);
+    }
+}
+
+void walkFind(Session& session)
+{
+    // Everything (an empty word is in every text), and words of a name.
+    const QString name = session.records.individual(1).name;
+    for (const QString& text : {QString(), name.left(3) + QLatin1Char(' ') + name.right(2)}) {
+        FindLogic find(session);
+        find.searchText = text;
+        find.caseSensitive = !text.isEmpty();
+        find.find();
+        find.lineChosen(0);
+        find.lineChosen(int(find.lines().size()) - 1);
+    }
+}
+
+void walkQueries(Session& session)
+{
+    for (int index = 0; index < queryCount; ++index) {
+        FindLogic find(session);
+        find.queryChosen(queryAt(index));
+        if (find.numberEnabled()) {
+            for (const char* n : {"2", "x"}) {
+                find.numberText = QString::fromLatin1(n);
+                find.go();
+            }
+        }
+        find.lineChosen(0);
+        find.limitNote();
+    }
+}
+
+void walkFamilies(Session& session)
+{
+    RecordStore& records = session.records;
+    const int32_t count = records.individualCount();
+    for (const auto& pair : {std::pair{1, 2}, {count, 1}, {count / 2, count / 2}}) {
+        const int32_t a = pair.first, b = pair.second;
+        if (a >= 1 && b >= 1)
+            session.guarded([&] { relationshipText(records, a, b, session.lineSeparator); });
+    }
+    for (int32_t slot : someSlots(count)) {
+        session.guarded([&] {
+            countDescendants(records, slot);
+            countDescendantSpouses(records, slot);
+            countGenerations(records, slot);
+            largestFamilySlot(records, slot);
+        });
+    }
+}
+
+void walkReports(Session& session)
+{
+    for (ReportKind kind : {ReportKind::Basic, ReportKind::GivenNames, ReportKind::ChildNaming,
+                            ReportKind::GedcomIntegrity})
+        reportText(session, kind);
+    headerInformationLines(session.records);
+    loadedCaption(session.records);
+    // The years label of the tree's boxes and the HTML report.
+    for (int32_t slot = 1; slot <= std::min(session.records.individualCount(), 300); ++slot)
+        personYears(session.records, slot, session.today());
+}
+
+// Everything that reads a loaded file, in the order a user might go.
+using Walk = void (*)(Session&);
+const Walk walks[] = {walkBrowser, walkFind, walkQueries, walkFamilies, walkReports};
+
+// One session for every run, brought back to the state of a new one: a
+// new store would cost more than the run (its tables are reserved whole,
+// and the address sanitizer marks every byte of them on each allocation).
+// Whatever state a window adds to the session is reset here too, so that
+// a finding replays from its input alone.
+Session& newSession()
+{
+    static fuzz::QuietMessages messages;
+    static Session session(messages);
+    session.setClock(fuzz::fuzzToday);
+    session.records.resetRecords();
+    session.records.fileName.clear();
+    session.records.headerDate.clear();
+    session.records.characterSet.clear();
+    session.settings = Settings{};
+    session.curInd = session.curFam = session.curSou = session.curNote = 0;
+    session.lineSeparator = QStringLiteral("\r\n");
+    session.report = Report{};
+    session.browser = BrowserRequest{};
+    session.onTop = KeepOnTopFlags{};
+    session.tree = TreeFlags{};
+    session.relFirst = 0;
+    session.findResults = FindResults{};
+    return session;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    Session& session = newSession();
+    QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    loadGedcomBytes(session, QStringLiteral("fuzz.ged"), bytes);
+    for (Walk walk : walks)
+        walk(session);
+    return 0;
+}

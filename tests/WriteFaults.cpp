@@ -1,0 +1,312 @@
+#include "tests/WriteFaults.h"
+
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <linux/capability.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tav::test {
+
+namespace {
+
+constexpr qint64 smallDiskBytes = 256 * 1024;
+
+QByteArray fileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+}
+
+bool writeProcFile(const char* path, const QByteArray& text)
+{
+    const int fd = ::open(path, O_WRONLY);
+    if (fd < 0)
+        return false;
+    const bool ok = ::write(fd, text.constData(), size_t(text.size())) == text.size();
+    ::close(fd);
+    return ok;
+}
+
+// A private mount namespace: as root directly, else through a user
+// namespace where this user is root.
+QString enterMountNamespace()
+{
+    const uid_t uid = ::geteuid();
+    const gid_t gid = ::getegid();
+    if (::unshare(CLONE_NEWNS) != 0) {
+        if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+            return QStringLiteral("no mount namespace (needs root or user namespaces): %1")
+                .arg(QString::fromLocal8Bit(std::strerror(errno)));
+        writeProcFile("/proc/self/setgroups", "deny");
+        if (!writeProcFile("/proc/self/uid_map",
+                           QByteArray::number(0) + ' ' + QByteArray::number(uid) + " 1") ||
+            !writeProcFile("/proc/self/gid_map",
+                           QByteArray::number(0) + ' ' + QByteArray::number(gid) + " 1"))
+            return QStringLiteral("cannot map the user in a user namespace");
+    }
+    if (::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+        return QStringLiteral("cannot make the mounts private");
+    return QString();
+}
+
+QString mountSmallDisk(const QString& folder)
+{
+    if (const QString problem = enterMountNamespace(); !problem.isEmpty())
+        return problem;
+    const QByteArray options = "size=" + QByteArray::number(smallDiskBytes) + ",mode=0755";
+    if (::mount("tmpfs", QFile::encodeName(folder).constData(), "tmpfs", MS_NOSUID | MS_NODEV,
+                options.constData()) != 0)
+        return QStringLiteral("cannot mount a small file system: %1")
+            .arg(QString::fromLocal8Bit(std::strerror(errno)));
+    return QString();
+}
+
+// Root ignores permissions; without these capabilities it obeys them like
+// any owner of the folder.
+void dropPermissionOverrides()
+{
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct data[2]{};
+    if (::syscall(SYS_capget, &header, data) != 0)
+        return;
+    for (int cap : {CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH, CAP_FOWNER})
+        data[cap / 32].effective &= ~(1u << (cap % 32));
+    ::syscall(SYS_capset, &header, data);
+}
+
+// Fills the file system of `folder` until not one more byte fits.
+void fillDisk(const QString& folder)
+{
+    QFile filler(QDir(folder).filePath(QStringLiteral("filler")));
+    if (!filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return;
+    const QByteArray block(4096, 'x');
+    while (filler.write(block) > 0) {
+    }
+    while (filler.write("x", 1) > 0) {
+    }
+}
+
+struct FaultScope {
+    WriteFault fault;
+    QString folder;
+
+    // Applies the fault; "" when it is in place.
+    QString apply(const QString& target) const
+    {
+        switch (fault) {
+        case WriteFault::DiskFull: fillDisk(folder); return QString();
+        case WriteFault::FileSizeLimit: {
+            const rlimit limit{64, RLIM_INFINITY};
+            return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 ? QString()
+                                                          : QStringLiteral("cannot set ulimit -f");
+        }
+        case WriteFault::ReadOnlyDisk:
+            return ::mount(nullptr, QFile::encodeName(folder).constData(), nullptr,
+                           MS_REMOUNT | MS_RDONLY, nullptr) == 0
+                       ? QString()
+                       : QStringLiteral("cannot mount read-only: %1")
+                             .arg(QString::fromLocal8Bit(std::strerror(errno)));
+        case WriteFault::ReadOnlyFolder:
+            dropPermissionOverrides();
+            QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner |
+                                              QFileDevice::ReadGroup | QFileDevice::ExeGroup);
+            // access() would answer for root as root; only a real attempt tells.
+            if (QFile probe(QDir(folder).filePath(QStringLiteral("probe")));
+                probe.open(QIODevice::WriteOnly)) {
+                probe.remove();
+                return QStringLiteral("the folder stays writable for this user");
+            }
+            return QString();
+        case WriteFault::TargetIsFolder:
+            return QFileInfo(target).isDir() ? QString() : QStringLiteral("no folder in place");
+        case WriteFault::ReadOnlyFile:
+            dropPermissionOverrides();
+            QFile::setPermissions(target, QFileDevice::ReadOwner);
+            if (QFile probe(target); probe.open(QIODevice::Append))
+                return QStringLiteral("the file stays writable for this user");
+            return QString();
+        }
+        return QString();
+    }
+
+    void lift(const QString& target) const
+    {
+        switch (fault) {
+        case WriteFault::DiskFull:
+            QFile::remove(QDir(folder).filePath(QStringLiteral("filler")));
+            break;
+        case WriteFault::FileSizeLimit: {
+            const rlimit limit{RLIM_INFINITY, RLIM_INFINITY};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            break;
+        }
+        case WriteFault::ReadOnlyDisk:
+            ::mount(nullptr, QFile::encodeName(folder).constData(), nullptr, MS_REMOUNT, nullptr);
+            break;
+        case WriteFault::ReadOnlyFolder:
+            QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                              QFileDevice::ExeOwner);
+            break;
+        case WriteFault::TargetIsFolder: break;
+        case WriteFault::ReadOnlyFile:
+            QFile::setPermissions(target, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+            break;
+        }
+    }
+};
+
+// The child's part: sets everything up, runs the write and describes the result.
+WriteFaultOutcome runInChild(WriteFault fault, const QString& folder, const QString& fileName,
+                             const QByteArray& previous, const PrepareWrite& prepare)
+{
+    WriteFaultOutcome outcome;
+    if (fault == WriteFault::DiskFull || fault == WriteFault::ReadOnlyDisk) {
+        outcome.unavailable = mountSmallDisk(folder);
+        if (!outcome.unavailable.isEmpty())
+            return outcome;
+    }
+    const QString target = QDir(folder).filePath(fileName);
+    if (fault == WriteFault::TargetIsFolder) {
+        QDir().mkpath(target);
+        writeBytes(QDir(target).filePath(QStringLiteral("inside")), previous);
+    } else if (!writeBytes(target, previous)) {
+        outcome.unavailable = QStringLiteral("cannot write the previous file");
+        return outcome;
+    }
+    const PreparedWrite write = prepare(target);
+    const FaultScope scope{fault, folder};
+    outcome.unavailable = scope.apply(target);
+    if (!outcome.unavailable.isEmpty())
+        return outcome;
+    outcome.ran = true;
+    outcome.message = write();
+    scope.lift(target);
+    outcome.targetIsFolder = QFileInfo(target).isDir();
+    outcome.after = outcome.targetIsFolder
+                        ? fileBytes(QDir(target).filePath(QStringLiteral("inside")))
+                        : fileBytes(target);
+    outcome.folder = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    outcome.folder.removeAll(QStringLiteral("filler"));
+    if (fault != WriteFault::TargetIsFolder) {
+        outcome.retried = write();
+        outcome.afterRetry = fileBytes(target);
+    }
+    return outcome;
+}
+
+WriteFaultOutcome unavailable(const QString& why)
+{
+    WriteFaultOutcome outcome;
+    outcome.unavailable = why;
+    return outcome;
+}
+
+QByteArray serialized(const WriteFaultOutcome& o)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << o.ran << o.unavailable << o.message << o.targetIsFolder << o.after << o.folder
+        << o.retried << o.afterRetry;
+    return bytes;
+}
+
+WriteFaultOutcome deserialized(const QByteArray& bytes)
+{
+    WriteFaultOutcome o;
+    QDataStream in(bytes);
+    in >> o.ran >> o.unavailable >> o.message >> o.targetIsFolder >> o.after >> o.folder >>
+        o.retried >> o.afterRetry;
+    return o;
+}
+
+}  // namespace
+
+const std::vector<WriteFault>& allWriteFaults()
+{
+    static const std::vector<WriteFault> faults = {
+        WriteFault::DiskFull,       WriteFault::FileSizeLimit,  WriteFault::ReadOnlyDisk,
+        WriteFault::ReadOnlyFolder, WriteFault::TargetIsFolder, WriteFault::ReadOnlyFile};
+    return faults;
+}
+
+const char* writeFaultName(WriteFault fault)
+{
+    switch (fault) {
+    case WriteFault::DiskFull: return "disk full";
+    case WriteFault::FileSizeLimit: return "file size limit";
+    case WriteFault::ReadOnlyDisk: return "read-only disk";
+    case WriteFault::ReadOnlyFolder: return "read-only folder";
+    case WriteFault::TargetIsFolder: return "target is a folder";
+    case WriteFault::ReadOnlyFile: return "read-only file";
+    }
+    return "?";
+}
+
+WriteFaultOutcome underWriteFault(WriteFault fault, const QString& fileName,
+                                  const QByteArray& previous, const PrepareWrite& prepare)
+{
+    QTemporaryDir dir;
+    const QString folder = dir.filePath(QStringLiteral("disk"));
+    QDir().mkpath(folder);
+    int channel[2];
+    if (!dir.isValid() || ::pipe(channel) != 0)
+        return unavailable(QStringLiteral("no temporary folder or pipe"));
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::close(channel[0]);
+        const QByteArray report =
+            serialized(runInChild(fault, folder, fileName, previous, prepare));
+        const qint64 size = report.size();
+        bool sent = ::write(channel[1], &size, sizeof size) == sizeof size;
+        for (qint64 done = 0; sent && done < size;) {
+            const ssize_t n = ::write(channel[1], report.constData() + done, size_t(size - done));
+            sent = n > 0;
+            done += n;
+        }
+        ::_exit(sent ? 0 : 1);
+    }
+    ::close(channel[1]);
+    QByteArray report;
+    qint64 size = 0;
+    if (child > 0 && ::read(channel[0], &size, sizeof size) == sizeof size) {
+        report.resize(qsizetype(size));
+        for (qint64 done = 0; done < size;) {
+            const ssize_t n = ::read(channel[0], report.data() + done, size_t(size - done));
+            if (n <= 0)
+                break;
+            done += n;
+        }
+    }
+    ::close(channel[0]);
+    int status = 0;
+    if (child > 0)
+        ::waitpid(child, &status, 0);
+    // The child may have left the folder without write permission.
+    QFile::setPermissions(folder,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    if (child <= 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        return unavailable(QStringLiteral("the child process failed (status %1)").arg(status));
+    return deserialized(report);
+}
+
+}  // namespace tav::test
