@@ -1,13 +1,16 @@
 // Fuzz target: a GEDCOM file, loaded as the viewer loads it, then walked by
 // everything that reads what it loaded: every grid and list of the record
 // browser with its links and moves, find, the fifteen queries, the
-// relationship finder, descendant counting and the text reports.
+// relationship finder, descendant counting, the tree window and the text
+// and HTML reports.
 #include "app/GedcomLoading.h"
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
 #include "fuzz/FuzzSupport.h"
+#include "fuzz/TreeDriving.h"
+#include "reports/HtmlDescendantsReport.h"
 #include "reports/ReportKinds.h"
 #include "ui/browser/BrowserLogic.h"
 #include "ui/find/FindLogic.h"
@@ -137,9 +140,28 @@ void walkReports(Session& session)
         personYears(session.records, slot, session.today());
 }
 
+// The tree window opened on a few individuals, each with the three walks
+// and every command; the HTML report of each.
+void walkTree(Session& session)
+{
+    const int32_t count = session.records.individualCount();
+    for (int32_t slot : someSlots(count)) {
+        if (slot > count)
+            continue;
+        session.curInd = slot;
+        session.tree.treeBuilt = false;
+        TreeWindowLogic tree = fuzz::newTreeWindow(session);
+        tree.activate();
+        fuzz::driveTreeWindow(tree);
+        session.guarded([&] {
+            htmlDescendantsReport(session.records, session.nameStyle(), session.today(), slot);
+        });
+    }
+}
+
 // Everything that reads a loaded file, in the order a user might go.
 using Walk = void (*)(Session&);
-const Walk walks[] = {walkBrowser, walkFind, walkQueries, walkFamilies, walkReports};
+const Walk walks[] = {walkBrowser, walkFind, walkQueries, walkFamilies, walkTree, walkReports};
 
 // One session for every run, brought back to the state of a new one: a
 // new store would cost more than the run (its tables are reserved whole,

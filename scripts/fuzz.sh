@@ -9,20 +9,20 @@
 # report; the input is kept in build/fuzz/fuzzing/findings. TAV_FUZZ_RUNS
 # stops each target after that many executions, if it comes first.
 #
-#   scripts/fuzz.sh [SECONDS] [TARGET...]     (TARGET: gedcom, dates, names, settings)
+#   scripts/fuzz.sh [SECONDS] [TARGET...]     (TARGET: gedcom, dates, names, settings, view)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(gedcom dates names settings)
+[ ${#targets[@]} -gt 0 ] || targets=(gedcom dates names settings view)
 
 scripts/deps.sh
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
 
-build=build/fuzz
+build=$PWD/build/fuzz  # absolute: the view target works in a folder of its own
 work=$build/fuzzing
 shared=../shared/gedcom
 mkdir -p "$work/corpus" "$work/findings" "$work/logs"
@@ -145,9 +145,26 @@ REG
   fi
 }
 
+# Views of the file the view target loads (tav-generate 200 --seed 7), made
+# by tav-cli with each walk from a few people, and a few damaged ones.
+seed_view() {
+  local people=$seeds/view-people.ged slot walk
+  "$build/tav-generate" 200 "$people" --seed 7
+  for slot in 1 2 17 60 133 200; do
+    for walk in most eldest first; do
+      "$build/tav-cli" tree "$people" "$slot" --walk "$walk" >"$1/view-$slot-$walk.gds" || true
+    done
+  done
+  head -c 300 "$1/view-1-most.gds" >"$1/cut-short.gds"
+  sed 's/,/,,/3' "$1/view-2-most.gds" >"$1/extra-comma.gds"
+  printf 'TREEVIEW\r\n"x"\r\n1,0\r\n' >"$1/tiny.gds"
+  rm -f "$people"
+}
+
 max_len() {
   case $1 in
     gedcom) echo 4096 ;;
+    view) echo 8192 ;;
     settings) echo 4096 ;;
     *) echo 256 ;;
   esac

@@ -211,9 +211,12 @@ bool treeReadFromFile(TreeModel& model, Messages& messages, const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         raiseFault(RuntimeFault::FileNotFound);
-    ItemReader items(QString::fromUtf8(file.readAll()));
-    file.close();
+    return treeReadFromText(model, messages, QString::fromUtf8(file.readAll()));
+}
 
+bool treeReadFromText(TreeModel& model, Messages& messages, const QString& text)
+{
+    ItemReader items(text);
     while (items.next() != startMarker) {
     }
     const QString savedWith = items.next();

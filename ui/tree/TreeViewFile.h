@@ -35,5 +35,7 @@ bool treeSaveToFile(const TreeModel& model, QString* failure = nullptr,
 // file or the tree), and the model is left exactly as it was.
 bool treeReadFromFile(TreeModel& model, Messages& messages,
                       const QString& path = treeViewFileName());
+// The same, from the file's text.
+bool treeReadFromText(TreeModel& model, Messages& messages, const QString& text);
 
 }  // namespace tav

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "app/Session.h"
+#include "ui/tree/TextMeasure.h"
+#include "ui/tree/TreeModel.h"
+#include "ui/tree/TreeViewFile.h"
+#include "ui/tree/TreeWindowLogic.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace tav::fuzz {
+
+// Text measured by its length, so the layout runs without fonts and a
+// finding replays the same on any machine.
+class CharacterMeasure : public TextMeasure {
+public:
+    explicit CharacterMeasure(int fontSize) : unit_(4.0 + fontSize) {}
+    double textWidth(const QString& text) const override { return unit_ * double(text.size()); }
+    double lineHeight() const override { return 2.0 * unit_; }
+
+private:
+    double unit_;
+};
+
+inline TreeWindowLogic newTreeWindow(Session& session)
+{
+    return TreeWindowLogic(session,
+                           [](int fontSize) { return std::make_unique<CharacterMeasure>(fontSize); });
+}
+
+// The tree window as a user drives it: every command on each of the first
+// boxes of the view (the view changes under them, as it would), the arrow
+// keys, the font sizes and the options, then every text the window shows.
+// Saving, opening and the HTML report write files and are left out.
+inline void driveTreeWindow(TreeWindowLogic& tree)
+{
+    constexpr TreeCommand commands[] = {
+        TreeCommand::ShowDescendantsMost, TreeCommand::NextSpouse,
+        TreeCommand::ShowDescendantsEldest, TreeCommand::CountDescendants,
+        TreeCommand::FindRelationship,    TreeCommand::ShowParents,
+        TreeCommand::TriangleView,        TreeCommand::TriangleView,
+        TreeCommand::SetTop,              TreeCommand::ShowInBrowser,
+        TreeCommand::GoBack};
+    for (int32_t slot = 1; slot <= std::min(tree.model().nTreeInd, 8); ++slot) {
+        for (TreeCommand command : commands) {
+            tree.select(slot);
+            if (tree.enabled(command))
+                tree.run(command);
+        }
+        tree.toolTip(slot);
+    }
+    for (TreeMove move : {TreeMove::Down, TreeMove::Right, TreeMove::Left, TreeMove::Up})
+        tree.move(move);
+    for (int fontSize : {4, 1, 2})
+        tree.setFontSize(fontSize);
+    for (TreeOption option : treeOptions) {
+        tree.setOption(option, !tree.option(option));
+        tree.outputDrawing();
+        tree.setOption(option, !tree.option(option));
+    }
+    tree.caption();
+    tree.statusText();
+    tree.triangleLabel();
+    tree.takeNotice();
+    treeViewLines(tree.model());
+}
+
+}  // namespace tav::fuzz
