@@ -304,8 +304,15 @@ WriteFaultOutcome underWriteFault(WriteFault fault, const QString& fileName,
     // The child may have left the folder without write permission.
     QFile::setPermissions(folder,
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    if (child <= 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        return unavailable(QStringLiteral("the child process failed (status %1)").arg(status));
+    if (child <= 0)
+        return unavailable(QStringLiteral("cannot start a child process"));
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        // The write under test ended the process: a failure, not a skip.
+        WriteFaultOutcome crashed;
+        crashed.ran = true;
+        crashed.message = QStringLiteral("the write ended its process (status %1)").arg(status);
+        return crashed;
+    }
     return deserialized(report);
 }
 
