@@ -1,5 +1,7 @@
 #include "tests/WriteFaults.h"
 
+#include "tests/MountNamespace.h"
+
 #include <QDataStream>
 #include <QDir>
 #include <QFile>
@@ -36,41 +38,9 @@ bool writeBytes(const QString& path, const QByteArray& bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
 }
 
-bool writeProcFile(const char* path, const QByteArray& text)
-{
-    const int fd = ::open(path, O_WRONLY);
-    if (fd < 0)
-        return false;
-    const bool ok = ::write(fd, text.constData(), size_t(text.size())) == text.size();
-    ::close(fd);
-    return ok;
-}
-
-// A private mount namespace: as root directly, else through a user
-// namespace where this user is root.
-QString enterMountNamespace()
-{
-    const uid_t uid = ::geteuid();
-    const gid_t gid = ::getegid();
-    if (::unshare(CLONE_NEWNS) != 0) {
-        if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
-            return QStringLiteral("no mount namespace (needs root or user namespaces): %1")
-                .arg(QString::fromLocal8Bit(std::strerror(errno)));
-        writeProcFile("/proc/self/setgroups", "deny");
-        if (!writeProcFile("/proc/self/uid_map",
-                           QByteArray::number(0) + ' ' + QByteArray::number(uid) + " 1") ||
-            !writeProcFile("/proc/self/gid_map",
-                           QByteArray::number(0) + ' ' + QByteArray::number(gid) + " 1"))
-            return QStringLiteral("cannot map the user in a user namespace");
-    }
-    if (::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        return QStringLiteral("cannot make the mounts private");
-    return QString();
-}
-
 QString mountSmallDisk(const QString& folder)
 {
-    if (const QString problem = enterMountNamespace(); !problem.isEmpty())
+    if (const QString problem = enterPrivateMountNamespace(); !problem.isEmpty())
         return problem;
     const QByteArray options = "size=" + QByteArray::number(smallDiskBytes) + ",mode=0755";
     if (::mount("tmpfs", QFile::encodeName(folder).constData(), "tmpfs", MS_NOSUID | MS_NODEV,

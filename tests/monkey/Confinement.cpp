@@ -1,5 +1,7 @@
 #include "tests/monkey/Confinement.h"
 
+#include "tests/MountNamespace.h"
+
 #include <QByteArray>
 
 #include <cerrno>
@@ -19,34 +21,12 @@ QString failed(const char* what)
                                         QString::fromLocal8Bit(std::strerror(errno)));
 }
 
-bool writeProcFile(const char* path, const QByteArray& text)
-{
-    const int fd = ::open(path, O_WRONLY);
-    if (fd < 0)
-        return false;
-    const bool ok = ::write(fd, text.constData(), size_t(text.size())) == text.size();
-    ::close(fd);
-    return ok;
-}
-
 }  // namespace
 
 QString confineWritesToPrivateTmp()
 {
-    // A mount namespace of its own: as root directly, else in a user
-    // namespace where this user is root.
-    const uid_t uid = ::geteuid();
-    const gid_t gid = ::getegid();
-    if (::unshare(CLONE_NEWNS) != 0) {
-        if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
-            return failed("no mount namespace (needs root or user namespaces)");
-        writeProcFile("/proc/self/setgroups", "deny");
-        if (!writeProcFile("/proc/self/uid_map", "0 " + QByteArray::number(uid) + " 1") ||
-            !writeProcFile("/proc/self/gid_map", "0 " + QByteArray::number(gid) + " 1"))
-            return failed("cannot map the user in a user namespace");
-    }
-    if (::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        return failed("cannot make the mounts private");
+    if (QString problem = test::enterPrivateMountNamespace(); !problem.isEmpty())
+        return problem;
     mount_attr readOnly{};
     readOnly.attr_set = MOUNT_ATTR_RDONLY;
     if (::mount_setattr(AT_FDCWD, "/", AT_RECURSIVE, &readOnly, sizeof readOnly) != 0)
