@@ -29,11 +29,11 @@ inline TreeWindowLogic newTreeWindow(Session& session)
                            [](int fontSize) { return std::make_unique<CharacterMeasure>(fontSize); });
 }
 
-// The tree window as a user drives it: every command on each of the first
-// boxes of the view (the view changes under them, as it would), the arrow
-// keys, the font sizes and the options, then every text the window shows.
-// Saving, opening and the HTML report write files and are left out.
-inline void driveTreeWindow(TreeWindowLogic& tree)
+// The tree window's commands as a user gives them: every command on each
+// of the first boxes of the view (the view changes under them, as it
+// would), then the arrow keys. Saving, opening and the HTML report write
+// files and are left out.
+inline void driveTreeCommands(TreeWindowLogic& tree)
 {
     constexpr TreeCommand commands[] = {
         TreeCommand::ShowDescendantsMost, TreeCommand::NextSpouse,
@@ -52,6 +52,11 @@ inline void driveTreeWindow(TreeWindowLogic& tree)
     }
     for (TreeMove move : {TreeMove::Down, TreeMove::Right, TreeMove::Left, TreeMove::Up})
         tree.move(move);
+}
+
+// The font sizes and the options changed, then every text the window shows.
+inline void driveTreeSettings(TreeWindowLogic& tree)
+{
     for (int fontSize : {4, 1, 2})
         tree.setFontSize(fontSize);
     for (TreeOption option : treeOptions) {
@@ -64,6 +69,12 @@ inline void driveTreeWindow(TreeWindowLogic& tree)
     tree.triangleLabel();
     tree.takeNotice();
     treeViewLines(tree.model());
+}
+
+inline void driveTreeWindow(TreeWindowLogic& tree)
+{
+    driveTreeCommands(tree);
+    driveTreeSettings(tree);
 }
 
 }  // namespace tav::fuzz
