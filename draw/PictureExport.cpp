@@ -31,6 +31,18 @@ void paintFramed(QPainter& painter, const Picture& picture)
     picture.paint(painter);
 }
 
+// What `write` puts into a buffer; whatever writes into it is finished
+// (and flushed) inside `write`.
+template <typename Write>
+QByteArray bufferBytes(Write&& write)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    write(buffer);
+    return bytes;
+}
+
 QByteArray pngBytes(const Picture& picture)
 {
     // Opaque: the picture paints its own background.
@@ -46,56 +58,45 @@ QByteArray pngBytes(const Picture& picture)
         painter.scale(pngScale, pngScale);
         paintFramed(painter, picture);
     }
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
     // A light compression: a large tree is many megapixels, and the file's
     // few percent more are worth the seconds saved.
-    image.save(&buffer, "PNG", 80);
-    return bytes;
+    return bufferBytes([&image](QBuffer& buffer) { image.save(&buffer, "PNG", 80); });
 }
 
 QByteArray svgBytes(const Picture& picture)
 {
     const QRect frame = framed(picture);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QSvgGenerator svg;
-    svg.setOutputDevice(&buffer);
-    svg.setResolution(pixelsPerInch);
-    svg.setSize(frame.size());
-    svg.setViewBox(QRect(QPoint(0, 0), frame.size()));
-    svg.setTitle(QStringLiteral("Family tree"));
-    svg.setDescription(QStringLiteral("Drawn by Tav"));
-    {
+    return bufferBytes([&](QBuffer& buffer) {
+        QSvgGenerator svg;
+        svg.setOutputDevice(&buffer);
+        svg.setResolution(pixelsPerInch);
+        svg.setSize(frame.size());
+        svg.setViewBox(QRect(QPoint(0, 0), frame.size()));
+        svg.setTitle(QStringLiteral("Family tree"));
+        svg.setDescription(QStringLiteral("Drawn by Tav"));
         QPainter painter(&svg);
         paintFramed(painter, picture);
-    }
-    return bytes;
+    });
 }
 
 QByteArray pdfBytes(const Picture& picture)
 {
     const QRect frame = framed(picture);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter pdf(&buffer);
-    pdf.setCreator(QStringLiteral("Tav"));
-    pdf.setTitle(QStringLiteral("Family tree"));
-    pdf.setResolution(pixelsPerInch);
-    // One page the size of the picture: units are pixels of 96 to the inch,
-    // points are 72 to the inch.
-    const QSizeF points(frame.width() * 72.0 / pixelsPerInch,
-                        frame.height() * 72.0 / pixelsPerInch);
-    pdf.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
-    pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
-    {
+    return bufferBytes([&](QBuffer& buffer) {
+        QPdfWriter pdf(&buffer);
+        pdf.setCreator(QStringLiteral("Tav"));
+        pdf.setTitle(QStringLiteral("Family tree"));
+        pdf.setResolution(pixelsPerInch);
+        // One page the size of the picture: units are pixels of 96 to the
+        // inch, points are 72 to the inch.
+        const QSizeF points(frame.width() * 72.0 / pixelsPerInch,
+                            frame.height() * 72.0 / pixelsPerInch);
+        pdf.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
+        pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+        // The painter ends before the writer, which finishes the file.
         QPainter painter(&pdf);
         paintFramed(painter, picture);
-    }
-    return bytes;
+    });
 }
 
 }  // namespace

@@ -44,7 +44,25 @@ QStringList svgTexts(const QByteArray& svg)
 
 }  // namespace
 
-class TreeExportTest : public CliTest {};
+class TreeExportTest : public CliTest {
+protected:
+    // The picture of the loaded file's tree from individual 1 (most
+    // descendants, font size 4), as the window and tav-cli export draw it.
+    Picture treePictureFromTop()
+    {
+        ensureOffscreenGui();
+        Settings settings;
+        settings.FontSize = 4;
+        TreeModel model(session.records, settings, session.tree,
+                        [] { return QDate(2026, 11, 21); });
+        const FontMeasure measure(4);
+        model.clearArrays(1, 1);
+        model.prepareTopPerson(1, measure);
+        model.prepareDescendents3(1, 0, 0);
+        layoutManager(model, measure, generationGap(4));
+        return treePicture(treeDrawing(model, session.records, settings, 0));
+    }
+};
 
 TEST_F(TreeExportTest, TavCliExportsTheTreeAsTheWindowPaintsIt)
 {
@@ -69,17 +87,8 @@ TEST_F(TreeExportTest, TavCliExportsTheTreeAsTheWindowPaintsIt)
     r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), png,
                    QStringLiteral("--font-size"), QStringLiteral("4")});
     ASSERT_EQ(r.status, 0);
-    ensureOffscreenGui();
-    Settings settings;
-    settings.FontSize = 4;
-    TreeModel model(session.records, settings, session.tree, [] { return QDate(2026, 11, 21); });
     ASSERT_TRUE(load(twoGenerations()));
-    const FontMeasure measure(4);
-    model.clearArrays(1, 1);
-    model.prepareTopPerson(1, measure);
-    model.prepareDescendents3(1, 0, 0);
-    layoutManager(model, measure, generationGap(4));
-    const Picture picture = treePicture(treeDrawing(model, session.records, settings, 0));
+    const Picture picture = treePictureFromTop();
     EXPECT_EQ(QImage(png).size(), pngSize(picture));
     EXPECT_EQ(QImage(png).width(), 2 * (picture.bounds.toAlignedRect().width() + 2 * 24));
 
@@ -117,16 +126,7 @@ TEST_F(TreeExportTest, AWideTreeFitsOnePageOrSpreadsOverSeveralAtFullSize)
         family.children.push_back(k + 2);
     }
     ASSERT_TRUE(load(tav::test::familyFile(people, {family})));
-    ensureOffscreenGui();
-    Settings settings;
-    settings.FontSize = 4;
-    TreeModel model(session.records, settings, session.tree, [] { return QDate(2026, 11, 21); });
-    const FontMeasure measure(4);
-    model.clearArrays(1, 1);
-    model.prepareTopPerson(1, measure);
-    model.prepareDescendents3(1, 0, 0);
-    layoutManager(model, measure, generationGap(4));
-    const Picture picture = treePicture(treeDrawing(model, session.records, settings, 0));
+    const Picture picture = treePictureFromTop();
     ASSERT_GT(picture.bounds.width(), 2000);
 
     const auto pages = [&picture](PageScale scale) {
