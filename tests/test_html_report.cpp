@@ -419,17 +419,6 @@ TEST_F(HtmlReportTest, WrittenAtomicallyOrWithAReason)
     EXPECT_EQ(file.readAll(), page(3, session.nameStyle()));
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"tav.htm", "test.ged"}))
         << "no temporary file left";
-
-    const QString missing = dir.filePath("no such folder/tav.htm");
-    const WrittenFile failed = writeHtmlDescendantsReport(session, 3, missing);
-    EXPECT_FALSE(failed.ok());
-    EXPECT_TRUE(
-        failed.failure.startsWith("Cannot save " + QDir::toNativeSeparators(missing) + ": "))
-        << failed.failure.toStdString();
-    const WrittenFile onFolder = writeHtmlDescendantsReport(session, 3, dir.path());
-    EXPECT_EQ(onFolder.failure,
-              "Cannot save " + QDir::toNativeSeparators(dir.path()) +
-                  ": a folder of that name is in the way.");
 }
 
 TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)

@@ -372,17 +372,6 @@ TEST_F(TreeWindowLogicTest, SavedViewsOpenAgainAndDamagedOnesChangeNothing)
     logic->run(TreeCommand::OpenView);
     EXPECT_EQ(messages.texts(), QStringList{"Error no:  62 Input past end of file"});
     EXPECT_EQ(persons(), setTop);
-
-    // A file that cannot be written is named with the reason.
-    messages.clear();
-    QDir().mkpath(dir.filePath("locked/temp.gds"));
-    QDir::setCurrent(dir.filePath("locked"));
-    logic->run(TreeCommand::SaveView);
-    ASSERT_EQ(messages.entries.size(), 1u);
-    EXPECT_TRUE(messages.entries[0].text.startsWith(
-        QStringLiteral("Cannot save ") +
-        QDir::toNativeSeparators(dir.filePath("locked/temp.gds")) + QStringLiteral(": ")))
-        << messages.entries[0].text.toStdString();
 }
 
 TEST_F(TreeWindowLogicTest, CountFindRelationshipAndBrowserWorkOnTheSelection)
