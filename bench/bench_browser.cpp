@@ -5,7 +5,7 @@
 #include "app/Messages.h"
 #include "app/Session.h"
 #include "bench/BenchFiles.h"
-#include "ui/browser/BrowserLogic.h"
+#include "windowlogic/browser/BrowserLogic.h"
 #include "ui/browser/BrowserWindow.h"
 
 #include <QApplication>

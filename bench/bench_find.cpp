@@ -6,7 +6,7 @@
 #include "app/Session.h"
 #include "bench/BenchFiles.h"
 #include "calc/StatisticalQueries.h"
-#include "ui/find/FindLogic.h"
+#include "windowlogic/find/FindLogic.h"
 
 #include <benchmark/benchmark.h>
 

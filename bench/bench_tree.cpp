@@ -9,11 +9,11 @@
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
-#include "ui/tree/DescendantTriangle.h"
-#include "ui/tree/TreeLayout.h"
-#include "ui/tree/TreeModel.h"
-#include "ui/tree/TreeViewFile.h"
-#include "ui/tree/TreeWindowLogic.h"
+#include "tree/DescendantTriangle.h"
+#include "tree/TreeLayout.h"
+#include "tree/TreeModel.h"
+#include "tree/TreeViewFile.h"
+#include "windowlogic/tree/TreeWindowLogic.h"
 
 #include <QImage>
 #include <QPainter>

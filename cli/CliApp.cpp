@@ -8,7 +8,7 @@
 #include "cli/OffscreenGui.h"
 #include "settings/RegistryStore.h"
 #include "settings/SettingsPersistence.h"
-#include "ui/main/HelpTopics.h"
+#include "windowlogic/main/HelpTopics.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #include "cli/CliRun.h"
 
 #include "app/Session.h"
-#include "ui/browser/BrowserLogic.h"
+#include "windowlogic/browser/BrowserLogic.h"
 
 namespace tav {
 

@@ -2,8 +2,8 @@
 #include "app/Session.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
-#include "ui/browser/BrowserLogic.h"
-#include "ui/main/HeaderInformation.h"
+#include "windowlogic/browser/BrowserLogic.h"
+#include "windowlogic/main/HeaderInformation.h"
 
 namespace tav {
 

@@ -1,8 +1,8 @@
 #include "app/Session.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
-#include "ui/browser/BrowserLogic.h"
-#include "ui/find/FindLogic.h"
+#include "windowlogic/browser/BrowserLogic.h"
+#include "windowlogic/find/FindLogic.h"
 
 #include <QRegularExpression>
 

@@ -4,10 +4,10 @@
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
-#include "ui/tree/TreeDrawing.h"
-#include "ui/tree/TreeLayout.h"
-#include "ui/tree/TreeModel.h"
-#include "ui/tree/TreeViewFile.h"
+#include "tree/TreeDrawing.h"
+#include "tree/TreeLayout.h"
+#include "tree/TreeModel.h"
+#include "tree/TreeViewFile.h"
 
 #include <QDir>
 #include <QFileInfo>

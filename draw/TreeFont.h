@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/tree/TextMeasure.h"
+#include "tree/TextMeasure.h"
 
 #include <QFont>
 #include <QImage>

@@ -1,7 +1,7 @@
 #include "draw/TreePainter.h"
 
 #include "draw/TreeFont.h"
-#include "ui/tree/TextMeasure.h"
+#include "tree/TextMeasure.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

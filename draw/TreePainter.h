@@ -1,8 +1,8 @@
 #pragma once
 
 #include "draw/Picture.h"
-#include "ui/tree/DescendantTriangle.h"
-#include "ui/tree/TreeDrawing.h"
+#include "tree/DescendantTriangle.h"
+#include "tree/TreeDrawing.h"
 
 #include <QColor>
 #include <QFont>

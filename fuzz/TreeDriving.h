@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/Session.h"
-#include "ui/tree/TextMeasure.h"
-#include "ui/tree/TreeModel.h"
-#include "ui/tree/TreeViewFile.h"
-#include "ui/tree/TreeWindowLogic.h"
+#include "tree/TextMeasure.h"
+#include "tree/TreeModel.h"
+#include "tree/TreeViewFile.h"
+#include "windowlogic/tree/TreeWindowLogic.h"
 
 #include <algorithm>
 #include <memory>

@@ -12,11 +12,11 @@
 #include "fuzz/TreeDriving.h"
 #include "reports/HtmlDescendantsReport.h"
 #include "reports/ReportKinds.h"
-#include "ui/browser/BrowserLogic.h"
-#include "ui/find/FindLogic.h"
-#include "ui/main/HeaderInformation.h"
-#include "ui/tree/TreeDrawing.h"
-#include "ui/tree/TreeLayout.h"
+#include "windowlogic/browser/BrowserLogic.h"
+#include "windowlogic/find/FindLogic.h"
+#include "windowlogic/main/HeaderInformation.h"
+#include "tree/TreeDrawing.h"
+#include "tree/TreeLayout.h"
 
 #include <algorithm>
 #include <initializer_list>

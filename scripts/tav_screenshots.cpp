@@ -7,7 +7,7 @@
 #include "ui/browser/BrowserWindow.h"
 #include "ui/find/FindWindow.h"
 
-#include "ui/main/HeaderInformation.h"
+#include "windowlogic/main/HeaderInformation.h"
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"

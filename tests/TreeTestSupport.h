@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/tree/TextMeasure.h"
-#include "ui/tree/TreeTables.h"
+#include "tree/TextMeasure.h"
+#include "tree/TreeTables.h"
 
 #include <QByteArray>
 #include <QHash>

@@ -1,5 +1,5 @@
 #include "tests/TestSupport.h"
-#include "ui/browser/BrowserLogic.h"
+#include "windowlogic/browser/BrowserLogic.h"
 
 using namespace tav;
 using tav::test::gedcomText;

@@ -1,7 +1,7 @@
 #include "tests/TestSupport.h"
-#include "ui/browser/BrowserLogic.h"
-#include "ui/find/FindLogic.h"
-#include "ui/find/ResultsListing.h"
+#include "windowlogic/browser/BrowserLogic.h"
+#include "windowlogic/find/FindLogic.h"
+#include "windowlogic/find/ResultsListing.h"
 
 using namespace tav;
 using tav::test::gedcomText;

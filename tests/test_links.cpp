@@ -3,7 +3,7 @@
 #include "calc/DescendantCounting.h"
 #include "calc/RelationshipFinder.h"
 #include "tests/TestSupport.h"
-#include "ui/browser/RecordGrids.h"
+#include "windowlogic/browser/RecordGrids.h"
 
 using namespace tav;
 using tav::test::gedcomText;

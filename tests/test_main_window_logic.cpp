@@ -2,11 +2,11 @@
 #include "settings/Settings.h"
 #include "settings/SettingsPersistence.h"
 #include "tests/TestSupport.h"
-#include "ui/main/HelpTopics.h"
-#include "ui/main/MainWindowLogic.h"
-#include "ui/main/RecentFiles.h"
-#include "ui/options/OptionsLogic.h"
-#include "ui/text/TextViewerLogic.h"
+#include "windowlogic/main/HelpTopics.h"
+#include "windowlogic/main/MainWindowLogic.h"
+#include "windowlogic/main/RecentFiles.h"
+#include "windowlogic/options/OptionsLogic.h"
+#include "windowlogic/text/TextViewerLogic.h"
 
 #include <QDir>
 

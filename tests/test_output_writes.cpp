@@ -4,7 +4,7 @@
 #include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
 #include "tests/WriteFaults.h"
-#include "ui/tree/TreeWindowLogic.h"
+#include "windowlogic/tree/TreeWindowLogic.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,5 +1,5 @@
 #include "tests/TestSupport.h"
-#include "ui/find/FindLogic.h"
+#include "windowlogic/find/FindLogic.h"
 
 using namespace tav;
 using tav::test::gedcomText;

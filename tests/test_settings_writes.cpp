@@ -3,8 +3,8 @@
 #include "settings/SettingsPersistence.h"
 #include "tests/TestSupport.h"
 #include "tests/WriteFaults.h"
-#include "ui/main/MainWindowLogic.h"
-#include "ui/options/OptionsLogic.h"
+#include "windowlogic/main/MainWindowLogic.h"
+#include "windowlogic/options/OptionsLogic.h"
 
 #include <QDir>
 #include <QFile>

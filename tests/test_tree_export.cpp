@@ -5,9 +5,9 @@
 #include "draw/TreePainter.h"
 #include "tests/CliTest.h"
 #include "tests/TreeTestSupport.h"
-#include "ui/tree/TreeDrawing.h"
-#include "ui/tree/TreeLayout.h"
-#include "ui/tree/TreeModel.h"
+#include "tree/TreeDrawing.h"
+#include "tree/TreeLayout.h"
+#include "tree/TreeModel.h"
 
 #include <QBuffer>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "tests/TreeTestSupport.h"
-#include "ui/tree/TreeLayout.h"
-#include "ui/tree/TreeTables.h"
+#include "tree/TreeLayout.h"
+#include "tree/TreeTables.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "core/Fault.h"
 #include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
-#include "ui/tree/TreeModel.h"
+#include "tree/TreeModel.h"
 
 #include <array>
 #include <vector>

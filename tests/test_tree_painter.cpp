@@ -4,7 +4,7 @@
 #include "draw/TreePainter.h"
 #include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
-#include "ui/tree/TreeWindowLogic.h"
+#include "windowlogic/tree/TreeWindowLogic.h"
 
 #include <QImage>
 #include <QPainter>

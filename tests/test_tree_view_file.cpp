@@ -1,9 +1,9 @@
 #include "core/Fault.h"
 #include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
-#include "ui/tree/TreeLayout.h"
-#include "ui/tree/TreeModel.h"
-#include "ui/tree/TreeViewFile.h"
+#include "tree/TreeLayout.h"
+#include "tree/TreeModel.h"
+#include "tree/TreeViewFile.h"
 
 #include <QFile>
 

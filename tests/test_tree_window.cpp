@@ -1,9 +1,9 @@
 #include "core/Fault.h"
 #include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
-#include "ui/tree/DescendantTriangle.h"
-#include "ui/tree/TreeViewFile.h"
-#include "ui/tree/TreeWindowLogic.h"
+#include "tree/DescendantTriangle.h"
+#include "tree/TreeViewFile.h"
+#include "windowlogic/tree/TreeWindowLogic.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,8 @@
 #include "settings/RegistryStore.h"
 #include "tests/TestSupport.h"
-#include "ui/main/HelpTopics.h"
-#include "ui/main/MainWindowLogic.h"
-#include "ui/main/WorkingFolder.h"
+#include "windowlogic/main/HelpTopics.h"
+#include "windowlogic/main/MainWindowLogic.h"
+#include "windowlogic/main/WorkingFolder.h"
 
 #include <QDir>
 #include <QFile>

@@ -7,7 +7,7 @@
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/tree/TreeCanvas.h"
-#include "ui/tree/TreeLayout.h"
+#include "tree/TreeLayout.h"
 #include "ui/tree/TreeWindow.h"
 
 #include <QAction>

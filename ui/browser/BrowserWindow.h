@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/browser/BrowserLogic.h"
+#include "windowlogic/browser/BrowserLogic.h"
 
 #include <QMainWindow>
 

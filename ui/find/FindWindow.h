@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/find/FindLogic.h"
+#include "windowlogic/find/FindLogic.h"
 
 #include <QMainWindow>
 

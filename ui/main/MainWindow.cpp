@@ -4,7 +4,7 @@
 #include "ui/ChoiceBox.h"
 #include "ui/Icons.h"
 #include "ui/WindowManager.h"
-#include "ui/main/HelpTopics.h"
+#include "windowlogic/main/HelpTopics.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/main/MainWindowLogic.h"
+#include "windowlogic/main/MainWindowLogic.h"
 
 #include <QMainWindow>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/options/OptionsLogic.h"
+#include "windowlogic/options/OptionsLogic.h"
 
 #include <QDialog>
 

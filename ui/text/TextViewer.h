@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/text/TextViewerLogic.h"
+#include "windowlogic/text/TextViewerLogic.h"
 
 #include <QMainWindow>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "draw/TreePainter.h"
-#include "ui/tree/TreeWindowLogic.h"
+#include "windowlogic/tree/TreeWindowLogic.h"
 
 #include <QAbstractScrollArea>
 

@@ -8,7 +8,7 @@
 #include "ui/PicturePrinting.h"
 #include "ui/WindowFrames.h"
 #include "ui/tree/TreeCanvas.h"
-#include "ui/tree/TreeLayout.h"
+#include "tree/TreeLayout.h"
 
 #include <QAction>
 #include <QActionGroup>

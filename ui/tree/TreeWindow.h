@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/tree/TreeWindowLogic.h"
+#include "windowlogic/tree/TreeWindowLogic.h"
 
 #include <QDesktopServices>
 #include <QMainWindow>

@@ -1,12 +1,12 @@
-#include "ui/tree/TreeViewFile.h"
+#include "tree/TreeViewFile.h"
 
 #include "app/Messages.h"
 #include "core/AtomicFile.h"
 #include "core/Fault.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
-#include "ui/tree/TextMeasure.h"
-#include "ui/tree/TreeModel.h"
+#include "tree/TextMeasure.h"
+#include "tree/TreeModel.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "ui/main/HeaderInformation.h"
+#include "windowlogic/main/HeaderInformation.h"
 
 #include "core/RecordStore.h"
 

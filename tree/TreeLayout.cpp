@@ -1,9 +1,9 @@
-#include "ui/tree/TreeLayout.h"
+#include "tree/TreeLayout.h"
 
 #include "core/Fault.h"
 #include "core/TextNumbers.h"
-#include "ui/tree/TextMeasure.h"
-#include "ui/tree/TreeTables.h"
+#include "tree/TextMeasure.h"
+#include "tree/TreeTables.h"
 
 namespace tav {
 

@@ -1,4 +1,4 @@
-#include "ui/tree/TreeWindowLogic.h"
+#include "windowlogic/tree/TreeWindowLogic.h"
 
 #include "reports/HtmlDescendantsReport.h"
 
@@ -7,11 +7,11 @@
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
 #include "core/Fault.h"
-#include "ui/tree/TextMeasure.h"
-#include "ui/tree/TreeLabels.h"
-#include "ui/tree/TreeLayout.h"
-#include "ui/tree/TreeTopChanges.h"
-#include "ui/tree/TreeViewFile.h"
+#include "tree/TextMeasure.h"
+#include "tree/TreeLabels.h"
+#include "tree/TreeLayout.h"
+#include "tree/TreeTopChanges.h"
+#include "tree/TreeViewFile.h"
 
 #include <QDir>
 #include <QFileInfo>

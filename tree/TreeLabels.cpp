@@ -1,4 +1,4 @@
-#include "ui/tree/TreeLabels.h"
+#include "tree/TreeLabels.h"
 
 #include "calc/Names.h"
 #include "core/RecordStore.h"

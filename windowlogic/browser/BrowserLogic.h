@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/browser/RecordGrids.h"
+#include "windowlogic/browser/RecordGrids.h"
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "ui/options/OptionsLogic.h"
+#include "windowlogic/options/OptionsLogic.h"
 
 #include "app/Session.h"
 #include "settings/SettingsPersistence.h"

@@ -1,4 +1,4 @@
-#include "ui/browser/BrowserLogic.h"
+#include "windowlogic/browser/BrowserLogic.h"
 
 #include "app/Session.h"
 #include "core/TextNumbers.h"

@@ -1,4 +1,4 @@
-#include "ui/main/MainWindowLogic.h"
+#include "windowlogic/main/MainWindowLogic.h"
 
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
@@ -7,10 +7,10 @@
 #include "core/TextNumbers.h"
 #include "settings/RegistryStore.h"
 #include "settings/SettingsPersistence.h"
-#include "ui/main/HeaderInformation.h"
-#include "ui/main/HelpTopics.h"
-#include "ui/main/RecentFiles.h"
-#include "ui/main/WorkingFolder.h"
+#include "windowlogic/main/HeaderInformation.h"
+#include "windowlogic/main/HelpTopics.h"
+#include "windowlogic/main/RecentFiles.h"
+#include "windowlogic/main/WorkingFolder.h"
 
 #include <QDir>
 #include <QFileInfo>

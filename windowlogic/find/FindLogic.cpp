@@ -1,9 +1,9 @@
-#include "ui/find/FindLogic.h"
+#include "windowlogic/find/FindLogic.h"
 
 #include "app/Session.h"
 #include "core/Fault.h"
 #include "core/TextNumbers.h"
-#include "ui/find/ResultsListing.h"
+#include "windowlogic/find/ResultsListing.h"
 
 namespace tav {
 

@@ -1,4 +1,4 @@
-#include "ui/text/TextViewerLogic.h"
+#include "windowlogic/text/TextViewerLogic.h"
 
 #include "app/Session.h"
 

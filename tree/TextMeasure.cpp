@@ -1,4 +1,4 @@
-#include "ui/tree/TextMeasure.h"
+#include "tree/TextMeasure.h"
 
 namespace tav {
 

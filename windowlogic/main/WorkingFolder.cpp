@@ -1,4 +1,4 @@
-#include "ui/main/WorkingFolder.h"
+#include "windowlogic/main/WorkingFolder.h"
 
 #include <QDir>
 #include <QFileInfo>

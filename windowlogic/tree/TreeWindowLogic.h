@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ui/tree/DescendantTriangle.h"
-#include "ui/tree/TreeDrawing.h"
-#include "ui/tree/TreeModel.h"
+#include "tree/DescendantTriangle.h"
+#include "tree/TreeDrawing.h"
+#include "tree/TreeModel.h"
 
 #include <QString>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "ui/tree/TreeTables.h"
+#include "tree/TreeTables.h"
 
 #include "core/Fault.h"
 

@@ -1,8 +1,8 @@
-#include "ui/find/ResultsListing.h"
+#include "windowlogic/find/ResultsListing.h"
 
 #include "app/Session.h"
 #include "calc/Names.h"
-#include "ui/browser/RecordGrids.h"
+#include "windowlogic/browser/RecordGrids.h"
 
 namespace tav {
 

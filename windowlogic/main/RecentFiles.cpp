@@ -1,4 +1,4 @@
-#include "ui/main/RecentFiles.h"
+#include "windowlogic/main/RecentFiles.h"
 
 #include "settings/Settings.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/tree/TreeLabels.h"
-#include "ui/tree/TreeTables.h"
+#include "tree/TreeLabels.h"
+#include "tree/TreeTables.h"
 
 #include <QDate>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "ui/tree/DescendantTriangle.h"
+#include "tree/DescendantTriangle.h"
 
 #include "calc/DescendantCounting.h"
 #include "core/Fault.h"

@@ -1,9 +1,9 @@
-#include "ui/tree/TreeTopChanges.h"
+#include "tree/TreeTopChanges.h"
 
 #include "core/Fault.h"
 #include "core/RecordStore.h"
-#include "ui/tree/TreeLabels.h"
-#include "ui/tree/TreeModel.h"
+#include "tree/TreeLabels.h"
+#include "tree/TreeModel.h"
 
 #include <vector>
 

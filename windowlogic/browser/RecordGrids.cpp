@@ -1,4 +1,4 @@
-#include "ui/browser/RecordGrids.h"
+#include "windowlogic/browser/RecordGrids.h"
 
 #include "app/Session.h"
 #include "calc/Dates.h"

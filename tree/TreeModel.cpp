@@ -1,10 +1,10 @@
-#include "ui/tree/TreeModel.h"
+#include "tree/TreeModel.h"
 
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
 #include "core/Fault.h"
 #include "core/RecordStore.h"
-#include "ui/tree/TreeLayout.h"
+#include "tree/TreeLayout.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "ui/main/HelpTopics.h"
+#include "windowlogic/main/HelpTopics.h"
 
 #include "core/Fault.h"
 

@@ -1,8 +1,8 @@
-#include "ui/tree/TreeDrawing.h"
+#include "tree/TreeDrawing.h"
 
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
-#include "ui/tree/TreeTables.h"
+#include "tree/TreeTables.h"
 
 #include <algorithm>
 #include <cmath>
