@@ -107,6 +107,8 @@ void loadGedcomBytes(Session& session, const QString& path, QByteArray& bytes,
         progress.started(maximum);
 
     session.records.fileName = path;
+    session.descendantCache.clear();
+    session.nameTallies.clear();
     const QByteArrayView text = prepareFileBytes(bytes);
     const qint64 textLength = text.size();
 

@@ -2,7 +2,9 @@
 
 #include "app/Messages.h"
 #include "app/ViewKinds.h"
+#include "calc/DescendantCounting.h"
 #include "calc/FindResults.h"
+#include "calc/NameTallies.h"
 #include "calc/Names.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
@@ -123,6 +125,12 @@ public:
 
     RecordStore records;
     Settings settings;
+
+    // What the calculations learn about the loaded file and keep until the
+    // next load: the descendant numbers counted so far, and the name
+    // reports' tallies.
+    DescendantCache descendantCache;
+    NameTallies nameTallies;
 
     int32_t curInd = 0;
     int32_t curFam = 0;

@@ -30,7 +30,7 @@ void BM_Query(benchmark::State& state)
     tav::FindLogic find(session);
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         state.ResumeTiming();
         find.queryChosen(query);
         if (tav::queryTakesNumber(query)) {

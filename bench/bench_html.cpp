@@ -24,7 +24,7 @@ int32_t personWithMostDescendants(tav::Session& session)
 {
     int32_t best = 0, most = -1;
     for (int32_t slot = 1; slot <= session.records.individualCount(); ++slot) {
-        const int32_t count = tav::countDescendants(session.records, slot);
+        const int32_t count = tav::countDescendants(session.records, session.descendantCache, slot);
         if (count > most) {
             most = count;
             best = slot;
@@ -35,7 +35,8 @@ int32_t personWithMostDescendants(tav::Session& session)
 
 void countPage(benchmark::State& state, tav::Session& session, int32_t top, qsizetype bytes)
 {
-    state.counters["descendants"] = tav::countDescendants(session.records, top);
+    state.counters["descendants"] =
+        tav::countDescendants(session.records, session.descendantCache, top);
     state.counters["different"] =
         tav::DescendancyOutline(session.records, top).distinctDescendants();
     state.counters["bytes"] = double(bytes);
@@ -49,10 +50,10 @@ void BM_HtmlReportPage(benchmark::State& state)
     QByteArray page;
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         state.ResumeTiming();
-        page =
-            tav::htmlDescendantsReport(session.records, session.nameStyle(), session.today(), top);
+        page = tav::htmlDescendantsReport(session.records, session.descendantCache,
+                                          session.nameStyle(), session.today(), top);
     }
     countPage(state, session, top, page.size());
 }
@@ -66,7 +67,7 @@ void BM_HtmlReportWritten(benchmark::State& state)
     const QString path = tav::htmlReportPath(dir.path());
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         state.ResumeTiming();
         if (!tav::writeHtmlDescendantsReport(session, top, path).ok())
             std::abort();
@@ -139,9 +140,10 @@ void BM_HtmlReportOfCousins(benchmark::State& state)
     QByteArray page;
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         state.ResumeTiming();
-        page = tav::htmlDescendantsReport(session.records, session.nameStyle(), session.today(), 1);
+        page = tav::htmlDescendantsReport(session.records, session.descendantCache,
+                                          session.nameStyle(), session.today(), 1);
     }
     countPage(state, session, 1, page.size());
 }

@@ -32,7 +32,7 @@ void BM_ReportText(benchmark::State& state)
     QString text;
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         state.ResumeTiming();
         text = tav::reportText(session, kind);
     }
@@ -51,7 +51,7 @@ void BM_ReportInViewer(benchmark::State& state)
     viewer.show();
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         // Another text first, so that the viewer fills anew each time.
         session.report = {QStringLiteral("-"), QStringLiteral("-")};
         viewer.refresh();

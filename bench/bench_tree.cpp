@@ -29,7 +29,7 @@ using tav::TreeModel;
 
 TreeModel modelOf(Session& session)
 {
-    return TreeModel(session.records, session.settings, session.tree,
+    return TreeModel(session.records, session.descendantCache, session.settings, session.tree,
                      [&session] { return session.today(); });
 }
 
@@ -49,9 +49,10 @@ void BM_FamilyTreeFromTop(benchmark::State& state)
     TreeModel model = modelOf(session);
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         state.ResumeTiming();
-        const int32_t top = tav::individualWithMostDescendants(session.records);
+        const int32_t top =
+            tav::individualWithMostDescendants(session.records, session.descendantCache);
         model.clearArrays(1, 1);
         model.prepareTopPerson(top, measure);
         model.prepareDescendents3(1, 0, 0);
@@ -69,7 +70,8 @@ void BM_WalkAndLayout(benchmark::State& state)
     Session& session = tav::bench::generatedSession();
     const tav::FontMeasure& measure = treeMeasure();
     TreeModel model = modelOf(session);
-    const int32_t top = tav::individualWithMostDescendants(session.records);
+    const int32_t top =
+        tav::individualWithMostDescendants(session.records, session.descendantCache);
     model.clearArrays(1, 1);
     model.prepareTopPerson(top, measure);
     for (auto _ : state) {
@@ -186,9 +188,10 @@ void BM_TreeWindowFromTopToFirstPaint(benchmark::State& state)
     int32_t persons = 0;
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         state.ResumeTiming();
-        session.curInd = tav::individualWithMostDescendants(session.records);
+        session.curInd =
+            tav::individualWithMostDescendants(session.records, session.descendantCache);
         session.tree.treeBuilt = false;
         const auto window = treeWindowOf(session);
         window->activate();
@@ -207,7 +210,7 @@ void BM_TreeCommandThroughRepaint(benchmark::State& state)
 {
     using tav::TreeCommand;
     Session& session = tav::bench::generatedSession();
-    session.curInd = tav::individualWithMostDescendants(session.records);
+    session.curInd = tav::individualWithMostDescendants(session.records, session.descendantCache);
     session.tree.treeBuilt = false;
     const auto window = treeWindowOf(session);
     window->activate();
@@ -320,9 +323,9 @@ void BM_TriangleOfAnAncestorOf40000(benchmark::State& state)
     tav::DescendantTriangle triangle;
     for (auto _ : state) {
         state.PauseTiming();
-        session.records.clearDescendantCache();
+        session.descendantCache.clear();
         state.ResumeTiming();
-        triangle = tav::descendantTriangle(session.records, top);
+        triangle = tav::descendantTriangle(session.records, session.descendantCache, top);
     }
     state.counters["individuals"] = session.records.individualCount();
     state.counters["descendants"] = triangle.descendants;

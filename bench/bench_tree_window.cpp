@@ -55,7 +55,7 @@ void BM_FamilyTreeFromTopToThePaintedWindow(benchmark::State& state)
     int32_t persons = 0;
     for (auto _ : state) {
         state.PauseTiming();
-        v.session.records.clearDescendantCache();
+        v.session.descendantCache.clear();
         if (tav::TreeWindow* open = v.window.windows().treeWindow()) {
             open->close();
             QApplication::processEvents();  // a new window each time

@@ -37,18 +37,15 @@ struct Level {
     Totals totals;
 };
 
-void cache(Individual& person, const Totals& totals)
+DescendantTotals narrowed(const Totals& totals)
 {
-    person.descCount = toLong(double(totals.descendants));
-    person.descSpouseCount = toLong(double(totals.spouses));
-    person.descGenerations = totals.generations;
-    person.descCounted = true;
+    return {toLong(double(totals.descendants)), toLong(double(totals.spouses)), totals.generations};
 }
 
 // Walks down from the person without recursion, one level per generation.
 // Everyone whose line the walk finishes is cached, so a person met again
 // (on another line, or asked about later) costs nothing.
-Totals walk(RecordStore& records, int32_t root)
+Totals walk(const RecordStore& records, DescendantCache& cache, int32_t root)
 {
     std::array<Level, maxLevels + 1> levels;
     int depth = 1;
@@ -75,10 +72,8 @@ Totals walk(RecordStore& records, int32_t root)
             const int32_t child = records.childOf(family, level.child);
             if (child == 0)
                 continue;
-            const Individual& known = records.individual(child);
-            if (known.descCounted)
-                level.totals.addChild(known.descCount, known.descSpouseCount,
-                                      known.descGenerations);
+            if (const DescendantTotals* known = cache.find(child))
+                level.totals.addChild(known->descendants, known->spouses, known->generations);
             else
                 next = child;
         }
@@ -92,7 +87,7 @@ Totals walk(RecordStore& records, int32_t root)
         }
         const Totals done = level.totals;
         if (level.person >= 1 && level.person <= records.individualCount())
-            cache(records.individualAt(level.person), done);
+            cache.store(level.person, narrowed(done));
         if (depth == 1)
             return done;
         --depth;
@@ -100,32 +95,55 @@ Totals walk(RecordStore& records, int32_t root)
     }
 }
 
-const Individual& counted(RecordStore& records, int32_t individual)
+DescendantTotals counted(const RecordStore& records, DescendantCache& cache, int32_t individual)
 {
-    const Individual& person = records.individual(individual);
-    if (!person.descCounted)
-        walk(records, individual);
-    return person;
+    if (const DescendantTotals* known = cache.find(individual))
+        return *known;
+    return narrowed(walk(records, cache, individual));
 }
 
 }  // namespace
 
-int32_t countDescendants(RecordStore& records, int32_t individual)
+void DescendantCache::clear()
 {
-    return counted(records, individual).descCount;
+    totals_.clear();
+    counted_.clear();
 }
 
-int32_t countDescendantSpouses(RecordStore& records, int32_t individual)
+const DescendantTotals* DescendantCache::find(int32_t individual) const
 {
-    return counted(records, individual).descSpouseCount;
+    const size_t slot = size_t(individual);
+    return individual >= 0 && slot < counted_.size() && counted_[slot] ? &totals_[slot] : nullptr;
 }
 
-int32_t countGenerations(RecordStore& records, int32_t individual)
+void DescendantCache::store(int32_t individual, const DescendantTotals& totals)
 {
-    return counted(records, individual).descGenerations;
+    const size_t slot = size_t(individual);
+    if (slot >= counted_.size()) {
+        counted_.resize(slot + 1);
+        totals_.resize(slot + 1);
+    }
+    totals_[slot] = totals;
+    counted_[slot] = 1;
 }
 
-int32_t largestFamilySlot(RecordStore& records, int32_t individual)
+int32_t countDescendants(const RecordStore& records, DescendantCache& cache, int32_t individual)
+{
+    return counted(records, cache, individual).descendants;
+}
+
+int32_t countDescendantSpouses(const RecordStore& records, DescendantCache& cache,
+                               int32_t individual)
+{
+    return counted(records, cache, individual).spouses;
+}
+
+int32_t countGenerations(const RecordStore& records, DescendantCache& cache, int32_t individual)
+{
+    return counted(records, cache, individual).generations;
+}
+
+int32_t largestFamilySlot(const RecordStore& records, DescendantCache& cache, int32_t individual)
 {
     const Individual& person = records.individual(individual);
     int32_t best = 0;
@@ -133,8 +151,8 @@ int32_t largestFamilySlot(RecordStore& records, int32_t individual)
     for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
         const Family& family = records.family(records.spouseFamilyOf(person, k));
         for (int c = 1; c <= family.storedChildren(); ++c) {
-            const int64_t value =
-                int64_t(family.childCount) + countDescendants(records, records.childOf(family, c));
+            const int64_t value = int64_t(family.childCount) +
+                                  countDescendants(records, cache, records.childOf(family, c));
             if (value > bestValue) {
                 bestValue = value;
                 best = k;
@@ -144,14 +162,14 @@ int32_t largestFamilySlot(RecordStore& records, int32_t individual)
     return best;
 }
 
-int32_t individualWithMostDescendants(RecordStore& records)
+int32_t individualWithMostDescendants(const RecordStore& records, DescendantCache& cache)
 {
     // The best score starts below any count, so the first individual always
     // qualifies.
     int32_t best = 0;
     int64_t bestScore = -1;
     for (int32_t slot = 1; slot <= records.individualCount(); ++slot) {
-        const int64_t score = countDescendants(records, slot);
+        const int64_t score = countDescendants(records, cache, slot);
         if (score > bestScore) {
             bestScore = score;
             best = slot;

@@ -5,6 +5,8 @@
 #include "core/Fault.h"
 #include "core/RecordStore.h"
 
+#include <exception>
+
 namespace tav {
 
 namespace {
@@ -55,7 +57,7 @@ namespace {
 using Table = FindResults::Table;
 
 // Thrown when a result table is full: the query stops with the 200 it has.
-struct ResultsFull {};
+struct ResultsFull : std::exception {};
 
 void store(Table& table, int32_t position, int32_t slot)
 {
@@ -129,7 +131,8 @@ bool parses(const QString& date)
 
 // What every query works on.
 struct QueryRun {
-    RecordStore& r;
+    const RecordStore& r;
+    DescendantCache& descendants;
     FindResults& results;
     QueryCandidates candidates;
     QDate today;
@@ -214,7 +217,7 @@ void mostDescendants(QueryRun& run)
     table.count = 0;
     int32_t most = -1;
     for (int32_t i = 1; i <= run.r.individualCount(); ++i) {
-        const int32_t d = countDescendants(run.r, i);
+        const int32_t d = countDescendants(run.r, run.descendants, i);
         if (d > most) {
             most = d;
             table.count = 0;
@@ -272,7 +275,7 @@ bool hasTwins(const RecordStore& r, const Family& f)
 // Computes a query into the results; stops with ResultsFull at the 201st.
 void runQueryToTheEnd(QueryRun run, Query query, int32_t n)
 {
-    RecordStore& r = run.r;
+    const RecordStore& r = run.r;
     switch (query) {
     case Query::EarliestBorn:
     case Query::LatestBorn: byBirth(run, query == Query::EarliestBorn); break;
@@ -292,7 +295,8 @@ void runQueryToTheEnd(QueryRun run, Query query, int32_t n)
         break;
     case Query::MostDescendants: mostDescendants(run); break;
     case Query::MoreDescendants:  // adds to what the individual table holds already
-        everyIndividual(run, [&](int32_t i) { return countDescendants(r, i) > n; });
+        everyIndividual(run,
+                        [&](int32_t i) { return countDescendants(r, run.descendants, i) > n; });
         break;
     case Query::LargestAgeGapAtMarriage: largestAgeGapAtMarriage(run); break;
     case Query::OldestAtMarriage:
@@ -307,11 +311,11 @@ void runQueryToTheEnd(QueryRun run, Query query, int32_t n)
 
 }  // namespace
 
-bool runQuery(RecordStore& records, FindResults& results, QueryCandidates candidates, QDate today,
-              Query query, int32_t n)
+bool runQuery(const RecordStore& records, DescendantCache& descendants, FindResults& results,
+              QueryCandidates candidates, QDate today, Query query, int32_t n)
 {
     try {
-        runQueryToTheEnd(QueryRun{records, results, candidates, today}, query, n);
+        runQueryToTheEnd(QueryRun{records, descendants, results, candidates, today}, query, n);
         return true;
     } catch (const ResultsFull&) {
         return false;

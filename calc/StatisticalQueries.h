@@ -8,6 +8,7 @@
 
 namespace tav {
 
+class DescendantCache;
 class RecordStore;
 
 // The fifteen questions about the whole file, in the order the find window
@@ -54,11 +55,11 @@ struct QueryCandidates {
 // Computes a query into the find results. The caller clears the tables as
 // the window does; the queries that keep a best value start their list
 // themselves (with the candidate held before the query for 0-3, 9, 10 and
-// 11). Ages are measured to `today`. The records are written only by
-// descendant counting's cache. A query whose results pass 200 stops at the
-// 200th and gives false: the table holds the first 200. Other faults (a line
-// of descent deeper than 100 levels) are raised.
-bool runQuery(RecordStore& records, FindResults& results, QueryCandidates candidates, QDate today,
-              Query query, int32_t n);
+// 11). Ages are measured to `today`; descendants are counted into
+// `descendants`. A query whose results pass 200 stops at the 200th and gives
+// false: the table holds the first 200. Other faults (a line of descent
+// deeper than 100 levels) are raised.
+bool runQuery(const RecordStore& records, DescendantCache& descendants, FindResults& results,
+              QueryCandidates candidates, QDate today, Query query, int32_t n);
 
 }  // namespace tav

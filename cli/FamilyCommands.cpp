@@ -21,12 +21,13 @@ int relateCommand(CliRun& run)
 int descendantsCommand(CliRun& run)
 {
     const int32_t slot = run.slotArg(0, ViewKind::Individual);
-    RecordStore& records = run.session.records;
+    const RecordStore& records = run.session.records;
+    DescendantCache& cache = run.session.descendantCache;
     return run.run([&] {
-        const int32_t descendants = countDescendants(records, slot);
-        const int32_t spouses = countDescendantSpouses(records, slot);
-        const int32_t generations = countGenerations(records, slot);
-        const int32_t largest = largestFamilySlot(records, slot);
+        const int32_t descendants = countDescendants(records, cache, slot);
+        const int32_t spouses = countDescendantSpouses(records, cache, slot);
+        const int32_t generations = countGenerations(records, cache, slot);
+        const int32_t largest = largestFamilySlot(records, cache, slot);
         run.print(QStringLiteral("Descendants: %1").arg(descendants));
         run.print(QStringLiteral("Spouses: %1").arg(spouses));
         run.print(QStringLiteral("Generations: %1").arg(generations));

@@ -74,7 +74,7 @@ bool buildTree(CliRun& run, int32_t slot, const TreeOptions& options, TreeModel&
 
 TreeModel newModel(Session& session)
 {
-    return TreeModel(session.records, session.settings, session.tree,
+    return TreeModel(session.records, session.descendantCache, session.settings, session.tree,
                      [&session] { return session.today(); });
 }
 

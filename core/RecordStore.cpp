@@ -35,15 +35,6 @@ void RecordStore::resetRecords()
     individualIds_.build(individuals_);
     familyIds_.build(families_);
     individualsTruncated = familiesTruncated = sourcesTruncated = notesTruncated = false;
-    for (NameTally* tally : {&surnameTally, &maleGivenNameTally, &femaleGivenNameTally})
-        tally->clear();
-}
-
-void NameTally::clear()
-{
-    entries.assign(1, TalliedName{});
-    count = 0;
-    distinct = 0;
 }
 
 template <typename Record>
@@ -154,12 +145,6 @@ int32_t RecordStore::wifeOf(const Family& family) const
 int32_t RecordStore::childOf(const Family& family, int k) const
 {
     return family.hasChild(k) ? indIndexFromId(family.childId[size_t(k)]) : 0;
-}
-
-void RecordStore::clearDescendantCache()
-{
-    for (Individual& person : individuals_)
-        person.descCounted = false;
 }
 
 }  // namespace tav

@@ -35,11 +35,6 @@ struct Individual {
     bool childFamilyWritten = false;
     uint16_t spouseFamiliesWritten = 0;  // bit k: FAMS link k was read
     QString note;
-    // Descendant-counting cache, cleared by every load.
-    bool descCounted = false;
-    int32_t descCount = 0;
-    int32_t descSpouseCount = 0;
-    int32_t descGenerations = 0;
 
     bool hasChildFamily() const { return childFamilyWritten; }
     bool hasSpouseFamily(int k) const
@@ -90,29 +85,6 @@ struct Note {
     QString text;
 };
 
-// A name of a name tally and how many people bear it.
-struct TalliedName {
-    QString name;
-    int32_t count = 0;
-};
-
-// A table of the name reports: slots 1 to `count` hold the distinct names in
-// the order they were first met; once all 15000 are taken, slot 0 counts the
-// people whose names came later ("other names").
-struct NameTally {
-    static constexpr int32_t capacity = 15000;
-
-    // Slots 0 to count: the table grows as names come, so a load that no
-    // report reads costs nothing here.
-    std::vector<TalliedName> entries = std::vector<TalliedName>(1);
-    int32_t count = 0;
-    // Distinct names met, those counted in slot 0 included; no name at all
-    // (an empty one) is not among them.
-    int32_t distinct = 0;
-
-    void clear();
-};
-
 // The whole in-memory picture of one GEDCOM file. The tables are as large as
 // their capacity: a slot from 0 to the capacity that holds no record reads as
 // an empty record, and a slot outside that raises SubscriptOutOfRange.
@@ -125,9 +97,8 @@ public:
 
     RecordStore();
 
-    // Clears the tables, the truncation flags, the GEDCOM version and the name
-    // tallies; the header date and character set deliberately survive into
-    // the next load.
+    // Clears the tables, the truncation flags and the GEDCOM version; the
+    // header date and character set deliberately survive into the next load.
     void resetRecords();
 
     int32_t individualCount() const { return int32_t(individuals_.size()) - 1; }
@@ -140,7 +111,7 @@ public:
     const Source& source(int32_t slot) const;
     const Note& note(int32_t slot) const;
 
-    // Writable access for the reader and the descendant cache; slot must be valid.
+    // Writable access for the reader; slot must be valid.
     Individual& individualAt(int32_t slot) { return individuals_[size_t(slot)]; }
     Family& familyAt(int32_t slot) { return families_[size_t(slot)]; }
     Source& sourceAt(int32_t slot) { return sources_[size_t(slot)]; }
@@ -171,9 +142,6 @@ public:
     int32_t wifeOf(const Family& family) const;
     int32_t childOf(const Family& family, int k) const;
 
-    // Clears every descendant-count cache flag.
-    void clearDescendantCache();
-
     QString fileName;
     QString headerDate;
     QString gedcomVersion;
@@ -182,11 +150,6 @@ public:
     bool familiesTruncated = false;
     bool sourcesTruncated = false;
     bool notesTruncated = false;
-
-    // The name reports' tallies, filled by those reports.
-    NameTally surnameTally;
-    NameTally maleGivenNameTally;
-    NameTally femaleGivenNameTally;
 
 private:
     std::vector<Individual> individuals_;  // element 0 is the unused slot 0

@@ -12,11 +12,11 @@
 #include "fuzz/TreeDriving.h"
 #include "reports/HtmlDescendantsReport.h"
 #include "reports/ReportKinds.h"
+#include "tree/TreeDrawing.h"
+#include "tree/TreeLayout.h"
 #include "windowlogic/browser/BrowserLogic.h"
 #include "windowlogic/find/FindLogic.h"
 #include "windowlogic/main/HeaderInformation.h"
-#include "tree/TreeDrawing.h"
-#include "tree/TreeLayout.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -113,7 +113,8 @@ void walkQueries(Session& session)
 
 void walkFamilies(Session& session)
 {
-    RecordStore& records = session.records;
+    const RecordStore& records = session.records;
+    DescendantCache& cache = session.descendantCache;
     const int32_t count = records.individualCount();
     for (const auto& pair : {std::pair{1, 2}, {count, 1}, {count / 2, count / 2}}) {
         const int32_t a = pair.first, b = pair.second;
@@ -122,10 +123,10 @@ void walkFamilies(Session& session)
     }
     for (int32_t slot : someSlots(count)) {
         session.guarded([&] {
-            countDescendants(records, slot);
-            countDescendantSpouses(records, slot);
-            countGenerations(records, slot);
-            largestFamilySlot(records, slot);
+            countDescendants(records, cache, slot);
+            countDescendantSpouses(records, cache, slot);
+            countGenerations(records, cache, slot);
+            largestFamilySlot(records, cache, slot);
         });
     }
 }
@@ -147,7 +148,7 @@ void walkReports(Session& session)
 void walkEveryWay(Session& session, int32_t slot)
 {
     const fuzz::CharacterMeasure measure(2);
-    TreeModel model(session.records, session.settings, session.tree,
+    TreeModel model(session.records, session.descendantCache, session.settings, session.tree,
                     [&session] { return session.today(); });
     for (int walk = 0; walk < 3; ++walk) {
         session.guarded([&] {
@@ -183,7 +184,8 @@ void walkTree(Session& session)
         else
             fuzz::driveTreeCommands(tree);
         session.guarded([&] {
-            htmlDescendantsReport(session.records, session.nameStyle(), session.today(), slot);
+            htmlDescendantsReport(session.records, session.descendantCache, session.nameStyle(),
+                                  session.today(), slot);
         });
     }
 }

@@ -3,9 +3,9 @@
 #include "app/Session.h"
 #include "calc/Dates.h"
 #include "calc/DescendantCounting.h"
+#include "calc/NameTallies.h"
 #include "core/Fault.h"
 #include "reports/LineageGraph.h"
-#include "reports/NameTallies.h"
 #include "reports/ReadDate.h"
 #include "reports/ReportLabels.h"
 
@@ -182,9 +182,8 @@ void addMarriages(QStringList& lines, const Session& session)
 
 void addSurnames(QStringList& lines, Session& session)
 {
-    RecordStore& records = session.records;
-    tallyNames(records);
-    const NameTally& tally = records.surnameTally;
+    tallyNames(session.records, session.nameTallies);
+    const NameTally& tally = session.nameTallies.surnames;
     lines << QString() << QStringLiteral("Surnames: %1 distinct").arg(tally.distinct);
     int shown = 0;
     for (const int32_t slot : slotsByFrequency(tally)) {
@@ -201,7 +200,7 @@ void addSurnames(QStringList& lines, Session& session)
 
 void addDescendants(QStringList& lines, Session& session)
 {
-    RecordStore& records = session.records;
+    const RecordStore& records = session.records;
     // Lines too deep to count are known beforehand, so the counting (and
     // its cache) is asked only about the others.
     const LineageGraph descent(records, Lineage::Descent);
@@ -210,8 +209,8 @@ void addDescendants(QStringList& lines, Session& session)
         if (descent.depth(slot) > countableLevels)
             continue;
         try {
-            const int32_t count = countDescendants(records, slot);
-            const int32_t generations = countGenerations(records, slot);
+            const int32_t count = countDescendants(records, session.descendantCache, slot);
+            const int32_t generations = countGenerations(records, session.descendantCache, slot);
             if (count > mostCount) {
                 mostCount = count;
                 most = slot;

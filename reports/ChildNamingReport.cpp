@@ -1,7 +1,7 @@
 #include "reports/ChildNamingReport.h"
 
 #include "app/Session.h"
-#include "reports/NameTallies.h"
+#include "calc/NameTallies.h"
 #include "reports/ReportLabels.h"
 #include "reports/SafeLinks.h"
 

@@ -1,7 +1,7 @@
 #include "reports/GivenNamesReport.h"
 
 #include "app/Session.h"
-#include "reports/NameTallies.h"
+#include "calc/NameTallies.h"
 
 namespace tav {
 
@@ -26,13 +26,13 @@ void addSection(QStringList& lines, const NameTally& tally, const char* heading,
 
 QStringList givenNamesReport(Session& session)
 {
-    RecordStore& records = session.records;
-    tallyNames(records);
-    QStringList lines{QStringLiteral("File: ") + records.fileName};
+    const NameTallies& tallies = session.nameTallies;
+    tallyNames(session.records, session.nameTallies);
+    QStringList lines{QStringLiteral("File: ") + session.records.fileName};
     const QString noGivenName = QStringLiteral("(no given name)");
-    addSection(lines, records.surnameTally, "Surnames", QStringLiteral("(no surname)"));
-    addSection(lines, records.maleGivenNameTally, "Given names of men", noGivenName);
-    addSection(lines, records.femaleGivenNameTally, "Given names of women", noGivenName);
+    addSection(lines, tallies.surnames, "Surnames", QStringLiteral("(no surname)"));
+    addSection(lines, tallies.maleGivenNames, "Given names of men", noGivenName);
+    addSection(lines, tallies.femaleGivenNames, "Given names of women", noGivenName);
     return lines;
 }
 

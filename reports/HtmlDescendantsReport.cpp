@@ -101,8 +101,10 @@ QString placeText(const QString& place)
 
 class PageWriter {
 public:
-    PageWriter(RecordStore& records, NameStyle style, QDate today, int32_t top)
-        : records_(records), style_(style), today_(today), outline_(records, top)
+    PageWriter(const RecordStore& records, DescendantCache& descendants, NameStyle style,
+               QDate today, int32_t top)
+        : records_(records), descendants_(descendants), style_(style), today_(today),
+          outline_(records, top)
     {}
 
     QByteArray page()
@@ -173,9 +175,9 @@ private:
         int32_t descendants = 0, spouses = 0, generations = 0;
         QString problem;
         try {
-            descendants = countDescendants(records_, top);
-            spouses = countDescendantSpouses(records_, top);
-            generations = countGenerations(records_, top);
+            descendants = countDescendants(records_, descendants_, top);
+            spouses = countDescendantSpouses(records_, descendants_, top);
+            generations = countGenerations(records_, descendants_, top);
         } catch (const RuntimeFault& fault) {
             problem = fault.number() == RuntimeFault::SubscriptOutOfRange
                           ? QStringLiteral("a line runs deeper than %1 levels")
@@ -351,7 +353,8 @@ private:
         return !recent || (deathKnown(descendant) && (!hasOther || deathKnown(other)));
     }
 
-    RecordStore& records_;
+    const RecordStore& records_;
+    DescendantCache& descendants_;
     NameStyle style_;
     QDate today_;
     DescendancyOutline outline_;
@@ -368,15 +371,16 @@ QString htmlReportPath(const QString& folder)
         .filePath(QStringLiteral("tav.htm"));
 }
 
-QByteArray htmlDescendantsReport(RecordStore& records, NameStyle style, QDate today, int32_t top)
+QByteArray htmlDescendantsReport(const RecordStore& records, DescendantCache& descendants,
+                                 NameStyle style, QDate today, int32_t top)
 {
-    return PageWriter(records, style, today, top).page();
+    return PageWriter(records, descendants, style, today, top).page();
 }
 
 WrittenFile writeHtmlDescendantsReport(Session& session, int32_t top, const QString& path)
 {
-    return writeWholeFile(
-        path, htmlDescendantsReport(session.records, session.nameStyle(), session.today(), top));
+    return writeWholeFile(path, htmlDescendantsReport(session.records, session.descendantCache,
+                                                      session.nameStyle(), session.today(), top));
 }
 
 }  // namespace tav

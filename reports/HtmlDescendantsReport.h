@@ -10,6 +10,7 @@
 
 namespace tav {
 
+class DescendantCache;
 class RecordStore;
 class Session;
 
@@ -31,8 +32,9 @@ QString htmlReportPath(const QString& folder = QString());
 // written (flags 33); a name without a surname, or without given names, is
 // written without the comma or blank that would join the two.
 //
-// Never faults; the descendant counts are cached in the records.
-QByteArray htmlDescendantsReport(RecordStore& records, NameStyle style, QDate today, int32_t top);
+// Never faults; the descendant counts are kept in `descendants`.
+QByteArray htmlDescendantsReport(const RecordStore& records, DescendantCache& descendants,
+                                 NameStyle style, QDate today, int32_t top);
 
 // The page of the session's file, with its settings and date, written
 // atomically to `path`.

@@ -24,10 +24,16 @@ class DescendantTest : public tav::test::SessionTest {
 protected:
     Totals totals(int32_t slot)
     {
-        RecordStore& r = session.records;
-        return {countDescendants(r, slot), countDescendantSpouses(r, slot),
-                countGenerations(r, slot), largestFamilySlot(r, slot)};
+        const RecordStore& r = session.records;
+        DescendantCache& c = session.descendantCache;
+        return {countDescendants(r, c, slot), countDescendantSpouses(r, c, slot),
+                countGenerations(r, c, slot), largestFamilySlot(r, c, slot)};
     }
+    int32_t descendants(int32_t slot)
+    {
+        return countDescendants(session.records, session.descendantCache, slot);
+    }
+    bool cached(int32_t slot) const { return session.descendantCache.find(slot) != nullptr; }
 };
 
 // Pat and Sam have Xan and Yve; Xan's son Xid marries Yve's daughter Yla,
@@ -59,25 +65,27 @@ TEST_F(DescendantTest, ADescendantOnTwoLinesCountsTwice)
 TEST_F(DescendantTest, EveryCompletedLineIsCachedAndReused)
 {
     ASSERT_TRUE(load(cousinMarriage));
-    countDescendants(session.records, 1);
+    descendants(1);
     for (int32_t slot : {1, 3, 4, 5, 6, 7, 8})
-        EXPECT_TRUE(ind(slot).descCounted) << slot;
-    EXPECT_FALSE(ind(2).descCounted) << "a spouse is no descendant";
-    EXPECT_FALSE(ind(9).descCounted);
+        EXPECT_TRUE(cached(slot)) << slot;
+    EXPECT_FALSE(cached(2)) << "a spouse is no descendant";
+    EXPECT_FALSE(cached(9));
 
     // A second question walks nothing: it answers from the cache.
-    session.records.individualAt(1).descGenerations = 42;
-    EXPECT_EQ(countGenerations(session.records, 1), 42);
+    DescendantCache& cache = session.descendantCache;
+    cache.store(1, {8, 7, 42});
+    EXPECT_EQ(countGenerations(session.records, cache, 1), 42);
     // A new walk adds a counted child's cached totals instead of descending:
     // Xan is walked again and finds Xid (100) counted; Yve (3) is counted.
-    session.records.individualAt(1).descCounted = false;
-    session.records.individualAt(3).descCounted = false;
-    session.records.individualAt(5).descCount = 100;
-    EXPECT_EQ(countDescendants(session.records, 1), 2 + 1 + 100 + 3);
+    const DescendantTotals yve = *cache.find(4);
+    cache.clear();
+    cache.store(4, yve);
+    cache.store(5, {100, 0, 0});
+    EXPECT_EQ(descendants(1), 2 + 1 + 100 + 3);
 
     ASSERT_TRUE(load(cousinMarriage));
-    EXPECT_FALSE(ind(1).descCounted) << "a load clears the cache";
-    EXPECT_EQ(countDescendants(session.records, 1), 8);
+    EXPECT_FALSE(cached(1)) << "a load clears the cache";
+    EXPECT_EQ(descendants(1), 8);
 }
 
 TEST_F(DescendantTest, LargestFamilyPrefersTheFirstOfEqualScores)
@@ -91,10 +99,9 @@ TEST_F(DescendantTest, LargestFamilyPrefersTheFirstOfEqualScores)
                     "0 @F4@ FAM",   "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@", "0 @F5@ FAM",
                     "1 CHIL @I13@", "0 @F6@ FAM",   "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@",
                     "0 @F7@ FAM",   "1 CHIL @I10@", "1 CHIL @I11@", "1 CHIL @I12@"})));
-    EXPECT_EQ(largestFamilySlot(session.records, 1), 1) << "3 children each, no grandchildren";
-    EXPECT_EQ(largestFamilySlot(session.records, 2), 2);
-    EXPECT_EQ(largestFamilySlot(session.records, 3), 1)
-        << "one child with three descendants scores 1 + 3";
+    EXPECT_EQ(totals(1).largest, 1) << "3 children each, no grandchildren";
+    EXPECT_EQ(totals(2).largest, 2);
+    EXPECT_EQ(totals(3).largest, 1) << "one child with three descendants scores 1 + 3";
 }
 
 TEST_F(DescendantTest, LinesDeeperThanOneHundredLevelsFault)
@@ -114,10 +121,9 @@ TEST_F(DescendantTest, LinesDeeperThanOneHundredLevelsFault)
     ASSERT_TRUE(load(chain(100)));
     EXPECT_EQ(totals(1), (Totals{99, 99, 99, 1}));
     ASSERT_TRUE(load(chain(101)));
-    EXPECT_FALSE(session.guarded([&] { countDescendants(session.records, 1); }));
+    EXPECT_FALSE(session.guarded([&] { descendants(1); }));
     EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  9 Subscript out of range")});
-    EXPECT_EQ(countDescendants(session.records, 2), 99)
-        << "lines the failed walk finished stay usable";
+    EXPECT_EQ(descendants(2), 99) << "lines the failed walk finished stay usable";
 }
 
 TEST_F(DescendantTest, Royal92TotalsCheckedByHand)

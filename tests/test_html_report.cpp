@@ -231,7 +231,8 @@ class HtmlReportTest : public tav::test::SessionTest {
 protected:
     QByteArray page(int32_t top, NameStyle style = {5, 1})
     {
-        return htmlDescendantsReport(session.records, style, session.today(), top);
+        return htmlDescendantsReport(session.records, session.descendantCache, style,
+                                     session.today(), top);
     }
 };
 

@@ -1,5 +1,5 @@
 #include "calc/DescendantCounting.h"
-#include "reports/NameTallies.h"
+#include "calc/NameTallies.h"
 #include "reports/ReportKinds.h"
 #include "tests/TestSupport.h"
 
@@ -160,14 +160,14 @@ TEST_F(ReportTest, NameTalliesIgnoreCaseAndKeepTheFirstSpelling)
     EXPECT_EQ(lines, expected);
     EXPECT_EQ(reportTitle(ReportKind::GivenNames), QStringLiteral("Names"));
 
-    // The tallies stay in the store until the next load clears them.
-    const NameTally& surnames = session.records.surnameTally;
+    // The tallies stay in the session until the next load clears them.
+    const NameTally& surnames = session.nameTallies.surnames;
     EXPECT_EQ(surnames.count, 5);
     EXPECT_EQ(surnames.entries[1].name, QStringLiteral("Smith"));
     EXPECT_EQ(surnames.entries[1].count, 3);
     ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI"})));
-    EXPECT_EQ(session.records.surnameTally.count, 0);
-    EXPECT_EQ(session.records.surnameTally.entries.size(), 1u) << "only the other names' slot";
+    EXPECT_EQ(session.nameTallies.surnames.count, 0);
+    EXPECT_EQ(session.nameTallies.surnames.entries.size(), 1u) << "only the other names' slot";
 }
 
 TEST(NameParts, SurnameRunsToTheSecondSlashAndGivenNameToTheFirstBlank)

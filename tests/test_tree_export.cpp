@@ -53,7 +53,7 @@ protected:
         ensureOffscreenGui();
         Settings settings;
         settings.FontSize = 4;
-        TreeModel model(session.records, settings, session.tree,
+        TreeModel model(session.records, session.descendantCache, settings, session.tree,
                         [] { return QDate(2026, 11, 21); });
         const FontMeasure measure(4);
         model.clearArrays(1, 1);

@@ -60,7 +60,7 @@ protected:
     QString gedcomPath;
     QString viewPath;
     tav::test::StubMeasure measure;
-    TreeModel model{session.records, session.settings, session.tree,
+    TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
                     [this] { return session.today(); }};
 };
 

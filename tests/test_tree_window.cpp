@@ -496,7 +496,7 @@ TEST_F(TreeWindowLogicTest, TheTriangleCountsDistinctPeopleAndStopsAtAHundredGen
     // along two lines, counted once in that generation.
     ASSERT_TRUE(load(familyFile({"Gus:M", "Al:M", "Bo:M", "Ann:F", "Bob:M", "Cy"},
                                 {{1, 0, {2, 3}}, {2, 0, {4}}, {3, 0, {5}}, {5, 4, {6}}})));
-    DescendantTriangle triangle = descendantTriangle(session.records, 1);
+    DescendantTriangle triangle = descendantTriangle(session.records, session.descendantCache, 1);
     EXPECT_EQ(triangle.perGeneration, (std::vector<int32_t>{2, 2, 1}));
     EXPECT_TRUE(triangle.counted);
     EXPECT_EQ(triangle.descendants, 6) << "counted once per line";
@@ -509,7 +509,7 @@ TEST_F(TreeWindowLogicTest, TheTriangleCountsDistinctPeopleAndStopsAtAHundredGen
     for (int g = 1; g <= 120; ++g)
         line.push_back({g, 0, {g + 1}});
     ASSERT_TRUE(load(familyFile(people, line)));
-    triangle = descendantTriangle(session.records, 1);
+    triangle = descendantTriangle(session.records, session.descendantCache, 1);
     EXPECT_FALSE(triangle.counted);
     EXPECT_EQ(triangle.perGeneration, std::vector<int32_t>(100, 1));
     EXPECT_TRUE(triangle.deeperThanShown);

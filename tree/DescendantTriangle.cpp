@@ -14,14 +14,15 @@ int32_t DescendantTriangle::widest() const
                                  : *std::max_element(perGeneration.begin(), perGeneration.end());
 }
 
-DescendantTriangle descendantTriangle(RecordStore& records, int32_t individual)
+DescendantTriangle descendantTriangle(const RecordStore& records, DescendantCache& descendants,
+                                      int32_t individual)
 {
     DescendantTriangle triangle;
     triangle.individual = individual;
     try {
-        triangle.descendants = countDescendants(records, individual);
-        triangle.spouses = countDescendantSpouses(records, individual);
-        triangle.generations = countGenerations(records, individual);
+        triangle.descendants = countDescendants(records, descendants, individual);
+        triangle.spouses = countDescendantSpouses(records, descendants, individual);
+        triangle.generations = countGenerations(records, descendants, individual);
         triangle.counted = true;
     } catch (const RuntimeFault&) {
         // A line deeper than the counting goes: the bands still show it.

@@ -6,6 +6,7 @@
 
 namespace tav {
 
+class DescendantCache;
 class RecordStore;
 
 // How large a person's descendancy is, generation by generation: the three
@@ -31,6 +32,7 @@ struct DescendantTriangle {
 
 // Goes down generation by generation without recursion, so that any file
 // and any pedigree (even one where a person is their own ancestor) ends.
-DescendantTriangle descendantTriangle(RecordStore& records, int32_t individual);
+DescendantTriangle descendantTriangle(const RecordStore& records, DescendantCache& descendants,
+                                      int32_t individual);
 
 }  // namespace tav

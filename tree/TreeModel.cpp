@@ -43,9 +43,10 @@ int32_t spouseNumberOf(const RecordStore& records, int32_t individual, int32_t f
     return 1;
 }
 
-TreeModel::TreeModel(RecordStore& records, const Settings& settings, TreeFlags& flags,
-                     std::function<QDate()> today)
-    : records_(records), settings_(settings), flags_(flags), today_(std::move(today))
+TreeModel::TreeModel(const RecordStore& records, DescendantCache& descendants,
+                     const Settings& settings, TreeFlags& flags, std::function<QDate()> today)
+    : records_(records), descendants_(descendants), settings_(settings), flags_(flags),
+      today_(std::move(today))
 {}
 
 bool TreeModel::prevViewSaved() const { return flags_.prevViewSaved; }
@@ -213,7 +214,7 @@ void TreeModel::walkMostDescendants(int32_t person, int32_t famOfPerson, int32_t
 {
     keepTablesOnFault(*this, [&] {
         if (bestSpouse && spouseNo == 0)
-            spouseNo = largestFamilySlot(records_, this->person(person).indIdx);
+            spouseNo = largestFamilySlot(records_, descendants_, this->person(person).indIdx);
         int32_t next = beginWalk(person, famOfPerson, spouseNo);
         if (next == 0)
             return;
@@ -228,8 +229,8 @@ void TreeModel::walkMostDescendants(int32_t person, int32_t famOfPerson, int32_t
             int32_t winner = 1;
             int32_t most = -1;
             for (int32_t k = 1; k <= entered.nChildren; ++k) {
-                const int32_t count =
-                    countDescendants(records_, this->person(entered.indSt + k).indIdx);
+                const int32_t count = countDescendants(records_, descendants_,
+                                                       this->person(entered.indSt + k).indIdx);
                 if (count > most) {
                     most = count;
                     winner = k;
@@ -238,7 +239,7 @@ void TreeModel::walkMostDescendants(int32_t person, int32_t famOfPerson, int32_t
             entered.childShown = winner;
             head = entered.indSt + winner;
             if (bestSpouse)
-                spouseNo = largestFamilySlot(records_, this->person(head).indIdx);
+                spouseNo = largestFamilySlot(records_, descendants_, this->person(head).indIdx);
             next = spouseFamilyOfSlot(head, bestSpouse ? spouseNo : 1);
             ++walkFam;
             // The line ends with the chosen child, without a spouse, when

@@ -8,6 +8,7 @@
 
 namespace tav {
 
+class DescendantCache;
 class RecordStore;
 class TextMeasure;
 struct Settings;
@@ -27,13 +28,14 @@ int32_t spouseNumberOf(const RecordStore& records, int32_t individual, int32_t f
 
 class TreeModel : public TreeTables {
 public:
-    // `flags.prevViewSaved` is the application's one flag for "a saved view
-    // exists"; the settings give the labels' style; `today` dates the years
-    // of the labels.
-    TreeModel(RecordStore& records, const Settings& settings, TreeFlags& flags,
-              std::function<QDate()> today);
+    // The walks count descendants into `descendants`; `flags.prevViewSaved`
+    // is the application's one flag for "a saved view exists"; the settings
+    // give the labels' style; `today` dates the years of the labels.
+    TreeModel(const RecordStore& records, DescendantCache& descendants, const Settings& settings,
+              TreeFlags& flags, std::function<QDate()> today);
 
-    RecordStore& records() const { return records_; }
+    const RecordStore& records() const { return records_; }
+    DescendantCache& descendants() const { return descendants_; }
     const Settings& settings() const { return settings_; }
     bool prevViewSaved() const;
 
@@ -95,7 +97,8 @@ private:
     // Spouse family k of the individual in a person slot; 0 when absent.
     int32_t spouseFamilyOfSlot(int32_t slot, int k) const;
 
-    RecordStore& records_;
+    const RecordStore& records_;
+    DescendantCache& descendants_;
     const Settings& settings_;
     TreeFlags& flags_;
     std::function<QDate()> today_;

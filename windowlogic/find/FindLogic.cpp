@@ -71,7 +71,7 @@ bool FindLogic::find()
 bool FindLogic::runQuery(Query query, int32_t n)
 {
     return session_.guarded([&] {
-        if (!tav::runQuery(session_.records, session_.findResults,
+        if (!tav::runQuery(session_.records, session_.descendantCache, session_.findResults,
                            {session_.curInd, session_.curFam}, session_.today(), query, n))
             limitReached_ = true;
     });

@@ -214,7 +214,9 @@ void MainWindowLogic::treeChosen(int index)
         }
         // Every individual is scored; a line too deep to count stops it.
         int32_t top = 0;
-        if (!session_.guarded([&] { top = individualWithMostDescendants(session_.records); }))
+        if (!session_.guarded([&] {
+                top = individualWithMostDescendants(session_.records, session_.descendantCache);
+            }))
             return;
         session_.curInd = top;
     }

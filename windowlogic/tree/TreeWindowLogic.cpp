@@ -82,7 +82,7 @@ int resolvedSpouseFamilies(const RecordStore& records, int32_t individual)
 TreeWindowLogic::TreeWindowLogic(Session& session, TreeMeasureMaker makeMeasure)
     : session_(session), makeMeasure_(std::move(makeMeasure)),
       measure_(makeMeasure_(session.settings.FontSize)),
-      model_(session.records, session.settings, session.tree,
+      model_(session.records, session.descendantCache, session.settings, session.tree,
              [&session] { return session.today(); }),
       madeWith_(labelSettings())
 {
@@ -207,7 +207,7 @@ QString TreeWindowLogic::toolTip(int32_t slot) const
     lines << QStringLiteral("Individual %1").arg(individual);
     try {
         lines << QStringLiteral("Descendants: %1")
-                     .arg(countDescendants(session_.records, individual));
+                     .arg(countDescendants(session_.records, session_.descendantCache, individual));
     } catch (const RuntimeFault&) {
         lines << QStringLiteral("Descendants: a line deeper than 100 generations");
     }
@@ -285,13 +285,13 @@ bool TreeWindowLogic::enabled(TreeCommand command) const
 {
     const int32_t slot = model_.selInd;
     const int32_t individual = individualAt(slot);
-    RecordStore& records = session_.records;
+    const RecordStore& records = session_.records;
     switch (command) {
     case TreeCommand::ShowDescendantsMost:
         if (individual == 0 || !isDescendantSlot(slot))
             return false;
         try {
-            return largestFamilySlot(records, individual) != 0;
+            return largestFamilySlot(records, session_.descendantCache, individual) != 0;
         } catch (const RuntimeFault&) {
             return true;  // the walk will say why it cannot go on
         }
@@ -450,13 +450,14 @@ void TreeWindowLogic::countDescendantsOfSelected()
 {
     const int32_t individual = individualAt(model_.selInd);
     session_.guarded([&] {
-        RecordStore& records = session_.records;
+        const RecordStore& records = session_.records;
+        DescendantCache& cache = session_.descendantCache;
         const QString text =
-            QStringLiteral("Descendants: %1").arg(countDescendants(records, individual)) +
+            QStringLiteral("Descendants: %1").arg(countDescendants(records, cache, individual)) +
             session_.lineSeparator +
-            QStringLiteral("Spouses: %1").arg(countDescendantSpouses(records, individual)) +
+            QStringLiteral("Spouses: %1").arg(countDescendantSpouses(records, cache, individual)) +
             session_.lineSeparator +
-            QStringLiteral("Generations: %1").arg(countGenerations(records, individual));
+            QStringLiteral("Generations: %1").arg(countGenerations(records, cache, individual));
         session_.messages().message(text, treeCommandText(TreeCommand::CountDescendants));
     });
 }
@@ -484,7 +485,8 @@ void TreeWindowLogic::toggleTriangle()
         triangleShown_ = false;
         return;
     }
-    triangle_ = descendantTriangle(session_.records, individualAt(model_.selInd));
+    triangle_ =
+        descendantTriangle(session_.records, session_.descendantCache, individualAt(model_.selInd));
     triangleShown_ = true;
 }
 

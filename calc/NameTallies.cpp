@@ -1,4 +1,4 @@
-#include "reports/NameTallies.h"
+#include "calc/NameTallies.h"
 
 #include "core/RecordStore.h"
 
@@ -59,14 +59,26 @@ private:
 
 }  // namespace
 
-void tallyNames(RecordStore& records)
+void NameTally::clear()
 {
-    for (NameTally* tally :
-         {&records.surnameTally, &records.maleGivenNameTally, &records.femaleGivenNameTally})
-        tally->clear();
-    Tallier surnames(records.surnameTally);
-    Tallier men(records.maleGivenNameTally);
-    Tallier women(records.femaleGivenNameTally);
+    entries.assign(1, TalliedName{});
+    count = 0;
+    distinct = 0;
+}
+
+void NameTallies::clear()
+{
+    surnames.clear();
+    maleGivenNames.clear();
+    femaleGivenNames.clear();
+}
+
+void tallyNames(const RecordStore& records, NameTallies& tallies)
+{
+    tallies.clear();
+    Tallier surnames(tallies.surnames);
+    Tallier men(tallies.maleGivenNames);
+    Tallier women(tallies.femaleGivenNames);
     for (int32_t slot = 1; slot <= records.individualCount(); ++slot) {
         const Individual& person = records.individual(slot);
         surnames.add(surnamePart(person.name));
