@@ -13,30 +13,28 @@ namespace tav {
 
 namespace {
 
-// Reads the whole file into memory. The file is read, never mapped: another
-// program may shorten or rewrite it meanwhile, and a mapped file that
-// shrinks kills the reader (SIGBUS). At most the length the file had when
-// it was opened is read, so a file that grows meanwhile cannot keep the
-// read going; one that shrinks gives what it still held.
-bool readFileBytes(const QString& path, QByteArray& bytes, QString& reason)
+// Reads the whole file into memory; a failure gives the reason alone. The
+// file is read, never mapped: another program may shorten or rewrite it
+// meanwhile, and a mapped file that shrinks kills the reader (SIGBUS). At
+// most the length the file had when it was opened is read, so a file that
+// grows meanwhile cannot keep the read going; one that shrinks gives what
+// it still held.
+Result<QByteArray> readFileBytes(const QString& path)
 {
-    if (QFileInfo(path).isDir()) {
-        reason = QStringLiteral("Is a directory");
-        return false;
-    }
+    if (QFileInfo(path).isDir())
+        return Outcome::failed(QStringLiteral("Is a directory"));
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        reason = file.errorString();
-        return false;
-    }
-    const auto tooLarge = [&reason](qint64 size) {
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return Outcome::failed(file.errorString());
+    const auto tooLarge = [](qint64 size) {
         // The size rounded up and the limit down, so the two always differ.
         constexpr qint64 megabyte = 1024 * 1024;
-        reason = QStringLiteral("the file is too large to read (%1 MB; at most %2 MB)")
-                     .arg((size + megabyte - 1) / megabyte)
-                     .arg(largestGedcomFile / megabyte);
-        return false;
+        return Outcome::failed(
+            QStringLiteral("the file is too large to read (%1 MB; at most %2 MB)")
+                .arg((size + megabyte - 1) / megabyte)
+                .arg(largestGedcomFile / megabyte));
     };
+    QByteArray bytes;
     try {
         if (file.isSequential()) {
             // A pipe or device tells no length: read it in pieces up to the limit.
@@ -63,15 +61,11 @@ bool readFileBytes(const QString& path, QByteArray& bytes, QString& reason)
             bytes.truncate(qsizetype(done));
         }
     } catch (const std::bad_alloc&) {
-        bytes.clear();
-        reason = QStringLiteral("there is not enough memory to read it");
-        return false;
+        return Outcome::failed(QStringLiteral("there is not enough memory to read it"));
     }
-    if (file.error() != QFileDevice::NoError) {
-        reason = file.errorString();
-        return false;
-    }
-    return true;
+    if (file.error() != QFileDevice::NoError)
+        return Outcome::failed(file.errorString());
+    return bytes;
 }
 
 }  // namespace
@@ -84,18 +78,13 @@ QString loadedCaption(const RecordStore& records)
         .arg(records.familyCount());
 }
 
-bool loadGedcom(Session& session, const QString& path, QString* failure,
-                const LoadProgress& progress)
+Outcome loadGedcom(Session& session, const QString& path, const LoadProgress& progress)
 {
-    QByteArray bytes;
-    QString reason;
-    if (!readFileBytes(path, bytes, reason)) {
-        if (failure)
-            *failure = QStringLiteral("Cannot open %1: %2").arg(path, reason);
-        return false;
-    }
-    loadGedcomBytes(session, path, bytes, progress);
-    return true;
+    Result<QByteArray> bytes = readFileBytes(path);
+    if (!bytes)
+        return Outcome::failed(QStringLiteral("Cannot open %1: %2").arg(path, bytes.message()));
+    loadGedcomBytes(session, path, bytes.value(), progress);
+    return {};
 }
 
 void loadGedcomBytes(Session& session, const QString& path, QByteArray& bytes,

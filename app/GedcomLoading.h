@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Outcome.h"
+
 #include <QString>
 #include <functional>
 
@@ -23,10 +25,9 @@ constexpr qint64 largestGedcomFile = 0x7FFFFFFF - 200;
 // Reads the GEDCOM file `path` into the session: the store is rebuilt and
 // the current individual becomes 1. Load messages go to the session's
 // message boxes. When the file cannot be read (missing, a folder, larger
-// than largestGedcomFile, more than memory holds) nothing changes, and the
-// result is false with `failure` set to "Cannot open FILE: reason".
-bool loadGedcom(Session& session, const QString& path, QString* failure = nullptr,
-                const LoadProgress& progress = {});
+// than largestGedcomFile, more than memory holds) nothing changes, and it
+// fails with "Cannot open FILE: reason".
+Outcome loadGedcom(Session& session, const QString& path, const LoadProgress& progress = {});
 
 // The load itself, from the bytes of a file named `path` (which may be
 // changed in place: a UTF-16 file is converted).

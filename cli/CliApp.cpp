@@ -115,13 +115,19 @@ int help(const CliOutput& output)
     return 0;
 }
 
-int usage(const CliOutput& output, const QString& problem)
+// The usage alone on standard error, for a run without a command.
+int usage(const CliOutput& output)
 {
-    if (!problem.isEmpty())
-        output.err(QStringLiteral("tav-cli: ") + problem);
     for (const QString& line : usageLines())
         output.err(line);
-    return 2;
+    return refusedStatus;
+}
+
+int usage(const CliOutput& output, const QString& problem)
+{
+    for (const QString& line : usageProblem(problem).split(QLatin1Char('\n')))
+        output.err(line);
+    return refusedStatus;
 }
 
 // The surname options may stand anywhere; everything else is positional.
@@ -131,16 +137,19 @@ struct Arguments {
     std::optional<int32_t> surnamePosn;
 };
 
-Arguments parseArguments(const QStringList& arguments)
+Result<Arguments> parseArguments(const QStringList& arguments)
 {
     Arguments parsed;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString& arg = arguments[i];
         if (arg == QLatin1String("--surname-style") || arg == QLatin1String("--surname-posn")) {
             if (i + 1 >= arguments.size())
-                throw UsageError{arg + QStringLiteral(" needs a number")};
+                return Outcome::failed(usageProblem(arg + QStringLiteral(" needs a number")));
+            const Result<int32_t> number = CliRun::integerArgument(arguments[++i]);
+            if (!number)
+                return Outcome::failed(number.message());
             (arg.endsWith(QLatin1String("style")) ? parsed.surnameStyle : parsed.surnamePosn) =
-                CliRun::integerArgument(arguments[++i]);
+                *number;
         } else {
             parsed.positional << arg;
         }
@@ -150,15 +159,15 @@ Arguments parseArguments(const QStringList& arguments)
 
 int runHelp(const QString& key, const CliOutput& output, const QString& programFolder)
 {
-    QString text, problem;
-    if (!readHelpFile(programFolder, text, problem)) {
-        output.err(problem);
+    const Result<QString> help = readHelpFile(programFolder);
+    if (!help) {
+        output.err(help.message());
         return 1;
     }
     StderrMessages messages(output.err);
     Session session(messages);
     CliRun run{output, session, {}};
-    return run.run([&] { run.printReport(helpTopic(text, key)); });
+    return run.run([&] { run.printReport(helpTopic(*help, key)); });
 }
 
 // Loads the settings (read, never written) and FILE, then runs the command.
@@ -180,9 +189,8 @@ int runCommand(const Command& command, const Arguments& arguments, const CliCont
         session.settings.SurnameStyle = *arguments.surnameStyle;
     if (arguments.surnamePosn)
         session.settings.SurnamePosn = *arguments.surnamePosn;
-    QString failure;
-    if (!loadGedcom(session, arguments.positional[1], &failure)) {
-        output.err(failure);
+    if (const Outcome loaded = loadGedcom(session, arguments.positional[1]); !loaded) {
+        output.err(loaded.message());
         return 1;
     }
     if (command.measuresText)
@@ -196,38 +204,43 @@ int runCommand(const Command& command, const Arguments& arguments, const CliCont
 int runCli(const QStringList& argumentList, const CliContext& context)
 {
     const CliOutput& output = context.output;
-    try {
-        const Arguments arguments = parseArguments(argumentList);
-        const QStringList& positional = arguments.positional;
-        const QString first = positional.value(0);
-        if (first == QLatin1String("--help") || first == QLatin1String("-h"))
-            return help(output);
-        if (first == QLatin1String("--version")) {
-            output.out(QStringLiteral("tav-cli " TAV_VERSION));
-            return 0;
-        }
-        if (first == QLatin1String(helpCommand.name)) {
-            if (positional.size() != 2)
-                return usage(output, QStringLiteral("help takes one KEY"));
-            return runHelp(positional[1], output, context.programFolder);
-        }
-        if (positional.size() < 2)
-            return usage(output,
-                         positional.isEmpty() ? QString() : QStringLiteral("FILE is missing"));
-        const Command* command = findCommand(positional[0]);
-        if (!command)
-            return usage(output, QStringLiteral("unknown command \"%1\"").arg(positional[0]));
-        const qsizetype args = positional.size() - 2;
-        if (args < command->minArgs || args > command->maxArgs)
-            return usage(output,
-                         QStringLiteral("wrong number of arguments for \"%1\"").arg(positional[0]));
-        return runCommand(*command, arguments, context);
-    } catch (const UsageError& error) {
-        return usage(output, error.problem);
-    } catch (const NoSuchRecord& refused) {
-        output.err(refused.message);
-        return 2;
+    const Result<Arguments> arguments = parseArguments(argumentList);
+    if (!arguments) {
+        for (const QString& line : arguments.message().split(QLatin1Char('\n')))
+            output.err(line);
+        return refusedStatus;
     }
+    const QStringList& positional = arguments->positional;
+    const QString first = positional.value(0);
+    if (first == QLatin1String("--help") || first == QLatin1String("-h"))
+        return help(output);
+    if (first == QLatin1String("--version")) {
+        output.out(QStringLiteral("tav-cli " TAV_VERSION));
+        return 0;
+    }
+    if (first == QLatin1String(helpCommand.name)) {
+        if (positional.size() != 2)
+            return usage(output, QStringLiteral("help takes one KEY"));
+        return runHelp(positional[1], output, context.programFolder);
+    }
+    if (positional.isEmpty())
+        return usage(output);
+    if (positional.size() < 2)
+        return usage(output, QStringLiteral("FILE is missing"));
+    const Command* command = findCommand(positional[0]);
+    if (!command)
+        return usage(output, QStringLiteral("unknown command \"%1\"").arg(positional[0]));
+    const qsizetype args = positional.size() - 2;
+    if (args < command->minArgs || args > command->maxArgs)
+        return usage(output,
+                     QStringLiteral("wrong number of arguments for \"%1\"").arg(positional[0]));
+    return runCommand(*command, *arguments, context);
+}
+
+QString usageProblem(const QString& problem)
+{
+    return (QStringList{QStringLiteral("tav-cli: ") + problem} + usageLines())
+        .join(QLatin1Char('\n'));
 }
 
 }  // namespace tav

@@ -5,8 +5,8 @@ namespace tav {
 struct CliRun;
 
 // The commands, by group. Each prints what its window would show and
-// returns the exit status (0 done, 3 after a fault); a bad argument is a
-// UsageError.
+// returns the exit status (0 done, 2 when it refuses its arguments, 3 after
+// a fault).
 
 // Records and the file (RecordCommands.cpp).
 int infoCommand(CliRun& run);

@@ -13,21 +13,29 @@ void CliRun::printReport(const QString& text) const
         print(line);
 }
 
-int32_t CliRun::integerArgument(const QString& text)
+Result<int32_t> CliRun::integerArgument(const QString& text)
 {
     bool ok = false;
     const int value = text.toInt(&ok);
     if (!ok)
-        throw UsageError{QStringLiteral("\"%1\" is not a whole number").arg(text)};
+        return Outcome::failed(
+            usageProblem(QStringLiteral("\"%1\" is not a whole number").arg(text)));
     return value;
 }
 
-int32_t CliRun::slotArg(qsizetype i, ViewKind kind) const
+Result<int32_t> CliRun::slotArg(qsizetype i, ViewKind kind) const
 {
-    const int32_t slot = intArg(i);
-    if (!namesRecord(session.records, kind, slot))
-        throw NoSuchRecord{noSuchRecordText(kind, args.value(i))};
+    const Result<int32_t> slot = intArg(i);
+    if (slot && !namesRecord(session.records, kind, *slot))
+        return Outcome::failed(noSuchRecordText(kind, args.value(i)));
     return slot;
+}
+
+int CliRun::refuse(const QString& message) const
+{
+    for (const QString& line : message.split(QLatin1Char('\n')))
+        output.err(line);
+    return refusedStatus;
 }
 
 int CliRun::run(const std::function<void()>& routine) const

@@ -2,6 +2,7 @@
 
 #include "app/ViewKinds.h"
 #include "cli/CliApp.h"
+#include "core/Outcome.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,16 +13,12 @@ namespace tav {
 class BrowserLogic;
 class Session;
 
-// Raised for a command argument that is not what the command takes.
-struct UsageError {
-    QString problem;
-};
+// The exit status of a run that refused its arguments.
+constexpr int refusedStatus = 2;
 
-// Raised for a record number that names no record of the file: the message
-// goes to standard error and the exit status is 2.
-struct NoSuchRecord {
-    QString message;
-};
+// What standard error says about an argument the command does not take:
+// "tav-cli: PROBLEM", then the usage.
+QString usageProblem(const QString& problem);
 
 // One command's run: the loaded session, the command's arguments after FILE,
 // and where it prints.
@@ -33,12 +30,14 @@ struct CliRun {
     void print(const QString& line) const { output.out(line); }
     // A report text, its CR LF line breaks printed as newlines.
     void printReport(const QString& text) const;
-    // The whole-number argument at `i`; a UsageError when it is not one.
-    int32_t intArg(qsizetype i) const { return integerArgument(args.value(i)); }
-    // The argument at `i` as a slot of a record kind: a whole number from 1 to
-    // the count of that kind, else NoSuchRecord.
-    int32_t slotArg(qsizetype i, ViewKind kind) const;
-    static int32_t integerArgument(const QString& text);
+    // The whole-number argument at `i`; a usage problem when it is not one.
+    Result<int32_t> intArg(qsizetype i) const { return integerArgument(args.value(i)); }
+    // The argument at `i` as a slot of a record kind: a whole number from 1
+    // to the count of that kind, else "There is no individual N in this file."
+    Result<int32_t> slotArg(qsizetype i, ViewKind kind) const;
+    static Result<int32_t> integerArgument(const QString& text);
+    // Refuses the arguments: the message on standard error, status 2.
+    int refuse(const QString& message) const;
     // Runs a routine of the viewer; a fault it raises is reported as the
     // viewer would and gives the exit status 3.
     int run(const std::function<void()>& routine) const;

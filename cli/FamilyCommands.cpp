@@ -8,11 +8,16 @@ namespace tav {
 
 int relateCommand(CliRun& run)
 {
-    const int32_t a = run.slotArg(0, ViewKind::Individual);
-    const int32_t b = run.slotArg(1, ViewKind::Individual);
+    const Result<int32_t> a = run.slotArg(0, ViewKind::Individual);
+    if (!a)
+        return run.refuse(a.message());
+    const Result<int32_t> b = run.slotArg(1, ViewKind::Individual);
+    if (!b)
+        return run.refuse(b.message());
     QString text;
-    if (const int status = run.run(
-            [&] { text = relationshipText(run.session.records, a, b, run.session.lineSeparator); }))
+    if (const int status = run.run([&] {
+            text = relationshipText(run.session.records, *a, *b, run.session.lineSeparator);
+        }))
         return status;
     run.printReport(text);
     return 0;
@@ -20,7 +25,10 @@ int relateCommand(CliRun& run)
 
 int descendantsCommand(CliRun& run)
 {
-    const int32_t slot = run.slotArg(0, ViewKind::Individual);
+    const Result<int32_t> found = run.slotArg(0, ViewKind::Individual);
+    if (!found)
+        return run.refuse(found.message());
+    const int32_t slot = *found;
     const RecordStore& records = run.session.records;
     DescendantCache& cache = run.session.descendantCache;
     return run.run([&] {

@@ -11,14 +11,16 @@ namespace tav {
 // GEDCOM file that cannot be opened is: exit status 1.
 int htmlCommand(CliRun& run)
 {
-    const int32_t slot = run.slotArg(0, ViewKind::Individual);
+    const Result<int32_t> slot = run.slotArg(0, ViewKind::Individual);
+    if (!slot)
+        return run.refuse(slot.message());
     const QString path = run.args.size() > 1 ? run.args[1] : htmlReportPath();
-    const WrittenFile written = writeHtmlDescendantsReport(run.session, slot, path);
-    if (!written.ok()) {
-        run.output.err(written.failure);
+    const Result<QString> written = writeHtmlDescendantsReport(run.session, *slot, path);
+    if (!written) {
+        run.output.err(written.message());
         return 1;
     }
-    run.print(QDir::toNativeSeparators(written.path));
+    run.print(QDir::toNativeSeparators(*written));
     return 0;
 }
 

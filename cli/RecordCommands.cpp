@@ -23,11 +23,15 @@ int showCommand(CliRun& run)
     const ViewKind kind = viewKindFromCode(run.args.value(0));
     if (isRecordKind(kind)) {
         if (run.args.size() != 2)
-            throw UsageError{QStringLiteral("%1 needs a SLOT").arg(run.args.value(0))};
-        run.session.currentSlot(kind) = run.slotArg(1, kind);
+            return run.refuse(
+                usageProblem(QStringLiteral("%1 needs a SLOT").arg(run.args.value(0))));
+        const Result<int32_t> slot = run.slotArg(1, kind);
+        if (!slot)
+            return run.refuse(slot.message());
+        run.session.currentSlot(kind) = *slot;
     } else if (!isListKind(kind) || run.args.size() != 1) {
-        throw UsageError{
-            QStringLiteral("\"%1\" is not a kind to show").arg(run.args.join(QLatin1Char(' ')))};
+        return run.refuse(usageProblem(
+            QStringLiteral("\"%1\" is not a kind to show").arg(run.args.join(QLatin1Char(' ')))));
     }
     BrowserLogic browser(run.session);
     run.session.browser.viewKind = kind;

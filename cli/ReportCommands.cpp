@@ -10,9 +10,9 @@ int reportCommand(CliRun& run)
     const QString kindText = run.args.value(0);
     const std::optional<ReportKind> kind = reportKindFromText(kindText);
     if (!kind)
-        throw UsageError{QStringLiteral("\"%1\" is not a report: Basic, GivenNames, ChildNaming or "
-                                        "GedcomIntegrity")
-                             .arg(kindText)};
+        return run.refuse(usageProblem(QStringLiteral("\"%1\" is not a report: Basic, GivenNames, "
+                                                      "ChildNaming or GedcomIntegrity")
+                                           .arg(kindText)));
     QString text;
     if (const int status = run.run([&] { text = reportText(run.session, *kind); }))
         return status;

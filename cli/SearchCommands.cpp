@@ -55,11 +55,12 @@ int findCommand(CliRun& run)
             const QString letters = run.args[++i].toUpper();
             if (letters.isEmpty() ||
                 letters.contains(QRegularExpression(QStringLiteral("[^IFSN]"))))
-                throw UsageError{QStringLiteral("--kinds takes letters of IFSN")};
+                return run.refuse(usageProblem(QStringLiteral("--kinds takes letters of IFSN")));
             find.kinds = {letters.contains(u'I'), letters.contains(u'F'), letters.contains(u'S'),
                           letters.contains(u'N')};
         } else {
-            throw UsageError{QStringLiteral("unknown find option \"%1\"").arg(run.args[i])};
+            return run.refuse(
+                usageProblem(QStringLiteral("unknown find option \"%1\"").arg(run.args[i])));
         }
     }
     const BrowserWatch watch(run.session);
@@ -69,14 +70,17 @@ int findCommand(CliRun& run)
 
 int queryCommand(CliRun& run)
 {
-    const int32_t index = run.intArg(0);
-    if (!isQueryIndex(index))
-        throw UsageError{QStringLiteral("INDEX is 0 to 14")};
-    const Query query = queryAt(index);
+    const Result<int32_t> index = run.intArg(0);
+    if (!index)
+        return run.refuse(index.message());
+    if (!isQueryIndex(*index))
+        return run.refuse(usageProblem(QStringLiteral("INDEX is 0 to 14")));
+    const Query query = queryAt(*index);
     const bool takesNumber = queryTakesNumber(query);
     if (run.args.size() != (takesNumber ? 2 : 1))
-        throw UsageError{takesNumber ? QStringLiteral("query %1 needs N").arg(index)
-                                     : QStringLiteral("query %1 takes no N").arg(index)};
+        return run.refuse(usageProblem(takesNumber
+                                           ? QStringLiteral("query %1 needs N").arg(*index)
+                                           : QStringLiteral("query %1 takes no N").arg(*index)));
     FindLogic find(run.session);
     const BrowserWatch watch(run.session);
     bool done = find.queryChosen(query);

@@ -25,15 +25,18 @@ struct TreeOptions {
 
 // The options from argument `first` on: --walk most|eldest|first and
 // --font-size 1 to 4.
-TreeOptions treeOptions(const CliRun& run, qsizetype first)
+Result<TreeOptions> treeOptions(const CliRun& run, qsizetype first)
 {
+    const auto refused = [](const QString& problem) {
+        return Outcome::failed(usageProblem(problem));
+    };
     TreeOptions options{TreeWalk::Most, run.session.settings.FontSize};
     for (qsizetype i = first; i < run.args.size(); ++i) {
         const QString& option = run.args[i];
         if (option != QLatin1String("--walk") && option != QLatin1String("--font-size"))
-            throw UsageError{QStringLiteral("unknown tree option \"%1\"").arg(option)};
+            return refused(QStringLiteral("unknown tree option \"%1\"").arg(option));
         if (i + 1 >= run.args.size())
-            throw UsageError{option + QStringLiteral(" needs a value")};
+            return refused(option + QStringLiteral(" needs a value"));
         const QString value = run.args[++i];
         if (option == QLatin1String("--walk")) {
             if (value == QLatin1String("most"))
@@ -43,11 +46,14 @@ TreeOptions treeOptions(const CliRun& run, qsizetype first)
             else if (value == QLatin1String("first"))
                 options.walk = TreeWalk::First;
             else
-                throw UsageError{QStringLiteral("--walk takes most, eldest or first")};
+                return refused(QStringLiteral("--walk takes most, eldest or first"));
         } else {
-            options.fontSize = CliRun::integerArgument(value);
-            if (options.fontSize < 1 || options.fontSize > 4)
-                throw UsageError{QStringLiteral("--font-size takes 1 to 4")};
+            const Result<int32_t> size = CliRun::integerArgument(value);
+            if (!size)
+                return Outcome::failed(size.message());
+            if (*size < 1 || *size > 4)
+                return refused(QStringLiteral("--font-size takes 1 to 4"));
+            options.fontSize = *size;
         }
     }
     return options;
@@ -82,10 +88,14 @@ TreeModel newModel(Session& session)
 
 int treeCommand(CliRun& run)
 {
-    const int32_t slot = run.slotArg(0, ViewKind::Individual);
-    const TreeOptions options = treeOptions(run, 1);
+    const Result<int32_t> slot = run.slotArg(0, ViewKind::Individual);
+    if (!slot)
+        return run.refuse(slot.message());
+    const Result<TreeOptions> options = treeOptions(run, 1);
+    if (!options)
+        return run.refuse(options.message());
     TreeModel model = newModel(run.session);
-    if (!buildTree(run, slot, options, model))
+    if (!buildTree(run, *slot, *options, model))
         return 3;
     for (const QString& line : treeViewLines(model))
         run.print(line);
@@ -94,20 +104,24 @@ int treeCommand(CliRun& run)
 
 int exportCommand(CliRun& run)
 {
-    const int32_t slot = run.slotArg(0, ViewKind::Individual);
+    const Result<int32_t> slot = run.slotArg(0, ViewKind::Individual);
+    if (!slot)
+        return run.refuse(slot.message());
     const QString out = run.args.value(1);
     if (!pictureFormatFor(out))
-        throw UsageError{QStringLiteral("OUT must end in .png, .svg or .pdf")};
-    const TreeOptions options = treeOptions(run, 2);
+        return run.refuse(usageProblem(QStringLiteral("OUT must end in .png, .svg or .pdf")));
+    const Result<TreeOptions> options = treeOptions(run, 2);
+    if (!options)
+        return run.refuse(options.message());
     TreeModel model = newModel(run.session);
-    if (!buildTree(run, slot, options, model))
+    if (!buildTree(run, *slot, *options, model))
         return 3;
     // Drawn as the tree window paints it, with the settings' options and no
     // person selected.
-    const QString failure = exportPicture(
+    const Outcome written = exportPicture(
         treePicture(treeDrawing(model, run.session.records, run.session.settings, 0)), out);
-    if (!failure.isEmpty()) {
-        run.output.err(failure);
+    if (!written) {
+        run.output.err(written.message());
         return 1;
     }
     run.print(QDir::toNativeSeparators(QFileInfo(out).absoluteFilePath()));

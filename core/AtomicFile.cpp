@@ -20,9 +20,10 @@ namespace tav {
 
 namespace {
 
-QString failed(const QString& path, const QString& reason)
+Outcome failed(const QString& path, const QString& reason)
 {
-    return QStringLiteral("Cannot save %1: %2.").arg(QDir::toNativeSeparators(path), reason);
+    return Outcome::failed(
+        QStringLiteral("Cannot save %1: %2.").arg(QDir::toNativeSeparators(path), reason));
 }
 
 // The file a write replaces: the target of a symbolic link (a settings
@@ -41,14 +42,14 @@ QString writtenPath(const QString& path)
 
 #ifdef Q_OS_WIN
 
-QString writeFileAtomically(const QString& path, const QByteArray& bytes)
+Outcome writeFileAtomically(const QString& path, const QByteArray& bytes)
 {
     if (QFileInfo(path).isDir())
         return failed(path, QStringLiteral("a folder of that name is in the way"));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         return failed(path, file.errorString());
-    return QString();
+    return {};
 }
 
 #else
@@ -123,7 +124,7 @@ int createTemporary(const QString& target, QByteArray& name)
 
 }  // namespace
 
-QString writeFileAtomically(const QString& path, const QByteArray& bytes)
+Outcome writeFileAtomically(const QString& path, const QByteArray& bytes)
 {
     ignoreFileSizeSignal();
     const QString target = writtenPath(path);
@@ -170,7 +171,7 @@ QString writeFileAtomically(const QString& path, const QByteArray& bytes)
         ::fsync(folder);
         ::close(folder);
     }
-    return QString();
+    return {};
 }
 
 #endif

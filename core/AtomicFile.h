@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Outcome.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -11,8 +13,8 @@ namespace tav {
 // file size limit (ulimit -f), a read-only folder or a folder in the
 // target's place leave the old file as it was, byte for byte.
 //
-// Returns "" when the file was written, else a message for the user that
-// names the file and the reason: "Cannot save FILE: the disk is full."
-QString writeFileAtomically(const QString& path, const QByteArray& bytes);
+// Fails with a message for the user that names the file and the reason:
+// "Cannot save FILE: the disk is full."
+Outcome writeFileAtomically(const QString& path, const QByteArray& bytes);
 
 }  // namespace tav

@@ -125,12 +125,13 @@ QByteArray pictureBytes(const Picture& picture, PictureFormat format)
     return QByteArray();
 }
 
-QString exportPicture(const Picture& picture, const QString& path)
+Outcome exportPicture(const Picture& picture, const QString& path)
 {
     const std::optional<PictureFormat> format = pictureFormatFor(path);
     if (!format)
-        return QStringLiteral("Cannot save %1: the name must end in .png, .svg or .pdf.")
-            .arg(QDir::toNativeSeparators(path));
+        return Outcome::failed(QStringLiteral("Cannot save %1: the name must end in .png, .svg "
+                                              "or .pdf.")
+                                   .arg(QDir::toNativeSeparators(path)));
     return writeFileAtomically(path, pictureBytes(picture, *format));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Outcome.h"
 #include "draw/Picture.h"
 
 #include <QByteArray>
@@ -28,8 +29,8 @@ QSize pngSize(const Picture& picture);
 QByteArray pictureBytes(const Picture& picture, PictureFormat format);
 
 // Writes the picture to `path` in the format its extension names, all at
-// once (the old file stays until the new one is whole). Returns "" when
-// written, else a message naming the file and the reason.
-QString exportPicture(const Picture& picture, const QString& path);
+// once (the old file stays until the new one is whole); a failure names the
+// file and the reason.
+Outcome exportPicture(const Picture& picture, const QString& path);
 
 }  // namespace tav

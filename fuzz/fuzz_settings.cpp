@@ -76,7 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     {
         RegistryStore store(path);
         loadSettings(first, store, QStringLiteral("ALL"));
-        if (!saveSettings(first, store).isEmpty())
+        if (!saveSettings(first, store))
             fail("the settings cannot be saved");
     }
     RegistryStore again(path);
@@ -90,7 +90,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     // The same bytes as an INI file.
     const IniFile ini(path);
     ini.readString(QStringLiteral("General"), QStringLiteral("SurnameStyle"), QStringLiteral("2"));
-    ini.writeString(QStringLiteral("Tree"), QStringLiteral("FontSize"), QStringLiteral("3"));
+    if (!ini.writeString(QStringLiteral("Tree"), QStringLiteral("FontSize"), QStringLiteral("3")))
+        fail("the INI file cannot be written");
     ini.readString(QStringLiteral("Tree"), QStringLiteral("FontSize"), QString());
     return 0;
 }

@@ -377,7 +377,7 @@ QByteArray htmlDescendantsReport(const RecordStore& records, DescendantCache& de
     return PageWriter(records, descendants, style, today, top).page();
 }
 
-WrittenFile writeHtmlDescendantsReport(Session& session, int32_t top, const QString& path)
+Result<QString> writeHtmlDescendantsReport(Session& session, int32_t top, const QString& path)
 {
     return writeWholeFile(path, htmlDescendantsReport(session.records, session.descendantCache,
                                                       session.nameStyle(), session.today(), top));

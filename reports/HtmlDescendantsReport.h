@@ -37,8 +37,8 @@ QByteArray htmlDescendantsReport(const RecordStore& records, DescendantCache& de
                                  NameStyle style, QDate today, int32_t top);
 
 // The page of the session's file, with its settings and date, written
-// atomically to `path`.
-WrittenFile writeHtmlDescendantsReport(Session& session, int32_t top,
-                                       const QString& path = htmlReportPath());
+// atomically to `path`; gives the file's absolute path.
+Result<QString> writeHtmlDescendantsReport(Session& session, int32_t top,
+                                           const QString& path = htmlReportPath());
 
 }  // namespace tav

@@ -7,10 +7,12 @@
 
 namespace tav {
 
-WrittenFile writeWholeFile(const QString& path, const QByteArray& bytes)
+Result<QString> writeWholeFile(const QString& path, const QByteArray& bytes)
 {
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    return WrittenFile{absolute, writeFileAtomically(absolute, bytes)};
+    if (Outcome written = writeFileAtomically(absolute, bytes); !written)
+        return written;
+    return absolute;
 }
 
 }  // namespace tav

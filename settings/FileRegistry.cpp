@@ -28,22 +28,25 @@ class FileRegistry : public RegistryBackend {
 public:
     explicit FileRegistry(const QString& path) : file_(path)
     {
-        const RegFile::LoadResult read = file_.load();
-        if (!read.unreadable.isEmpty())
+        const Result<RegFile::Reading> read = file_.load();
+        if (!read) {
+            // An unreadable file is never replaced.
             problems_ << QStringLiteral("the settings file %1 cannot be read (%2); the defaults "
                                         "are used and it is not written over")
-                             .arg(path, read.unreadable);
-        for (const QString& problem : read.problems)
+                             .arg(path, read.message());
+            unwritable_ = Outcome::failed(
+                QStringLiteral("Cannot save %1: it could not be read when Tav started "
+                               "(%2), so it is left as it is.")
+                    .arg(path, read.message()));
+            return;
+        }
+        for (const QString& problem : read->problems)
             problems_ << QStringLiteral("the settings file %1, %2: the line is skipped")
                              .arg(path, problem);
         // The bytes of a damaged file are kept beside it before it is first
-        // replaced; an unreadable one is never replaced.
-        if (!read.problems.isEmpty())
-            damagedBytes_ = read.bytes;
-        if (!read.unreadable.isEmpty())
-            unwritable_ = QStringLiteral("Cannot save %1: it could not be read when Tav started "
-                                         "(%2), so it is left as it is.")
-                              .arg(path, read.unreadable);
+        // replaced.
+        if (!read->problems.isEmpty())
+            damagedBytes_ = read->bytes;
     }
 
     int32_t openKey(int64_t root, const QString& path) override
@@ -81,7 +84,7 @@ public:
     void beginBatch() override
     {
         if (batchDepth_++ == 0)
-            writeProblem_.clear();
+            written_ = {};
     }
     void endBatch() override
     {
@@ -90,7 +93,7 @@ public:
     }
 
     QStringList loadProblems() const override { return problems_; }
-    QString writeProblem() const override { return writeProblem_; }
+    Outcome writeOutcome() const override { return written_; }
 
 private:
     static constexpr int32_t notFound = 2;
@@ -108,21 +111,20 @@ private:
             return 0;
         }
         dirty_ = false;
-        writeProblem_ = unwritable_;
-        if (writeProblem_.isEmpty())
-            writeProblem_ = keepDamagedCopy();
-        if (writeProblem_.isEmpty())
-            writeProblem_ = file_.save();
-        return writeProblem_.isEmpty() ? 0 : accessDenied;
+        written_ = unwritable_;
+        if (written_)
+            written_ = keepDamagedCopy();
+        if (written_)
+            written_ = file_.save();
+        return written_ ? 0 : accessDenied;
     }
 
     // Writes the damaged file's bytes to "Tav.reg.damaged" (or, when that
-    // holds other bytes already, "Tav.reg.damaged.1" and so on), once; ""
-    // when they are kept, else why not.
-    QString keepDamagedCopy()
+    // holds other bytes already, "Tav.reg.damaged.1" and so on), once.
+    Outcome keepDamagedCopy()
     {
         if (damagedBytes_.isEmpty())
-            return QString();
+            return {};
         for (int n = 0; n < 100; ++n) {
             const QString path =
                 file_.path() + QStringLiteral(".damaged") + (n ? QStringLiteral(".%1").arg(n) : "");
@@ -132,19 +134,19 @@ private:
                     break;
                 continue;
             }
-            if (QString problem = writeFileAtomically(path, damagedBytes_); !problem.isEmpty())
-                return problem;
+            if (Outcome kept = writeFileAtomically(path, damagedBytes_); !kept)
+                return kept;
             break;
         }
         damagedBytes_.clear();
-        return QString();
+        return {};
     }
 
     RegFile file_;
     QStringList problems_;
     QByteArray damagedBytes_;
-    QString unwritable_;  // why the file is never written, when it is not
-    QString writeProblem_;
+    Outcome unwritable_;  // failed when the file is never written, saying why
+    Outcome written_;     // the last write, or the batch's
     int batchDepth_ = 0;
     bool dirty_ = false;
 };

@@ -67,7 +67,7 @@ QString IniFile::readString(const QString& section, const QString& key,
     return fallback.left(std::min<qsizetype>(end, 254));
 }
 
-bool IniFile::writeString(const QString& section, const QString& key, const QString& value) const
+Outcome IniFile::writeString(const QString& section, const QString& key, const QString& value) const
 {
     QStringList lines = readLines(path_);
     const QString entry = key + QLatin1Char('=') + value;
@@ -95,9 +95,8 @@ bool IniFile::writeString(const QString& section, const QString& key, const QStr
     else if (insertAt >= 0)
         lines.insert(insertAt + 1, entry);
 
-    return writeFileAtomically(path_,
-                               (lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n")).toUtf8())
-        .isEmpty();
+    return writeFileAtomically(
+        path_, (lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n")).toUtf8());
 }
 
 }  // namespace tav

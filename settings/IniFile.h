@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Outcome.h"
+
 #include <QString>
 
 namespace tav {
@@ -13,7 +15,7 @@ public:
 
     // The value (at most 254 characters), or `fallback` when the key is absent.
     QString readString(const QString& section, const QString& key, const QString& fallback) const;
-    bool writeString(const QString& section, const QString& key, const QString& value) const;
+    Outcome writeString(const QString& section, const QString& key, const QString& value) const;
 
 private:
     QString path_;

@@ -309,23 +309,21 @@ QStringList RegFile::parse(const QByteArray& bytes)
     return problems;
 }
 
-RegFile::LoadResult RegFile::load()
+Result<RegFile::Reading> RegFile::load()
 {
     keys_.clear();
-    LoadResult result;
+    Reading reading;
     QFile file(path_);
     if (!file.exists())
-        return result;
-    if (!file.open(QIODevice::ReadOnly)) {
-        result.unreadable = file.errorString();
-        return result;
-    }
-    result.bytes = file.readAll();
-    result.problems = parse(result.bytes);
-    return result;
+        return reading;
+    if (!file.open(QIODevice::ReadOnly))
+        return Outcome::failed(file.errorString());
+    reading.bytes = file.readAll();
+    reading.problems = parse(reading.bytes);
+    return reading;
 }
 
-QString RegFile::save() const
+Outcome RegFile::save() const
 {
     QDir().mkpath(QFileInfo(path_).absolutePath());
     return writeFileAtomically(path_, text());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Outcome.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -27,21 +29,20 @@ public:
     const QString& path() const { return path_; }
 
     // What reading the file found: its bytes, and the lines that could not
-    // be read (each "line N: what"), or why it could not be opened at all.
-    struct LoadResult {
+    // be read (each "line N: what").
+    struct Reading {
         QByteArray bytes;
         QStringList problems;
-        QString unreadable;
     };
     // Reads the file, forgiving as an exported registry file needs: UTF-16
     // or UTF-8, any line ends, type words in any case, blanks around "=",
     // deletion lines ignored. A line that cannot be read is skipped and
-    // noted; the others count. A missing file is an empty registry.
-    LoadResult load();
-    // Replaces the file with the current keys and values, atomically: ""
-    // when done, else a message naming the file and why (the file is then
-    // as it was).
-    QString save() const;
+    // noted; the others count. A missing file is an empty registry. A file
+    // that is there but cannot be opened fails with the system's reason.
+    Result<Reading> load();
+    // Replaces the file with the current keys and values, atomically; a
+    // failure names the file and why (the file is then as it was).
+    Outcome save() const;
 
     bool hasKey(const QString& key) const;
     void createKey(const QString& key);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Outcome.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -26,9 +28,9 @@ public:
     // Notes on what could not be read when the registry was opened: each
     // names the file and the line, which was skipped.
     virtual QStringList loadProblems() const { return {}; }
-    // Why the last write since the batch began failed, naming the file and
-    // the reason; "" when every write went through.
-    virtual QString writeProblem() const { return {}; }
+    // Failed when a write since the batch began failed, naming the file and
+    // the reason.
+    virtual Outcome writeOutcome() const { return {}; }
 };
 
 std::unique_ptr<RegistryBackend> makeFileRegistry(const QString& path);

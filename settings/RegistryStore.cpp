@@ -64,7 +64,10 @@ QString RegistryStore::registryFileFor(const QString& configHome, const QString&
 
 QStringList RegistryStore::loadProblems() const { return backend_->loadProblems(); }
 
-QString RegistryStore::writeProblem() const { return backend_->writeProblem(); }
+Outcome RegistryStore::writeOutcome() const
+{
+    return iniWritten_ ? backend_->writeOutcome() : iniWritten_;
+}
 
 int64_t RegistryStore::rootKeyFromName(const QString& name)
 {
@@ -134,7 +137,7 @@ int32_t RegistryStore::regWrite(const QString& root, const QString& keyPath,
     const QString code = typeCode.toUpper();
     if (rootKey == iniFileRoot) {
         if (code == QLatin1String("S"))
-            IniFile(root).writeString(keyPath, valueName, value.toString());
+            iniWritten_ = IniFile(root).writeString(keyPath, valueName, value.toString());
         return 0;
     }
     int32_t status = backend_->createKey(rootKey, keyPath);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Outcome.h"
+
 #include <QString>
 #include <QVariant>
 #include <cstdint>
@@ -41,9 +43,10 @@ public:
     // names the file and the line); empty when it was good or absent. The
     // other lines' values count; the defaults fill the rest.
     QStringList loadProblems() const;
-    // Why the last write failed (or, after a batch, a write of the batch):
-    // a message naming the file and the reason; "" when it went through.
-    QString writeProblem() const;
+    // Failed when the last write failed (or, after a batch, a write of the
+    // batch), naming the file and the reason. A write to an INI file counts
+    // too, though its status is 0 whatever happened, as described.
+    Outcome writeOutcome() const;
 
     // HKEY values for "HKCU", "HKLM", "HKU", "HKDD", "HKCC", "HKCR" (any
     // case), 1 for the path of an existing file, 0 for anything else.
@@ -69,6 +72,7 @@ public:
 
 private:
     std::unique_ptr<RegistryBackend> backend_;
+    Outcome iniWritten_;
 };
 
 }  // namespace tav

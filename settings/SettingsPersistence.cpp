@@ -122,10 +122,10 @@ void writeAllSettings(const Settings& settings, RegistryStore& store)
 
 }  // namespace
 
-QString saveSettings(const Settings& settings, RegistryStore& store)
+Outcome saveSettings(const Settings& settings, RegistryStore& store)
 {
     writeAllSettings(settings, store);
-    return store.writeProblem();
+    return store.writeOutcome();
 }
 
 }  // namespace tav

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Outcome.h"
+
 #include <QString>
 
 namespace tav {
@@ -13,9 +15,9 @@ struct Settings;
 void loadSettings(Settings& settings, RegistryStore& store, const QString& section);
 
 // Writes every setting back, all of them, as one replacement of the store.
-// "" when they were saved, else a message naming the settings file and why
-// it could not be written (the file then keeps what it held).
-QString saveSettings(const Settings& settings, RegistryStore& store);
+// A failure names the settings file and why it could not be written (the
+// file then keeps what it held).
+Outcome saveSettings(const Settings& settings, RegistryStore& store);
 
 // " 1fPrev" ... " 10fPrev": the number as printed, with its leading blank.
 QString recentFileValueName(int i);

@@ -42,7 +42,7 @@ QString SessionTest::writeFile(const QByteArray& bytes, const char* fileName) co
 
 bool SessionTest::load(const QByteArray& bytes, const char* fileName)
 {
-    return loadGedcom(session, writeFile(bytes, fileName));
+    return loadGedcom(session, writeFile(bytes, fileName)).ok();
 }
 
 }  // namespace tav::test

@@ -28,12 +28,12 @@ TEST(AtomicFileTest, WritesAndReplacesFilesKeepingPermissionsAndLinks)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("view.gds"));
-    EXPECT_EQ(writeFileAtomically(path, "first"), QString());
+    EXPECT_EQ(writeFileAtomically(path, "first").message(), QString());
     EXPECT_EQ(readAll(path), QByteArray("first"));
 
     // A private file stays private when it is replaced.
     QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    EXPECT_EQ(writeFileAtomically(path, QByteArray()), QString());
+    EXPECT_EQ(writeFileAtomically(path, QByteArray()).message(), QString());
     EXPECT_EQ(readAll(path), QByteArray());
     const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup |
                                             QFileDevice::ReadOther | QFileDevice::WriteOther;
@@ -43,7 +43,7 @@ TEST(AtomicFileTest, WritesAndReplacesFilesKeepingPermissionsAndLinks)
     // A link (a settings file kept among dotfiles) stays a link to the new bytes.
     const QString link = dir.filePath(QStringLiteral("link.gds"));
     ASSERT_TRUE(QFile::link(path, link));
-    EXPECT_EQ(writeFileAtomically(link, "through the link"), QString());
+    EXPECT_EQ(writeFileAtomically(link, "through the link").message(), QString());
     EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_EQ(readAll(path), QByteArray("through the link"));
 
@@ -56,7 +56,7 @@ TEST(AtomicFileTest, AMissingFolderIsNamedAsTheReason)
 {
     QTemporaryDir dir;
     const QString missing = dir.filePath(QStringLiteral("no/such/folder/tav.htm"));
-    EXPECT_EQ(writeFileAtomically(missing, "x"),
+    EXPECT_EQ(writeFileAtomically(missing, "x").message(),
               QStringLiteral("Cannot save %1: its folder does not exist.").arg(missing));
 }
 
@@ -67,7 +67,7 @@ TEST_P(AtomicFileFaultTest, AFailedWriteKeepsThePreviousFileAndSaysWhy)
     const QByteArray previous = pattern('o', 3000), next = pattern('n', 90000);
     const test::WriteFaultOutcome outcome = test::underWriteFault(
         GetParam(), QStringLiteral("tav.htm"), previous, [&next](const QString& target) {
-            return [target, &next] { return writeFileAtomically(target, next); };
+            return [target, &next] { return writeFileAtomically(target, next).message(); };
         });
     if (!outcome.ran)
         GTEST_SKIP() << outcome.unavailable.toStdString();

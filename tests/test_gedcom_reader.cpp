@@ -181,7 +181,7 @@ TEST_F(ReaderTest, ProgressRunsToFileLengthPlus200OnEvery80thLevel0Line)
     bool finished = false;
     LoadProgress progress{[&](qint64 m) { maximum = m; }, [&](qint64 v) { values.push_back(v); },
                           [&] { finished = true; }};
-    ASSERT_TRUE(loadGedcom(session, path, nullptr, progress));
+    ASSERT_TRUE(loadGedcom(session, path, progress));
     EXPECT_EQ(maximum, text.size() + 200);
     // The bar moves to the read position just after level-0 lines 80 and 160.
     ASSERT_EQ(values.size(), 2u);
@@ -193,12 +193,13 @@ TEST_F(ReaderTest, ProgressRunsToFileLengthPlus200OnEvery80thLevel0Line)
 TEST_F(ReaderTest, AFileThatCannotBeReadLeavesTheSessionAsItWas)
 {
     ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME Kept /Here/"}), "kept.ged"));
-    QString failure;
     const QString missing = dir.filePath(QStringLiteral("missing.ged"));
-    EXPECT_FALSE(loadGedcom(session, missing, &failure));
-    EXPECT_EQ(failure, QStringLiteral("Cannot open %1: No such file or directory").arg(missing));
-    EXPECT_FALSE(loadGedcom(session, dir.path(), &failure));
-    EXPECT_EQ(failure, QStringLiteral("Cannot open %1: Is a directory").arg(dir.path()));
+    const Outcome noFile = loadGedcom(session, missing);
+    EXPECT_FALSE(noFile);
+    EXPECT_EQ(noFile.message(),
+              QStringLiteral("Cannot open %1: No such file or directory").arg(missing));
+    EXPECT_EQ(loadGedcom(session, dir.path()).message(),
+              QStringLiteral("Cannot open %1: Is a directory").arg(dir.path()));
     EXPECT_EQ(ind(1).name, QStringLiteral("Kept /Here/"));
     EXPECT_TRUE(session.records.fileName.endsWith(QStringLiteral("kept.ged")));
 }

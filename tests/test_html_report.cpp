@@ -412,9 +412,9 @@ TEST_F(HtmlReportTest, WrittenAtomicallyOrWithAReason)
     const QString path = htmlReportPath(dir.path());
     EXPECT_EQ(QFileInfo(path).fileName(), "tav.htm");
     writeFile("an older, longer report that the new one replaces whole", "tav.htm");
-    const WrittenFile written = writeHtmlDescendantsReport(session, 3, path);
-    EXPECT_TRUE(written.ok()) << written.failure.toStdString();
-    EXPECT_EQ(written.path, path);
+    const Result<QString> written = writeHtmlDescendantsReport(session, 3, path);
+    ASSERT_TRUE(written) << written.message().toStdString();
+    EXPECT_EQ(*written, path);
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), page(3, session.nameStyle()));

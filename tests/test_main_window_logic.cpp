@@ -111,7 +111,7 @@ TEST_F(MainWindowLogicTest, AutoLoadAndRecentFilesOpenAndMissingOnesAreReported)
     session.settings.recentFiles[1] = b;
     session.settings.recentFiles[2] = dir.filePath(QStringLiteral("gone.ged"));
     session.settings.recentCount = 2;
-    saveSettings(session.settings, store);
+    ASSERT_TRUE(saveSettings(session.settings, store));
     session.settings = Settings{};
 
     MainWindowLogic main = logic();

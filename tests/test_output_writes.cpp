@@ -43,9 +43,9 @@ std::vector<OutputFault> everyOutputAndFault()
 }
 
 // Ann and Bob with three children, one of whom has a son.
-const QByteArray family = tav::test::familyFile(
-    {"Ann /Hale/:F", "Bob /Moss/:M", "Cy", "Di", "Ed", "Flo /Kent/:F", "Gus"},
-    {{2, 1, {3, 4, 5}}, {3, 6, {7}}});
+const QByteArray family =
+    tav::test::familyFile({"Ann /Hale/:F", "Bob /Moss/:M", "Cy", "Di", "Ed", "Flo /Kent/:F", "Gus"},
+                          {{2, 1, {3, 4, 5}}, {3, 6, {7}}});
 
 std::string outputFaultName(const ::testing::TestParamInfo<OutputFault>& info)
 {
@@ -74,8 +74,8 @@ TEST_P(OutputWriteFaultTest, AFailedWriteKeepsTheUsersFileAndSaysWhy)
     const QByteArray previous = "the file the user had, " + QByteArray(4000, 'x') + '\n';
     QByteArray written;
 
-    const test::WriteFaultOutcome outcome = test::underWriteFault(
-        fault, outputFileName(output), previous, [&](const QString& target) {
+    const test::WriteFaultOutcome outcome =
+        test::underWriteFault(fault, outputFileName(output), previous, [&](const QString& target) {
             auto tree = std::make_shared<TreeWindowLogic>(
                 session, [](int) { return std::make_unique<test::StubMeasure>(); });
             tree->activate();
@@ -86,7 +86,7 @@ TEST_P(OutputWriteFaultTest, AFailedWriteKeepsTheUsersFileAndSaysWhy)
                 case Output::SavedView: tree->run(TreeCommand::SaveView); break;
                 case Output::HtmlReport: tree->run(TreeCommand::HtmlReport); break;
                 case Output::Picture:
-                    return exportPicture(treePicture(tree->outputDrawing()), target);
+                    return exportPicture(treePicture(tree->outputDrawing()), target).message();
                 }
                 EXPECT_LE(messages.entries.size(), 1u);
                 return messages.texts().value(0);
@@ -110,5 +110,5 @@ TEST_P(OutputWriteFaultTest, AFailedWriteKeepsTheUsersFileAndSaysWhy)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Outputs, OutputWriteFaultTest,
-                         ::testing::ValuesIn(everyOutputAndFault()), outputFaultName);
+INSTANTIATE_TEST_SUITE_P(Outputs, OutputWriteFaultTest, ::testing::ValuesIn(everyOutputAndFault()),
+                         outputFaultName);

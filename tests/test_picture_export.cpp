@@ -79,10 +79,11 @@ TEST(PictureExportTest, FilesAreNamedByTheirFormatAndAFailedWriteKeepsTheOldFile
 
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("tree.png"));
-    EXPECT_EQ(exportPicture(labelledBoxes(1), path), QString());
+    EXPECT_EQ(exportPicture(labelledBoxes(1), path).message(), QString());
     QImage written(path);
     EXPECT_EQ(written.size(), pngSize(labelledBoxes(1)));
     EXPECT_TRUE(exportPicture(labelledBoxes(1), dir.filePath(QStringLiteral("tree.gif")))
+                    .message()
                     .contains(QStringLiteral(".png, .svg or .pdf")));
 }
 

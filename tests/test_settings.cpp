@@ -70,12 +70,12 @@ TEST_F(SettingsTest, RecentListStopsAtItsFirstGapAndHoldsTen)
     EXPECT_EQ(s.recentFiles[2], QStringLiteral("/home/b/two.ged"));
     EXPECT_TRUE(s.recentFiles[4].isEmpty());
     RegistryStore store(regPath());
-    saveSettings(s, store);
+    EXPECT_TRUE(saveSettings(s, store));
     EXPECT_TRUE(fileText().contains("\" 4fPrev\"=\"\"")) << "the stray entry is overwritten";
 
     for (int i = 1; i <= 10; ++i)
         s.recentFiles[size_t(i)] = QStringLiteral("file%1.ged").arg(i);
-    saveSettings(s, store);
+    EXPECT_TRUE(saveSettings(s, store));
     const Settings ten = loaded(QStringLiteral("General"));
     EXPECT_EQ(ten.recentCount, 10);
     EXPECT_EQ(ten.recentFiles[10], QStringLiteral("file10.ged"));
@@ -94,7 +94,7 @@ TEST_F(SettingsTest, EveryValueRoundTripsInTheRegistrySyntax)
     s.ViewDates = s.ViewDescendentMark = s.BackColour = true;
     s.FontSize = 4;
     RegistryStore store(regPath());
-    saveSettings(s, store);
+    EXPECT_TRUE(saveSettings(s, store));
 
     const QByteArray text = fileText();
     EXPECT_TRUE(text.startsWith("Windows Registry Editor Version 5.00\n"));
@@ -286,7 +286,7 @@ TEST_F(SettingsTest, ABadLineCostsOnlyItselfAndTheDamagedFileIsKeptOnce)
     const QString kept = regPath() + QStringLiteral(".damaged");
     EXPECT_FALSE(QFile::exists(kept)) << "nothing is written before the first save";
     s.SurnameStyle = 6;
-    saveSettings(s, store);
+    EXPECT_TRUE(saveSettings(s, store));
     QFile copy(kept);
     ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
     EXPECT_EQ(copy.readAll(), damaged) << "byte for byte";
@@ -304,8 +304,8 @@ TEST_F(SettingsTest, ABadLineCostsOnlyItselfAndTheDamagedFileIsKeptOnce)
     }
     RegistryStore second(regPath());
     EXPECT_EQ(second.loadProblems().size(), 1);
-    saveSettings(s, second);
-    saveSettings(s, second);
+    EXPECT_TRUE(saveSettings(s, second));
+    EXPECT_TRUE(saveSettings(s, second));
     ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
     EXPECT_EQ(copy.readAll(), damaged);
     QFile other(kept + QStringLiteral(".1"));

@@ -28,7 +28,7 @@ QByteArray savedText(const Settings& s)
 {
     QTemporaryDir dir;
     RegistryStore store(dir.filePath(QStringLiteral("Tav.reg")));
-    EXPECT_EQ(saveSettings(s, store), QString());
+    EXPECT_EQ(saveSettings(s, store).message(), QString());
     QFile file(dir.filePath(QStringLiteral("Tav.reg")));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
@@ -47,7 +47,7 @@ TEST_P(SettingsWriteFaultTest, AFailedSaveKeepsTheSettingsFileByteForByte)
         GetParam(), QStringLiteral("Tav.reg"), previous, [&next](const QString& target) {
             // Read at start, as the program does; saved later under the fault.
             auto store = std::make_shared<RegistryStore>(target);
-            return [store, &next] { return saveSettings(next, *store); };
+            return [store, &next] { return saveSettings(next, *store).message(); };
         });
     if (!outcome.ran)
         GTEST_SKIP() << outcome.unavailable.toStdString();
@@ -128,7 +128,7 @@ TEST_F(SettingsSaveMessageTest, OptionsOkAppliesTheOptionsAndTellsWhyTheyWereNot
 
     // The folder goes again: the next save keeps the options after all.
     QDir(regPath).removeRecursively();
-    EXPECT_EQ(saveSettings(session.settings, *store), QString());
+    EXPECT_EQ(saveSettings(session.settings, *store).message(), QString());
     Settings reread;
     RegistryStore again(regPath);
     loadSettings(reread, again, QStringLiteral("ALL"));

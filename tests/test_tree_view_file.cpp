@@ -43,8 +43,10 @@ protected:
         layoutManager(model, measure, generationGap(session.settings.FontSize));
     }
 
-    bool save() { return treeSaveToFile(model, nullptr, viewPath); }
-    bool read() { return treeReadFromFile(model, messages, viewPath); }
+    Outcome save() { return treeSaveToFile(model, viewPath); }
+    // Reads the view file and shows it, as the window does with a view of
+    // the loaded file.
+    void read() { showSavedView(model, treeReadFromFile(model, viewPath)); }
 
     // Every field of the shown slots, and the counts.
     static void expectSameView(const TreeTables& a, const TreeTables& b)
@@ -91,7 +93,7 @@ TEST_F(TreeViewFileTest, TheFileHoldsTheViewInItsOwnOrders)
     // again from the file and the font; everything else is as written.
     const TreeTables written = model;
     build(7);
-    ASSERT_TRUE(read());
+    read();
     expectSameView(model, written);
 }
 
@@ -103,7 +105,7 @@ TEST_F(TreeViewFileTest, SavedViewsOpenAgainWhole)
     const TreeTables topOnly = model;
     ASSERT_TRUE(save());
     build(1);
-    ASSERT_TRUE(read());
+    read();
     expectSameView(model, topOnly);
 
     // Three generations, started with Hana's second spouse, names with a
@@ -118,7 +120,7 @@ TEST_F(TreeViewFileTest, SavedViewsOpenAgainWhole)
     build(7);
     const TreeTables shown = model;
     session.tree.prevViewSaved = false;
-    ASSERT_TRUE(read());
+    read();
     expectSameView(model, families);
     EXPECT_TRUE(messages.entries.empty()) << "the same GEDCOM file: no question";
 
@@ -135,7 +137,7 @@ TEST_F(TreeViewFileTest, TextBeforeTheStartMarkerIsSkipped)
     ASSERT_TRUE(save());
     writeFile("notes, kept by hand\r\n\"TREEVIEWS\",12\r\n" + readBytes(viewPath), "temp.gds");
     build(7);
-    ASSERT_TRUE(read());
+    read();
     expectSameView(model, saved);
 }
 
@@ -195,7 +197,7 @@ TEST_F(TreeViewFileTest, ADamagedFileSaysWhyAndChangesNothing)
     EXPECT_EQ(model.treeInd, shown.treeInd);
 }
 
-TEST_F(TreeViewFileTest, AViewOfAnotherGedcomFileIsShownOnlyWhenWanted)
+TEST_F(TreeViewFileTest, AViewOfAnotherGedcomFileSaysSoBeforeItIsShown)
 {
     build(1);
     const TreeTables saved = model;
@@ -203,19 +205,17 @@ TEST_F(TreeViewFileTest, AViewOfAnotherGedcomFileIsShownOnlyWhenWanted)
     ASSERT_TRUE(load(hanaFile, "copy.ged"));
     build(7);
     const TreeTables shown = model;
-    const QString question =
-        QStringLiteral("This view was saved with %1. Show it anyway?").arg(gedcomPath);
 
-    messages.answers = {false};
-    EXPECT_FALSE(read());
-    EXPECT_EQ(messages.texts(), QStringList{question});
-    EXPECT_TRUE(messages.entries.back().question);
+    SavedView view = treeReadFromFile(model, viewPath);
+    EXPECT_FALSE(view.sameGedcomFile);
+    EXPECT_EQ(view.gedcomPath, gedcomPath);
+    EXPECT_EQ(view.otherFileQuestion(),
+              QStringLiteral("This view was saved with %1. Show it anyway?").arg(gedcomPath));
     expectSameView(model, shown);
-    EXPECT_EQ(model.prevInd, shown.prevInd) << "nothing kept for GoBack either";
+    EXPECT_EQ(model.prevInd, shown.prevInd) << "reading keeps nothing for GoBack either";
 
-    messages.clear();
-    messages.answers = {true};
-    EXPECT_TRUE(read());
-    EXPECT_EQ(messages.texts(), QStringList{question});
+    showSavedView(model, std::move(view));
     expectSameView(model, saved);
+    model.treeGetPrev();
+    expectSameView(model, shown);
 }

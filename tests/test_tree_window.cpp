@@ -372,6 +372,17 @@ TEST_F(TreeWindowLogicTest, SavedViewsOpenAgainAndDamagedOnesChangeNothing)
     logic->run(TreeCommand::OpenView);
     EXPECT_EQ(messages.texts(), QStringList{"Error no:  62 Input past end of file"});
     EXPECT_EQ(persons(), setTop);
+
+    // Yes shows the view of the other file.
+    messages.clear();
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text);
+    file.close();
+    messages.answers = {true};
+    logic->run(TreeCommand::OpenView);
+    EXPECT_EQ(messages.entries.size(), 1u);
+    EXPECT_EQ(model().nTreeInd, saved.nTreeInd);
+    EXPECT_EQ(model().person(1), saved.person(1));
 }
 
 TEST_F(TreeWindowLogicTest, CountFindRelationshipAndBrowserWorkOnTheSelection)

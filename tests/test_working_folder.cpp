@@ -129,17 +129,18 @@ TEST_F(WorkingFolderTest, HelpIsFoundInTheCurrentFolderThenBesideTheProgramThenI
     };
     for (const auto& [name, path] : places)
         writeText(path, name);
-    QString text, problem;
     for (const auto& [name, path] : places) {
-        ASSERT_TRUE(readHelpFile(program, text, problem)) << name;
-        EXPECT_EQ(text, QLatin1String(name));
+        const Result<QString> text = readHelpFile(program);
+        ASSERT_TRUE(text) << name;
+        EXPECT_EQ(*text, QLatin1String(name));
         QFile::remove(path);
     }
-    EXPECT_FALSE(readHelpFile(program, text, problem));
-    EXPECT_TRUE(problem.startsWith(QStringLiteral("Cannot open help.txt")));
+    const Result<QString> none = readHelpFile(program);
+    EXPECT_FALSE(none);
+    EXPECT_TRUE(none.message().startsWith(QStringLiteral("Cannot open help.txt")));
 
     // Without a program folder only the current folder counts: no ../share/tav
     // from wherever tav-cli happens to be run.
     writeText(dir.filePath(QStringLiteral("share/tav/help.txt")), "beside the work folder");
-    EXPECT_FALSE(readHelpFile(QString(), text, problem));
+    EXPECT_FALSE(readHelpFile(QString()));
 }

@@ -1,6 +1,5 @@
 #include "tree/TreeViewFile.h"
 
-#include "app/Messages.h"
 #include "core/AtomicFile.h"
 #include "core/Fault.h"
 #include "core/RecordStore.h"
@@ -194,49 +193,45 @@ QStringList treeViewLines(const TreeModel& model)
     return lines;
 }
 
-bool treeSaveToFile(const TreeModel& model, QString* failure, const QString& path)
+Outcome treeSaveToFile(const TreeModel& model, const QString& path)
 {
     const QString lineEnd = QStringLiteral("\r\n");
-    const QByteArray bytes = (treeViewLines(model).join(lineEnd) + lineEnd).toUtf8();
-    QString problem = writeFileAtomically(path, bytes);
-    if (problem.isEmpty())
-        return true;
-    if (failure)
-        *failure = std::move(problem);
-    return false;
+    return writeFileAtomically(path, (treeViewLines(model).join(lineEnd) + lineEnd).toUtf8());
 }
 
-bool treeReadFromFile(TreeModel& model, Messages& messages, const QString& path)
+SavedView treeReadFromFile(const TreeModel& model, const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         raiseFault(RuntimeFault::FileNotFound);
-    return treeReadFromText(model, messages, QString::fromUtf8(file.readAll()));
+    return treeReadFromText(model, QString::fromUtf8(file.readAll()));
 }
 
-bool treeReadFromText(TreeModel& model, Messages& messages, const QString& text)
+SavedView treeReadFromText(const TreeModel& model, const QString& text)
 {
     ItemReader items(text);
     while (items.next() != startMarker) {
     }
-    const QString savedWith = items.next();
-    // Read into a copy: a damaged file leaves the view on screen untouched.
-    TreeTables view = model;
-    readTables(items, model, view);
+    SavedView view;
+    view.gedcomPath = items.next();
+    view.sameGedcomFile = view.gedcomPath == gedcomPathOf(model);
+    readTables(items, model, view.tables);
     items.next();  // the end marker, whatever it says
+    return view;
+}
 
-    const QString loaded = gedcomPathOf(model);
-    if (savedWith != loaded &&
-        !messages.ask(
-            QStringLiteral("This view was saved with %1. Show it anyway?").arg(savedWith)))
-        return false;
+QString SavedView::otherFileQuestion() const
+{
+    return QStringLiteral("This view was saved with %1. Show it anyway?").arg(gedcomPath);
+}
 
+void showSavedView(TreeModel& model, SavedView view)
+{
     model.treeSavePrev();
-    model.treeInd = std::move(view.treeInd);
-    model.treeFam = std::move(view.treeFam);
-    model.nTreeInd = view.nTreeInd;
-    model.nTreeFam = view.nTreeFam;
-    return true;
+    model.treeInd = std::move(view.tables.treeInd);
+    model.treeFam = std::move(view.tables.treeFam);
+    model.nTreeInd = view.tables.nTreeInd;
+    model.nTreeFam = view.tables.nTreeFam;
 }
 
 }  // namespace tav

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "core/Outcome.h"
+#include "tree/TreeTables.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace tav {
 
-class Messages;
 class TreeModel;
 
 // A tree view kept as text, so that a view built by hand can be shown again:
@@ -21,21 +23,30 @@ QString treeViewFileName();
 QStringList treeViewLines(const TreeModel& model);
 
 // Writes the view (lines ended by CR LF), replacing the file whole or not
-// at all. False, with a message naming the file and the reason, when it
-// cannot be written.
-bool treeSaveToFile(const TreeModel& model, QString* failure = nullptr,
-                    const QString& path = treeViewFileName());
+// at all; a failure's message names the file and the reason.
+Outcome treeSaveToFile(const TreeModel& model, const QString& path = treeViewFileName());
 
-// Reads a view and shows it in the model, after keeping the view on screen
-// for "GoBack". The saved geometry is taken as it stands (no layout); the
-// family fields the file does not carry are made afresh. A view saved with
-// another GEDCOM file is shown only when the user agrees; false when not.
-// A file that cannot be read whole raises the fault that says why (53 no
-// file, 62 an early end, 13 a bad number, 9 an index outside the loaded
-// file or the tree), and the model is left exactly as it was.
-bool treeReadFromFile(TreeModel& model, Messages& messages,
-                      const QString& path = treeViewFileName());
+// A view read from a view file and not yet shown: its tables with the
+// saved geometry as it stands (no layout), the family fields the file does
+// not carry made afresh from the loaded file and the font size.
+struct SavedView {
+    QString gedcomPath;           // the GEDCOM file the view was saved with
+    bool sameGedcomFile = false;  // ... is the one loaded now
+    TreeTables tables;
+
+    // Asked before a view saved with another GEDCOM file is shown.
+    QString otherFileQuestion() const;
+};
+
+// Reads a view for the model's loaded file. A file that cannot be read
+// whole raises the fault that says why (53 no file, 62 an early end, 13 a
+// bad number, 9 an index outside the loaded file or the tree); the model
+// is never touched.
+SavedView treeReadFromFile(const TreeModel& model, const QString& path = treeViewFileName());
 // The same, from the file's text.
-bool treeReadFromText(TreeModel& model, Messages& messages, const QString& text);
+SavedView treeReadFromText(const TreeModel& model, const QString& text);
+
+// Shows a view that was read, after keeping the view on screen for "GoBack".
+void showSavedView(TreeModel& model, SavedView view);
 
 }  // namespace tav

@@ -30,9 +30,8 @@ int main(int argc, char* argv[])
         settings.ViewDates = tag % 2 == 0;
         settings.FontSize = 1 + tag % 4;
         settings.mainWindow = {tag, tag, 600 + tag, 400 + tag, false};
-        const QString problem = tav::saveSettings(settings, store);
-        if (!problem.isEmpty()) {
-            std::fprintf(stderr, "%s\n", qPrintable(problem));
+        if (const tav::Outcome saved = tav::saveSettings(settings, store); !saved) {
+            std::fprintf(stderr, "%s\n", qPrintable(saved.message()));
             return 1;
         }
     }

@@ -4,11 +4,11 @@
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
+#include "tree/TreeLayout.h"
 #include "ui/Icons.h"
 #include "ui/PicturePrinting.h"
 #include "ui/WindowFrames.h"
 #include "ui/tree/TreeCanvas.h"
-#include "tree/TreeLayout.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -292,10 +292,10 @@ void TreeWindow::chooseExportFile()
 bool TreeWindow::exportTo(const QString& path)
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    const QString failure = exportPicture(treePicture(logic_.outputDrawing()), path);
+    const Outcome written = exportPicture(treePicture(logic_.outputDrawing()), path);
     QApplication::restoreOverrideCursor();
-    if (!failure.isEmpty()) {
-        session_.messages().warning(failure);
+    if (!written) {
+        session_.messages().warning(written.message());
         return false;
     }
     statusBar()->showMessage(

@@ -40,18 +40,17 @@ QStringList helpFilePlaces(const QString& programFolder)
     return places;
 }
 
-bool readHelpFile(const QString& programFolder, QString& text, QString& problem)
+Result<QString> readHelpFile(const QString& programFolder)
 {
+    QString problem;
     for (const QString& path : helpFilePlaces(programFolder)) {
         QFile file(path);
-        if (file.open(QIODevice::ReadOnly)) {
-            text = QString::fromUtf8(file.readAll());
-            return true;
-        }
+        if (file.open(QIODevice::ReadOnly))
+            return QString::fromUtf8(file.readAll());
         if (problem.isEmpty())
             problem = QStringLiteral("Cannot open help.txt: %1").arg(file.errorString());
     }
-    return false;
+    return Outcome::failed(problem);
 }
 
 }  // namespace tav

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Outcome.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -23,8 +25,7 @@ QString helpTopic(const QString& helpText, const QString& key);
 // Without a program folder, the current folder alone.
 QStringList helpFilePlaces(const QString& programFolder);
 
-// Reads the first "help.txt" of helpFilePlaces; false with `problem` set
-// when none can be read.
-bool readHelpFile(const QString& programFolder, QString& text, QString& problem);
+// The text of the first "help.txt" of helpFilePlaces that can be read.
+Result<QString> readHelpFile(const QString& programFolder);
 
 }  // namespace tav

@@ -58,9 +58,9 @@ void MainWindowLogic::startUp(const QString& commandLine)
 
 void MainWindowLogic::shutDown()
 {
-    const QString problem = saveSettings(session_.settings, store_);
-    if (!problem.isEmpty())
-        session_.messages().warning(problem + session_.lineSeparator + session_.lineSeparator +
+    if (const Outcome saved = saveSettings(session_.settings, store_); !saved)
+        session_.messages().warning(saved.message() + session_.lineSeparator +
+                                    session_.lineSeparator +
                                     QStringLiteral("The settings of this session are lost; the "
                                                    "file keeps the settings it had."));
     session_.closeOtherWindows();
@@ -72,10 +72,9 @@ void MainWindowLogic::openFile(const QString& path)
     // be opened leaves the window as it was.
     const QString before = caption_;
     caption_ = path;
-    QString failure;
-    if (!loadGedcom(session_, path, &failure, progress_)) {
+    if (const Outcome loaded = loadGedcom(session_, path, progress_); !loaded) {
         caption_ = before;
-        session_.messages().warning(failure);
+        session_.messages().warning(loaded.message());
         return;
     }
     caption_ = loadedCaption(session_.records);
@@ -344,13 +343,13 @@ void MainWindowLogic::showHelp(int topic)
 {
     if (topic < 0 || topic >= int(std::size(helpTopics)))
         return;
-    QString text, problem;
-    if (!readHelpFile(programFolder_, text, problem)) {
-        session_.messages().warning(problem);
+    const Result<QString> help = readHelpFile(programFolder_);
+    if (!help) {
+        session_.messages().warning(help.message());
         return;
     }
     session_.guarded([&] {
-        session_.showReport(helpTopic(text, QString::fromLatin1(helpTopics[topic].key)),
+        session_.showReport(helpTopic(*help, QString::fromLatin1(helpTopics[topic].key)),
                             QString::fromLatin1(helpTopics[topic].title));
     });
 }

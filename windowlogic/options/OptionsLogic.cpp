@@ -67,9 +67,9 @@ bool OptionsLogic::accept()
     s.FontSize = 4 - fontSizeIndex;
     // The options apply even when they cannot be kept: the user hears why,
     // and they are saved again when Tav closes.
-    const QString problem = saveSettings(s, store_);
-    if (!problem.isEmpty())
-        session_.messages().warning(problem + session_.lineSeparator + session_.lineSeparator +
+    if (const Outcome saved = saveSettings(s, store_); !saved)
+        session_.messages().warning(saved.message() + session_.lineSeparator +
+                                    session_.lineSeparator +
                                     QStringLiteral("The new options apply until Tav closes, "
                                                    "when they are saved again."));
     return true;

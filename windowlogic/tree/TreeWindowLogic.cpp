@@ -371,13 +371,13 @@ TreeDrawing TreeWindowLogic::outputDrawing() const
 
 void TreeWindowLogic::writeHtmlReport()
 {
-    const WrittenFile written = writeHtmlDescendantsReport(session_, individualAt(1));
-    if (!written.ok()) {
-        session_.messages().warning(written.failure);
+    const Result<QString> written = writeHtmlDescendantsReport(session_, individualAt(1));
+    if (!written) {
+        session_.messages().warning(written.message());
         return;
     }
-    notice_ = QStringLiteral("Report written to %1").arg(QDir::toNativeSeparators(written.path));
-    reportToOpen_ = written.path;
+    notice_ = QStringLiteral("Report written to %1").arg(QDir::toNativeSeparators(*written));
+    reportToOpen_ = *written;
 }
 
 QString TreeWindowLogic::takeReportToOpen() { return std::exchange(reportToOpen_, QString()); }
@@ -425,18 +425,19 @@ void TreeWindowLogic::goBack()
 void TreeWindowLogic::saveView()
 {
     const QString path = QDir::current().absoluteFilePath(treeViewFileName());
-    QString failure;
-    if (treeSaveToFile(model_, &failure, path))
+    if (const Outcome saved = treeSaveToFile(model_, path))
         notice_ = QStringLiteral("View saved in %1").arg(QDir::toNativeSeparators(path));
     else
-        session_.messages().warning(failure);
+        session_.messages().warning(saved.message());
 }
 
 void TreeWindowLogic::openView()
 {
     session_.guarded([&] {
-        if (!treeReadFromFile(model_, session_.messages()))
+        SavedView view = treeReadFromFile(model_);
+        if (!view.sameGedcomFile && !session_.messages().ask(view.otherFileQuestion()))
             return;
+        showSavedView(model_, std::move(view));
         triangleShown_ = false;
         model_.selInd = 1;
         notice_ = QStringLiteral("View opened from %1")
