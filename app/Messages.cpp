@@ -1,5 +1,6 @@
 #include "app/Messages.h"
 
+#include "core/DisplayText.h"
 #include "core/Fault.h"
 
 #include <cstdio>
@@ -23,9 +24,7 @@ StderrMessages::StderrMessages(Writer writer) : writer_(std::move(writer))
 
 void StderrMessages::showMessage(const QString& text, const QString&, MessageKind)
 {
-    QString line = text;
-    line.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    writer_(line);
+    writer_(withNewlines(text));
 }
 
 bool StderrMessages::askYesNo(const QString&, const QString&) { return true; }

@@ -10,6 +10,7 @@
 #include "settings/Settings.h"
 
 #include <QDate>
+#include <QObject>
 #include <QString>
 #include <functional>
 
@@ -60,7 +61,12 @@ struct TreeFlags {
 // The state the windows share: the record store, the current records, the
 // requests one window leaves for another, and the user's settings. Every
 // window and every tav-cli command works on one Session.
-class Session {
+//
+// The session tells the windows what happens through its signals: any
+// number of windows listen, each connected with itself as the context, so
+// a window that closes stops listening.
+class Session : public QObject {
+    Q_OBJECT
 public:
     explicit Session(Messages& messages);
 
@@ -71,13 +77,8 @@ public:
     bool guarded(const std::function<void()>& command);
 
     // Asks for a window; the viewer shows it, tav-cli and tests note the request.
-    void showWindow(const WindowRequest& request)
-    {
-        if (windowRequested)
-            windowRequested(request);
-    }
+    void showWindow(const WindowRequest& request) { emit windowRequested(request); }
     void showWindow(AppWindow window) { showWindow(WindowRequest{window}); }
-    std::function<void(const WindowRequest&)> windowRequested;
 
     // Puts a report in the text viewer and shows it.
     void showReport(const QString& text, const QString& title);
@@ -88,34 +89,19 @@ public:
     void openBrowser(ViewKind kind, int32_t slot, BrowserCaller caller);
 
     // Closes every window but the main one, as the main window does when it closes.
-    void closeOtherWindows()
-    {
-        if (otherWindowsCloseRequested)
-            otherWindowsCloseRequested();
-    }
-    std::function<void()> otherWindowsCloseRequested;
+    void closeOtherWindows() { emit otherWindowsCloseRequested(); }
 
     // Another file was opened: the windows that hold slots of the old one
     // (the browser, the tree) close, and the find window empties its list.
-    void fileReplaced()
-    {
-        if (fileReplacedListener)
-            fileReplacedListener();
-    }
-    std::function<void()> fileReplacedListener;
+    void notifyFileReplaced() { emit fileReplaced(); }
 
     // A window changed what others show (the current individual, the
     // settings): they bring themselves up to date.
-    void changed()
-    {
-        if (changeListener)
-            changeListener();
-    }
-    std::function<void()> changeListener;
+    void notifyChanged() { emit changed(); }
 
-    // Today's date; tests fix it with setClock.
-    QDate today() const { return clock_ ? clock_() : QDate::currentDate(); }
-    void setClock(std::function<QDate()> clock) { clock_ = std::move(clock); }
+    // Today's date; tests fix it with setToday.
+    QDate today() const { return fixedToday_.isValid() ? fixedToday_ : QDate::currentDate(); }
+    void setToday(QDate date) { fixedToday_ = date; }
 
     // How names are shown, from the settings.
     NameStyle nameStyle() const { return {settings.SurnameStyle, settings.SurnamePosn}; }
@@ -151,9 +137,15 @@ public:
     // The results of the last find or statistical query.
     FindResults findResults;
 
+signals:
+    void windowRequested(const tav::WindowRequest& request);
+    void otherWindowsCloseRequested();
+    void fileReplaced();
+    void changed();
+
 private:
     Messages& messages_;
-    std::function<QDate()> clock_;
+    QDate fixedToday_;  // invalid: the system's date
 };
 
 }  // namespace tav

@@ -26,7 +26,6 @@ void BM_Query(benchmark::State& state)
 {
     const tav::Query query = tav::queryAt(int(state.range(0)));
     tav::Session& session = tav::bench::generatedSession();
-    session.windowRequested = nullptr;
     tav::FindLogic find(session);
     for (auto _ : state) {
         state.PauseTiming();

@@ -176,8 +176,7 @@ int runCommand(const Command& command, const Arguments& arguments, const CliCont
     const CliOutput& output = context.output;
     StderrMessages messages(output.err);
     Session session(messages);
-    if (context.clock)
-        session.setClock(context.clock);
+    session.setToday(context.today);
     const QString settingsFile = context.settingsFile.isEmpty()
                                      ? RegistryStore::defaultRegistryFile()
                                      : context.settingsFile;

@@ -19,9 +19,9 @@ struct CliOutput {
 // (where help.txt is looked for after the current folder).
 struct CliContext {
     CliOutput output;
-    QString settingsFile;          // "" for the user's own settings file
-    std::function<QDate()> clock;  // empty for the system clock
-    QString programFolder = {};    // "" to look in the current folder only
+    QString settingsFile;        // "" for the user's own settings file
+    QDate today;                 // invalid for the system's date
+    QString programFolder = {};  // "" to look in the current folder only
 };
 
 // Runs tav-cli with its arguments (without the program name) and returns

@@ -1,15 +1,14 @@
 #include "cli/CliRun.h"
 
 #include "app/Session.h"
+#include "core/DisplayText.h"
 #include "windowlogic/browser/BrowserLogic.h"
 
 namespace tav {
 
 void CliRun::printReport(const QString& text) const
 {
-    QString plain = text;
-    plain.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    for (const QString& line : plain.split(QLatin1Char('\n')))
+    for (const QString& line : withNewlines(text).split(QLatin1Char('\n')))
         print(line);
 }
 

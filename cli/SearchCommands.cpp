@@ -10,14 +10,15 @@ namespace tav {
 
 namespace {
 
-// Notes whether a command of the find window opened the browser.
-class BrowserWatch {
+// Notes whether a command of the find window opened the browser; it
+// stops listening when it goes.
+class BrowserWatch : public QObject {
 public:
     explicit BrowserWatch(Session& session)
     {
-        session.windowRequested = [this](const WindowRequest& request) {
+        connect(&session, &Session::windowRequested, this, [this](const WindowRequest& request) {
             opened_ = opened_ || request.window == AppWindow::List;
-        };
+        });
     }
     bool opened() const { return opened_; }
 

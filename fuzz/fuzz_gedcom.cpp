@@ -203,7 +203,7 @@ Session& newSession()
 {
     static fuzz::QuietMessages messages;
     static Session session(messages);
-    session.setClock(fuzz::fuzzToday);
+    session.setToday(fuzz::fuzzToday());
     session.records.resetRecords();
     session.records.fileName.clear();
     session.records.headerDate.clear();

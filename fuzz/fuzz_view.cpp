@@ -21,7 +21,7 @@ Session& loadedSession()
     static fuzz::QuietMessages messages;
     static Session session(messages);
     static const bool loaded = [] {
-        session.setClock(fuzz::fuzzToday);
+        session.setToday(fuzz::fuzzToday());
         GeneratorOptions options;
         options.individuals = 200;
         options.seed = 7;

@@ -22,7 +22,7 @@ protected:
         const tav::CliContext context{{[&](const QString& line) { result.out << line; },
                                        [&](const QString& line) { result.err << line; }},
                                       settingsFile(),
-                                      [] { return QDate(2026, 11, 21); },
+                                      QDate(2026, 11, 21),
                                       programFolder};
         result.status = tav::runCli(arguments, context);
         return result;

@@ -25,10 +25,7 @@ QString sharedGedcomFile(const char* name)
     return QFileInfo::exists(path) ? path : QString();
 }
 
-SessionTest::SessionTest()
-{
-    session.setClock([] { return QDate(2026, 11, 21); });
-}
+SessionTest::SessionTest() { session.setToday(QDate(2026, 11, 21)); }
 
 QString SessionTest::writeFile(const QByteArray& bytes, const char* fileName) const
 {

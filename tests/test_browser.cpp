@@ -158,7 +158,8 @@ TEST_F(BrowserTest, ListsHaveARowForEveryRecord)
 TEST_F(BrowserTest, RowsFollowTheirLinks)
 {
     std::vector<AppWindow> shown;
-    session.windowRequested = [&](const WindowRequest& w) { shown.push_back(w.window); };
+    QObject::connect(&session, &Session::windowRequested,
+                     [&](const WindowRequest& w) { shown.push_back(w.window); });
     show("IND", 1);
     browser.rowClicked(9);  // Fams 2
     EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));

@@ -21,7 +21,8 @@ class FindTest : public tav::test::SessionTest {
 protected:
     void SetUp() override
     {
-        session.windowRequested = [this](const WindowRequest& w) { shown.push_back(w.window); };
+        QObject::connect(&session, &Session::windowRequested,
+                         [this](const WindowRequest& w) { shown.push_back(w.window); });
     }
 
     void findText(const char* text, bool caseSensitive = false, SearchKinds kinds = {})

@@ -434,7 +434,7 @@ TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
         const CliContext context{{[&](const QString& line) { printed.out << line; },
                                   [&](const QString& line) { printed.err << line; }},
                                  dir.filePath("Tav.reg"),
-                                 [] { return QDate(2026, 11, 21); }};
+                                 QDate(2026, 11, 21)};
         printed.status = runCli(arguments, context);
         return printed;
     };

@@ -149,7 +149,8 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(load(family));
-        session.windowRequested = [this](const WindowRequest& w) { shown.push_back(w.window); };
+        QObject::connect(&session, &Session::windowRequested,
+                         [this](const WindowRequest& w) { shown.push_back(w.window); });
     }
 
     // Runs a query as the window does and gives the slots found.

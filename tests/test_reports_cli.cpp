@@ -23,7 +23,7 @@ protected:
         const CliContext context{{[&](const QString& line) { printed.out << line; },
                                   [&](const QString& line) { printed.err << line; }},
                                  dir.filePath(QStringLiteral("Tav.reg")),
-                                 [] { return QDate(2026, 11, 21); }};
+                                 QDate(2026, 11, 21)};
         printed.status = runCli({QStringLiteral("report"), file, QLatin1String(kind)}, context);
         return printed;
     }

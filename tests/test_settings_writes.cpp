@@ -104,7 +104,8 @@ TEST_F(SettingsSaveMessageTest, ExitTellsWhyTheSettingsWereNotSavedAndStillClose
 {
     MainWindowLogic logic(session, *store, dir.path());
     bool othersClosed = false;
-    session.otherWindowsCloseRequested = [&othersClosed] { othersClosed = true; };
+    QObject::connect(&session, &Session::otherWindowsCloseRequested,
+                     [&othersClosed] { othersClosed = true; });
     putFolderInPlace();
     logic.shutDown();
     ASSERT_EQ(messages.entries.size(), 1u);

@@ -390,7 +390,8 @@ TEST_F(TreeWindowLogicTest, CountFindRelationshipAndBrowserWorkOnTheSelection)
     ASSERT_TRUE(load(gusFile));
     open(1);
     std::vector<WindowRequest> requests;
-    session.windowRequested = [&](const WindowRequest& r) { requests.push_back(r); };
+    QObject::connect(&session, &Session::windowRequested,
+                     [&](const WindowRequest& r) { requests.push_back(r); });
     runOn(3, TreeCommand::CountDescendants);
     ASSERT_EQ(messages.entries.size(), 1u);
     EXPECT_EQ(messages.entries[0].title, QStringLiteral("Count descendants"));
@@ -406,7 +407,7 @@ TEST_F(TreeWindowLogicTest, CountFindRelationshipAndBrowserWorkOnTheSelection)
     EXPECT_TRUE(session.report.text.contains(QStringLiteral("grand"))) << "Max is Gus's grandson";
 
     int changes = 0;
-    session.changeListener = [&] { ++changes; };
+    QObject::connect(&session, &Session::changed, [&] { ++changes; });
     runOn(10, TreeCommand::ShowInBrowser);
     EXPECT_EQ(session.curInd, 10);
     EXPECT_EQ(session.browser.viewKind, ViewKind::Individual);

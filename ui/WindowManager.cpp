@@ -11,9 +11,9 @@ namespace tav {
 WindowManager::WindowManager(Session& session, RegistryStore& store, QWidget* mainWindow)
     : QObject(mainWindow), session_(session), store_(store), mainWindow_(mainWindow)
 {
-    session_.windowRequested = [this](const WindowRequest& request) { show(request); };
-    session_.otherWindowsCloseRequested = [this] { closeAll(); };
-    session_.fileReplacedListener = [this] { fileReplaced(); };
+    connect(&session_, &Session::windowRequested, this, &WindowManager::show);
+    connect(&session_, &Session::otherWindowsCloseRequested, this, &WindowManager::closeAll);
+    connect(&session_, &Session::fileReplaced, this, &WindowManager::fileReplaced);
 }
 
 WindowManager::~WindowManager()
@@ -99,7 +99,7 @@ void WindowManager::settingsChanged()
         find_->relist();
     if (tree_)
         tree_->settingsChanged();
-    session_.changed();
+    session_.notifyChanged();
 }
 
 void WindowManager::closeAll()

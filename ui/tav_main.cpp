@@ -5,29 +5,11 @@
 #include "ui/main/MainWindow.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QTimer>
 #include <cstdio>
 
 namespace {
-
-// The command line taken whole, as one path: a name with blanks need not be
-// quoted. A relative path is taken from the folder the program was started
-// in, before the program moves to its own folder.
-QString startupPath(const QStringList& arguments)
-{
-    QString path = arguments.mid(1).join(QLatin1Char(' '));
-    QString bare = path;
-    if (bare.startsWith(QLatin1Char('"')))
-        bare.remove(0, 1);
-    if (bare.endsWith(QLatin1Char('"')))
-        bare.chop(1);
-    if (!bare.isEmpty() && QFileInfo(bare).isRelative())
-        return QFileInfo(bare).absoluteFilePath();
-    return path;
-}
 
 // --help and --version answer on standard output without opening a window
 // (so they work without a display). Any other command line names a file.
@@ -74,7 +56,9 @@ int main(int argc, char* argv[])
     tav::QtMessages messages;
     tav::Session session(messages);
     tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
-    const QString commandLine = startupPath(QCoreApplication::arguments());
+    // The command line taken whole, as one path: a name with blanks need not
+    // be quoted.
+    const QString commandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
     window.show();
     window.startUp(commandLine);
 

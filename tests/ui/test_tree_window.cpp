@@ -2,12 +2,12 @@
 #include "settings/RegistryStore.h"
 #include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
+#include "tree/TreeLayout.h"
 #include "ui/WindowManager.h"
 #include "ui/browser/BrowserWindow.h"
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/tree/TreeCanvas.h"
-#include "tree/TreeLayout.h"
 #include "ui/tree/TreeWindow.h"
 
 #include <QAction>
@@ -99,10 +99,14 @@ protected:
 
 TEST_F(TreeWindowTest, TheSelectorOpensTheTreeOfTheNumberOrOfTheTop)
 {
-    MainWindow empty(session, store, dir.path());
-    empty.startUp(QString());
-    EXPECT_FALSE(empty.treeSelector()->isEnabled());
-    EXPECT_FALSE(empty.treeButton()->isEnabled());
+    {
+        // Gone before the next main window opens: every main window on the
+        // session answers its requests.
+        MainWindow empty(session, store, dir.path());
+        empty.startUp(QString());
+        EXPECT_FALSE(empty.treeSelector()->isEnabled());
+        EXPECT_FALSE(empty.treeButton()->isEnabled());
+    }
 
     MainWindow window(session, store, dir.path());
     window.startUp(writeFile(grayFile, "gray.ged"));

@@ -1,6 +1,7 @@
 #include "ui/browser/BrowserWindow.h"
 
 #include "app/Session.h"
+#include "core/DisplayText.h"
 #include "core/Units.h"
 #include "ui/Icons.h"
 #include "ui/WindowFrames.h"
@@ -48,12 +49,11 @@ public:
         if (!index.isValid())
             return {};
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
-            QString text = logic_.cell(index.row() + 1, index.column());
+            const QString cell = logic_.cell(index.row() + 1, index.column());
             // A list shows each record on one line.
-            if (logic_.grid().isList() && role == Qt::DisplayRole)
-                text.replace(QLatin1String("\r\n"), QLatin1String("  "));
-            else
-                text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+            const QString text = logic_.grid().isList() && role == Qt::DisplayRole
+                                     ? onOneLine(cell)
+                                     : withNewlines(cell);
             return role == Qt::ToolTipRole && text.size() < 40 ? QVariant() : QVariant(text);
         }
         if (role == Qt::BackgroundRole && index.column() == 0)
@@ -177,7 +177,7 @@ void BrowserWindow::command(const std::function<void()>& run)
 {
     run();
     refresh();
-    session_.changed();
+    session_.notifyChanged();
 }
 
 void BrowserWindow::reloadShown()

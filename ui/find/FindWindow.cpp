@@ -1,7 +1,9 @@
 #include "ui/find/FindWindow.h"
 
 #include "app/Session.h"
+#include "core/DisplayText.h"
 #include "core/Units.h"
+#include "ui/BusyPointer.h"
 #include "ui/ChoiceBox.h"
 #include "ui/Icons.h"
 #include "ui/WindowFrames.h"
@@ -158,11 +160,12 @@ void FindWindow::readControls()
 void FindWindow::busy(const std::function<void()>& command)
 {
     readControls();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    command();
-    QApplication::restoreOverrideCursor();
+    {
+        const BusyPointer pointer;
+        command();
+    }
     refresh();
-    session_.changed();
+    session_.notifyChanged();
 }
 
 void FindWindow::resultsCleared()
@@ -186,8 +189,8 @@ void FindWindow::refresh()
         combo2_->setCurrentIndex(queryIndex(logic_.query()));
     label2_->setText(logic_.heading());
     QStringList shown;
-    for (QString line : logic_.lines())
-        shown << line.replace(QLatin1String("\r\n"), QLatin1String("  "));
+    for (const QString& line : logic_.lines())
+        shown << onOneLine(line);
     bool same = combo1_->count() == shown.size();
     for (int i = 0; same && i < shown.size(); ++i)
         same = combo1_->itemText(i) == shown[i];

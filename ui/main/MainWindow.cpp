@@ -1,6 +1,7 @@
 #include "ui/main/MainWindow.h"
 
 #include "app/Session.h"
+#include "ui/BusyPointer.h"
 #include "ui/ChoiceBox.h"
 #include "ui/Icons.h"
 #include "ui/WindowManager.h"
@@ -78,7 +79,7 @@ MainWindow::MainWindow(Session& session, RegistryStore& store, const QString& pr
             progress_->hide();
             progress_->reset();
         }});
-    session_.changeListener = [this] { refresh(); };
+    connect(&session_, &Session::changed, this, &MainWindow::refresh);
     resize(600, 260);
     refresh();
 }
@@ -252,7 +253,7 @@ void MainWindow::buildCentre()
     image1_->setToolTip(QStringLiteral("Save the settings and close the other windows"));
     image1_->setCursor(Qt::PointingHandCursor);
     image1_->installEventFilter(this);
-    label1_ = new QLabel(QStringLiteral("Tav 1.0 \u2014 GEDCOM viewer"), central);
+    label1_ = new QLabel(QStringLiteral("Tav " TAV_VERSION " \u2014 GEDCOM viewer"), central);
     label1_->setCursor(Qt::PointingHandCursor);
     label1_->installEventFilter(this);
     footer->addWidget(image1_);
@@ -275,9 +276,10 @@ void MainWindow::openFile(const QString& path)
 
 void MainWindow::busy(const std::function<void()>& command)
 {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    command();
-    QApplication::restoreOverrideCursor();
+    {
+        const BusyPointer pointer;
+        command();
+    }
     refresh();
 }
 

@@ -1,6 +1,7 @@
 #include "ui/text/TextViewer.h"
 
 #include "app/Session.h"
+#include "core/DisplayText.h"
 #include "ui/Icons.h"
 #include "ui/WindowFrames.h"
 
@@ -60,8 +61,7 @@ TextViewer::TextViewer(Session& session, QWidget* parent) : QMainWindow(parent),
 
 void TextViewer::refresh()
 {
-    QString text = logic_.text();
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    const QString text = withNewlines(logic_.text());
     if (text_->toPlainText() != text)
         text_->setPlainText(text);
     setWindowTitle(logic_.title());

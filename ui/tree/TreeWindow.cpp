@@ -5,6 +5,7 @@
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
 #include "tree/TreeLayout.h"
+#include "ui/BusyPointer.h"
 #include "ui/Icons.h"
 #include "ui/PicturePrinting.h"
 #include "ui/WindowFrames.h"
@@ -191,14 +192,15 @@ void TreeWindow::buildToolbar()
     QToolBar* toolbar = addWindowToolbar(this, 16, Qt::ToolButtonTextBesideIcon);
     // The tree is laid out just under a toolbar of this height.
     toolbar->setFixedHeight(treeToolbarHeight);
+    // The toolbar shows the menus' own actions, under the button's key.
     const auto button = [this, toolbar](const char* key, const char* icon, TreeCommand command,
                                         const char* tip) {
-        const QString name = QLatin1String(key);
-        QAction* action =
-            toolbar->addAction(tavIcon(icon), name, this, [this, command] { runCommand(command); });
+        QAction* action = actions_.at(command);
+        action->setIcon(tavIcon(icon));
+        action->setIconText(QLatin1String(key));
         action->setToolTip(QString::fromLatin1(tip));
-        buttons_[name] = action;
-        buttonCommands_[name] = command;
+        toolbar->addAction(action);
+        buttons_[QLatin1String(key)] = action;
     };
     button("GoBack", "back", TreeCommand::GoBack,
            "Back to the view before the last change (Backspace)");
@@ -206,7 +208,6 @@ void TreeWindow::buildToolbar()
     button("Open", "open", TreeCommand::OpenView, "Show the view saved in temp.gds (Ctrl+O)");
     button("Triangle", "triangle", TreeCommand::TriangleView,
            "How large the selected person's family is, generation by generation (Ctrl+G)");
-    buttons_[QStringLiteral("Triangle")]->setCheckable(true);
     buttons_[QStringLiteral("Top")] = addTopButton(toolbar, this, session_.onTop.tree);
 }
 
@@ -257,9 +258,10 @@ void TreeWindow::runCommand(TreeCommand command)
 {
     if (!logic_.enabled(command))
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    logic_.run(command);
-    QApplication::restoreOverrideCursor();
+    {
+        const BusyPointer pointer;
+        logic_.run(command);
+    }
     canvas_->viewChanged();
     if (movesTheView(command))
         canvas_->ensureSelectedVisible();
@@ -291,9 +293,10 @@ void TreeWindow::chooseExportFile()
 
 bool TreeWindow::exportTo(const QString& path)
 {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const Outcome written = exportPicture(treePicture(logic_.outputDrawing()), path);
-    QApplication::restoreOverrideCursor();
+    const Outcome written = [&] {
+        const BusyPointer pointer;
+        return exportPicture(treePicture(logic_.outputDrawing()), path);
+    }();
     if (!written) {
         session_.messages().warning(written.message());
         return false;
@@ -326,12 +329,6 @@ void TreeWindow::refresh()
         action->setText(logic_.text(command));
         if (action->isCheckable())
             action->setChecked(logic_.checked(command));
-    }
-    for (const auto& [key, command] : buttonCommands_) {
-        QAction* button = buttons_.at(key);
-        button->setEnabled(logic_.enabled(command));
-        if (button->isCheckable())
-            button->setChecked(logic_.checked(command));
     }
     // Pictures and pages need a tree to show, as saving a view does.
     exportPicture_->setEnabled(logic_.enabled(TreeCommand::SaveView));

@@ -72,8 +72,7 @@ private:
     std::map<TreeCommand, QAction*> actions_;
     std::map<TreeOption, QAction*> options_;
     std::map<int, QAction*> fontSizes_;
-    std::map<QString, QAction*> buttons_;
-    std::map<QString, TreeCommand> buttonCommands_;
+    std::map<QString, QAction*> buttons_;  // by key, the commands' actions and "Top"
     QMenu* contextMenu_ = nullptr;
     QLabel* status_ = nullptr;
     QLabel* zoomLabel_ = nullptr;

@@ -26,6 +26,16 @@ MainWindowLogic::MainWindowLogic(Session& session, RegistryStore& store, QString
 
 void MainWindowLogic::startUp(const QString& commandLine)
 {
+    // A relative path is taken from the folder the program was started in,
+    // before the program moves to its working folder.
+    QString path = commandLine;
+    if (path.startsWith(QLatin1Char('"')))
+        path.remove(0, 1);
+    if (path.endsWith(QLatin1Char('"')))
+        path.chop(1);
+    if (!path.isEmpty() && QFileInfo(path).isRelative())
+        path = QFileInfo(path).absoluteFilePath();
+
     loadSettings(session_.settings, store_, QStringLiteral("ALL"));
     const Settings& settings = session_.settings;
     // At start the items carry the bare file names; the numbers come with the
@@ -36,11 +46,6 @@ void MainWindowLogic::startUp(const QString& commandLine)
     session_.lineSeparator = QStringLiteral("\r\n");
 
     QDir::setCurrent(workingFolder(programFolder_));
-    QString path = commandLine;
-    if (path.startsWith(QLatin1Char('"')))
-        path.remove(0, 1);
-    if (path.endsWith(QLatin1Char('"')))
-        path.chop(1);
     if (!path.isEmpty()) {
         QString name, folder;
         splitPath(path, name, folder);
@@ -85,7 +90,7 @@ void MainWindowLogic::openFile(const QString& path)
     session_.findResults = FindResults{};
     session_.relFirst = 0;
     findRelChecked_ = false;
-    session_.fileReplaced();
+    session_.notifyFileReplaced();
     fileOpen_ = true;
     setMenus(true);
     updateRecentItems(addRecentFile(session_.settings, path));
@@ -318,9 +323,10 @@ void MainWindowLogic::showHeaderInformation()
 
 QString MainWindowLogic::aboutText(const QString& lineBreak)
 {
-    return QStringLiteral("Tav.exe ") + lineBreak + QStringLiteral("Version 1.0") + lineBreak +
-           lineBreak + QStringLiteral("A viewer and analyser of GEDCOM genealogy files.") +
-           lineBreak + QStringLiteral("Written by the Tav developers with C++ and Qt ") +
+    return QStringLiteral("Tav.exe ") + lineBreak + QStringLiteral("Version " TAV_VERSION) +
+           lineBreak + lineBreak +
+           QStringLiteral("A viewer and analyser of GEDCOM genealogy files.") + lineBreak +
+           QStringLiteral("Written by the Tav developers with C++ and Qt ") +
            QString::fromLatin1(qVersion()) + QLatin1Char('.');
 }
 

@@ -30,8 +30,9 @@ public:
     void setLoadProgress(LoadProgress progress) { progress_ = std::move(progress); }
 
     // Loading the window: settings, recent-file items, then the file named on
-    // the command line (quotes allowed; its folder becomes the current one)
-    // or else the auto-load file.
+    // the command line (quotes allowed; a relative path is taken from the
+    // current folder at start; its folder becomes the current one) or else
+    // the auto-load file.
     void startUp(const QString& commandLine);
     // Unloading the window: save the settings (a save that fails is told,
     // and the program goes on) and close every other window.

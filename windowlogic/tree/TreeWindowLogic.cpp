@@ -354,7 +354,7 @@ void TreeWindowLogic::run(TreeCommand command)
     case TreeCommand::FindRelationship: findRelationship(); break;
     case TreeCommand::ShowInBrowser:
         session_.openBrowser(ViewKind::Individual, individualAt(slot), BrowserCaller::MainWindow);
-        session_.changed();
+        session_.notifyChanged();
         break;
     case TreeCommand::GoBack: goBack(); break;
     case TreeCommand::SaveView: saveView(); break;
