@@ -118,6 +118,8 @@ public:
     DescendantCache descendantCache;
     NameTallies nameTallies;
 
+    // The current individual, family, source and note: the slots the
+    // windows show and pass to each other.
     int32_t curInd = 0;
     int32_t curFam = 0;
     int32_t curSou = 0;
@@ -126,8 +128,8 @@ public:
     // Line break of every report and message text.
     QString lineSeparator = QStringLiteral("\r\n");
 
-    Report report;
-    BrowserRequest browser;
+    Report report;           // what the text viewer shows
+    BrowserRequest browser;  // what the record browser is asked to show
     KeepOnTopFlags onTop;
     TreeFlags tree;
 
