@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <QStringList>
 #include <new>
 
 namespace tav {
@@ -101,15 +102,10 @@ void loadGedcomBytes(Session& session, const QString& path, QByteArray& bytes,
     const QByteArrayView text = prepareFileBytes(bytes);
     const qint64 textLength = text.size();
 
+    // The load's messages are told together once it ends.
+    QStringList messages;
     GedcomReader reader(
-        session.records,
-        [&session](const QString& message) {
-            // The reader's fault reports are errors; its capacity notes warnings.
-            session.messages().message(message, QString(),
-                                       message.startsWith(QLatin1String("Error no:"))
-                                           ? MessageKind::Error
-                                           : MessageKind::Warning);
-        },
+        session.records, [&messages](const QString& message) { messages << message; },
         [&](qint64 position) {
             if (progress.advanced && textLength > 0)
                 progress.advanced(position * fileLength / textLength);
@@ -119,6 +115,7 @@ void loadGedcomBytes(Session& session, const QString& path, QByteArray& bytes,
     session.curInd = 1;
     if (progress.finished)
         progress.finished();
+    session.messages().loadMessages(messages);
 }
 
 }  // namespace tav

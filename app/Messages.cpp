@@ -3,6 +3,7 @@
 #include "core/DisplayText.h"
 #include "core/Fault.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace tav {
@@ -28,6 +29,31 @@ void StderrMessages::showMessage(const QString& text, const QString&, MessageKin
 }
 
 bool StderrMessages::askYesNo(const QString&, const QString&) { return true; }
+
+void StderrMessages::loadMessages(const QStringList& messages)
+{
+    for (const QString& message : messages)
+        writer_(withNewlines(message));
+}
+
+QString Messages::loadMessagesText(const QStringList& messages)
+{
+    QStringList lines = messages.mid(0, loadMessagesShown);
+    if (messages.size() > loadMessagesShown)
+        lines << QStringLiteral("... and %1 more.").arg(messages.size() - loadMessagesShown);
+    return lines.join(QLatin1String("\r\n"));
+}
+
+void Messages::loadMessages(const QStringList& messages)
+{
+    if (messages.isEmpty())
+        return;
+    const bool fault = std::any_of(messages.begin(), messages.end(), [](const QString& message) {
+        return message.startsWith(QLatin1String("Error no:"));
+    });
+    message(loadMessagesText(messages), QString(),
+            fault ? MessageKind::Error : MessageKind::Warning);
+}
 
 QStringList RecordingMessages::texts() const
 {

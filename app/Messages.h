@@ -36,18 +36,29 @@ public:
     // "Error no: ..." for a fault that a window survives.
     void fault(const RuntimeFault& fault);
 
+    // The messages of one load, shown together once it ends: by default one
+    // box listing them a line each, at most `loadMessagesShown`, then
+    // "... and N more.". An error box when a fault is among them.
+    virtual void loadMessages(const QStringList& messages);
+    static constexpr qsizetype loadMessagesShown = 20;
+    // The text of that box, its lines broken by CR LF.
+    static QString loadMessagesText(const QStringList& messages);
+
 protected:
     virtual void showMessage(const QString& text, const QString& title, MessageKind kind) = 0;
     virtual bool askYesNo(const QString& text, const QString& title) = 0;
 };
 
 // tav-cli: each message on one line of standard error (line breaks inside a
-// message become plain newlines); questions are answered Yes.
+// message become plain newlines), a load's messages one by one, in order;
+// questions are answered Yes.
 class StderrMessages : public Messages {
 public:
     using Writer = std::function<void(const QString& line)>;
     // The writer receives each message as one line; by default it is stderr.
     explicit StderrMessages(Writer writer = {});
+
+    void loadMessages(const QStringList& messages) override;
 
 protected:
     void showMessage(const QString& text, const QString& title, MessageKind kind) override;

@@ -11,16 +11,19 @@
 
 namespace tav::bench {
 
-QString generatedFile(int individuals, bool shuffled)
+QString generatedFile(int individuals, bool shuffled, GeneratorOptions::Xrefs xrefs)
 {
     static QTemporaryDir dir;
-    const QString path = dir.filePath(
-        QStringLiteral("generated-%1%2.ged").arg(individuals).arg(shuffled ? "-shuffled" : ""));
+    const QString path = dir.filePath(QStringLiteral("generated-%1%2-%3.ged")
+                                          .arg(individuals)
+                                          .arg(shuffled ? "-shuffled" : "")
+                                          .arg(int(xrefs)));
     if (!QFile::exists(path)) {
         QFile file(path);
         GeneratorOptions options;
         options.individuals = individuals;
         options.shuffled = shuffled;
+        options.xrefs = xrefs;
         if (!file.open(QIODevice::WriteOnly) || file.write(generateGedcom(options)) < 0)
             std::abort();
     }

@@ -2,14 +2,17 @@
 
 #include "app/Messages.h"
 #include "app/Session.h"
+#include "bench/GedcomGenerator.h"
 
 #include <QString>
 
 namespace tav::bench {
 
 // A generated file of that many individuals, written once per run to a
-// temporary folder; shuffled, its records lie in a random order.
-QString generatedFile(int individuals, bool shuffled = false);
+// temporary folder; shuffled, its records lie in a random order; its
+// cross-references numbered, of twelve digits or text.
+QString generatedFile(int individuals, bool shuffled = false,
+                      GeneratorOptions::Xrefs xrefs = GeneratorOptions::Xrefs::Numbered);
 
 // A real file of ../shared/gedcom, or "" when the folder is absent.
 QString sharedFile(const char* name);

@@ -291,8 +291,37 @@ QByteArray shuffledRecords(const QByteArray& text, const GeneratorOptions& optio
     return out + "0 TRLR" + eol;
 }
 
+namespace {
+
+// The cross-reference of record `n` of a kind ('I', 'F', 'S', 'N'), with
+// its "@"s, in the style asked for.
+std::string xref(GeneratorOptions::Xrefs style, char kind, int n)
+{
+    switch (style) {
+    case GeneratorOptions::Xrefs::Numbered:
+        return "@" + std::string(1, kind) + std::to_string(n) + "@";
+    case GeneratorOptions::Xrefs::Long:
+        return "@" + std::string(1, kind) + std::to_string(100000000000LL + n) + "@";
+    case GeneratorOptions::Xrefs::Text: {
+        // The number in letters, so the text holds no digit at all.
+        std::string letters;
+        for (int v = n; v > 0; v = (v - 1) / 26)
+            letters.insert(letters.begin(), char('A' + (v - 1) % 26));
+        const char* word = kind == 'I'   ? "PERSON_"
+                           : kind == 'F' ? "FAMILY_"
+                           : kind == 'S' ? "SOURCE_"
+                                         : "NOTE_";
+        return "@" + std::string(word) + letters + "@";
+    }
+    }
+    return {};
+}
+
+}  // namespace
+
 QByteArray generateGedcom(const GeneratorOptions& options)
 {
+    const auto ref = [&options](char kind, int n) { return xref(options.xrefs, kind, n); };
     Population population(options);
     population.build();
     Random& random = population.random_;
@@ -315,7 +344,7 @@ QByteArray generateGedcom(const GeneratorOptions& options)
 
     int nextNoteRecord = 1;
     for (Person& p : population.people) {
-        out.line(0, "@I" + std::to_string(p.id) + "@ INDI");
+        out.line(0, ref('I', p.id) + " INDI");
         std::string given = p.male ? maleNames[size_t(p.given)] : femaleNames[size_t(p.given)];
         if (p.given2 >= 0)
             given += std::string(" ") +
@@ -329,7 +358,7 @@ QByteArray generateGedcom(const GeneratorOptions& options)
             out.line(2, "DATE " + dateText(random, p.birthYear));
             out.line(2, "PLAC " + placeText(random));
             if (random.chance(30))
-                out.line(2, "SOUR @S" + std::to_string(1 + random.below(sourceCount)) + "@");
+                out.line(2, "SOUR " + ref('S', 1 + random.below(sourceCount)));
         }
         if (p.deathYear) {
             out.line(1, "DEAT");
@@ -337,28 +366,28 @@ QByteArray generateGedcom(const GeneratorOptions& options)
             out.line(2, "PLAC " + placeText(random));
         }
         for (int f : p.fams)
-            out.line(1, "FAMS @F" + std::to_string(f) + "@");
+            out.line(1, "FAMS " + ref('F', f));
         if (p.famc)
-            out.line(1, "FAMC @F" + std::to_string(p.famc) + "@");
+            out.line(1, "FAMC " + ref('F', p.famc));
         const int noteKind = random.below(100);
         if (noteKind < 20) {
             out.line(1, std::string("NOTE ") + random.pick(noteLines));
             out.line(2, std::string("CONT ") + random.pick(noteLines));
         } else if (noteKind < 25 && nextNoteRecord <= noteCount) {
-            out.line(1, "NOTE @N" + std::to_string(nextNoteRecord++) + "@");
+            out.line(1, "NOTE " + ref('N', nextNoteRecord++));
         }
         if (random.chance(25))
-            out.line(1, "SOUR @S" + std::to_string(1 + random.below(sourceCount)) + "@");
+            out.line(1, "SOUR " + ref('S', 1 + random.below(sourceCount)));
         out.line(1, "CHAN");
         out.line(2, "DATE " + std::to_string(1 + random.below(28)) + " " + random.pick(months) +
                         " 2019");
     }
     for (const Fam& f : population.families) {
-        out.line(0, "@F" + std::to_string(f.id) + "@ FAM");
-        out.line(1, "HUSB @I" + std::to_string(f.husband) + "@");
-        out.line(1, "WIFE @I" + std::to_string(f.wife) + "@");
+        out.line(0, ref('F', f.id) + " FAM");
+        out.line(1, "HUSB " + ref('I', f.husband));
+        out.line(1, "WIFE " + ref('I', f.wife));
         for (int c : f.children)
-            out.line(1, "CHIL @I" + std::to_string(c) + "@");
+            out.line(1, "CHIL " + ref('I', c));
         if (random.chance(75)) {
             out.line(1, "MARR");
             out.line(2, "DATE " + dateText(random, f.marriageYear));
@@ -368,7 +397,7 @@ QByteArray generateGedcom(const GeneratorOptions& options)
             out.line(1, "DIV Y");
     }
     for (int s = 1; s <= sourceCount; ++s) {
-        out.line(0, "@S" + std::to_string(s) + "@ SOUR");
+        out.line(0, ref('S', s) + " SOUR");
         out.line(1, std::string("TITL Parish registers of ") + random.pick(towns));
         if (random.chance(70))
             out.line(1, std::string("AUTH ") + random.pick(counties) + " Record Office");
@@ -377,7 +406,7 @@ QByteArray generateGedcom(const GeneratorOptions& options)
             out.line(1, std::string("NOTE ") + random.pick(noteLines));
     }
     for (int n = 1; n <= noteCount; ++n) {
-        out.line(0, "@N" + std::to_string(n) + "@ NOTE");
+        out.line(0, ref('N', n) + " NOTE");
         out.line(1, std::string("CONC ") + random.pick(noteLines));
         out.line(1, std::string("CONT ") + random.pick(noteLines));
     }

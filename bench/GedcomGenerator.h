@@ -16,6 +16,10 @@ struct GeneratorOptions {
     // ascending numbers, as files sorted by name or grouped by branch are;
     // the header stays first and the trailer last.
     bool shuffled = false;
+    // How records are cross-referenced: "@I12@"; twelve digits, as large
+    // websites export ("@I100000000012@"); or text ("@PERSON_AL@").
+    enum class Xrefs { Numbered, Long, Text };
+    Xrefs xrefs = Xrefs::Numbered;
 };
 
 QByteArray generateGedcom(const GeneratorOptions& options);

@@ -1,7 +1,10 @@
 // Load benchmarks: a generated file of 40000 individuals (about 12 MB) and of
 // 10000 for the linearity check, beside `wc -l` on the same files; the
 // 40000 file also with its records shuffled (the second argument), whose
-// links must resolve as quickly.
+// links must resolve as quickly, and with twelve-digit and text
+// cross-references (the third: 1 and 2). The whole process of tav-cli info
+// is timed too, and beside it, in the same run, another build's tav-cli
+// when TAV_BASELINE_CLI names one.
 #include "app/GedcomLoading.h"
 #include "app/Messages.h"
 #include "app/Session.h"
@@ -19,7 +22,8 @@ using tav::bench::generatedFile;
 // A load as at start-up: a new session each time, destroyed outside the timing.
 void BM_LoadGenerated(benchmark::State& state)
 {
-    const QString path = generatedFile(int(state.range(0)), state.range(1) != 0);
+    const QString path = generatedFile(int(state.range(0)), state.range(1) != 0,
+                                       tav::GeneratorOptions::Xrefs(state.range(2)));
     tav::RecordingMessages messages;
     int32_t individuals = 0, families = 0;
     for (auto _ : state) {
@@ -37,9 +41,11 @@ void BM_LoadGenerated(benchmark::State& state)
     state.counters["MB"] = double(QFile(path).size()) / 1e6;
 }
 BENCHMARK(BM_LoadGenerated)
-    ->Args({10000, 0})
-    ->Args({40000, 0})
-    ->Args({40000, 1})
+    ->Args({10000, 0, 0})
+    ->Args({40000, 0, 0})
+    ->Args({40000, 1, 0})
+    ->Args({40000, 0, 1})
+    ->Args({40000, 0, 2})
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(5)
     ->ReportAggregatesOnly(true);
@@ -76,6 +82,31 @@ BENCHMARK(BM_WcLines)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime()
     ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
+
+// tav-cli info on the 40000 file as a whole process: loading the program and
+// its libraries, reading, and ending. Argument 1 runs the baseline build.
+void BM_CliInfo(benchmark::State& state)
+{
+    const char* baseline = std::getenv("TAV_BASELINE_CLI");
+    if (state.range(0) == 1 && !baseline) {
+        state.SkipWithError("TAV_BASELINE_CLI is not set");
+        return;
+    }
+    const QByteArray program = state.range(0) == 1 ? QByteArray(baseline) : TAV_CLI_PROGRAM;
+    const QByteArray command =
+        program + " info " + QFile::encodeName(generatedFile(40000)) + " >/dev/null";
+    for (auto _ : state) {
+        if (std::system(command.constData()) != 0)
+            state.SkipWithError("tav-cli failed");
+    }
+}
+BENCHMARK(BM_CliInfo)
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Repetitions(8)
     ->ReportAggregatesOnly(true);
 
 }  // namespace

@@ -15,6 +15,10 @@ int main(int argc, char* argv[])
             options.crlf = false;
         else if (std::strcmp(argv[i], "--shuffle") == 0)
             options.shuffled = true;
+        else if (std::strcmp(argv[i], "--long-ids") == 0)
+            options.xrefs = tav::GeneratorOptions::Xrefs::Long;
+        else if (std::strcmp(argv[i], "--text-ids") == 0)
+            options.xrefs = tav::GeneratorOptions::Xrefs::Text;
         else if (std::strcmp(argv[i], "--seed") == 0 && i + 1 < argc)
             options.seed = std::strtoull(argv[++i], nullptr, 10);
         else if (options.individuals == 1000 && std::atoi(argv[i]) > 0 && !outPath)
@@ -24,7 +28,8 @@ int main(int argc, char* argv[])
     }
     if (!outPath) {
         std::fprintf(stderr,
-                     "usage: tav-generate INDIVIDUALS OUT.ged [--lf] [--shuffle] [--seed N]\n");
+                     "usage: tav-generate INDIVIDUALS OUT.ged [--lf] [--shuffle] [--long-ids | "
+                     "--text-ids] [--seed N]\n");
         return 2;
     }
     QFile file(QString::fromLocal8Bit(outPath));

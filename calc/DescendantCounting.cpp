@@ -56,8 +56,8 @@ Totals walk(const RecordStore& records, DescendantCache& cache, int32_t root)
         int32_t next = 0;
         while (next == 0) {
             const Family& family = records.family(level.familyIndex);
-            if (level.family == 0 || level.child >= family.storedChildren()) {
-                if (level.family >= person.storedSpouseFamilies())
+            if (level.family == 0 || level.child >= family.childCount) {
+                if (level.family >= person.spouseFamilyCount)
                     break;
                 ++level.family;
                 level.child = 0;
@@ -148,9 +148,9 @@ int32_t largestFamilySlot(const RecordStore& records, DescendantCache& cache, in
     const Individual& person = records.individual(individual);
     int32_t best = 0;
     int64_t bestValue = 0;
-    for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
+    for (int k = 1; k <= person.spouseFamilyCount; ++k) {
         const Family& family = records.family(records.spouseFamilyOf(person, k));
-        for (int c = 1; c <= family.storedChildren(); ++c) {
+        for (int c = 1; c <= family.childCount; ++c) {
             const int64_t value = int64_t(family.childCount) +
                                   countDescendants(records, cache, records.childOf(family, c));
             if (value > bestValue) {

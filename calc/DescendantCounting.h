@@ -46,7 +46,7 @@ int32_t countDescendantSpouses(const RecordStore& records, DescendantCache& cach
                                int32_t individual);
 int32_t countGenerations(const RecordStore& records, DescendantCache& cache, int32_t individual);
 
-// The spouse-family slot (1-10) whose children and their descendants score
+// The spouse-family place (from 1) whose children and their descendants score
 // highest (family child count + a child's descendants, best child counting),
 // the first slot winning a tie; 0 without families or children.
 int32_t largestFamilySlot(const RecordStore& records, DescendantCache& cache, int32_t individual);

@@ -146,7 +146,7 @@ int32_t countChildren(const RecordStore& records, int32_t individual)
 {
     const Individual& person = records.individual(individual);
     int32_t children = 0;
-    for (int k = 1; k <= person.storedSpouseFamilies(); ++k)
+    for (int k = 1; k <= person.spouseFamilyCount; ++k)
         children += records.family(records.spouseFamilyOf(person, k)).childCount;
     return children;
 }

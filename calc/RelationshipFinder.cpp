@@ -139,7 +139,7 @@ QString relationshipText(const RecordStore& records, int32_t a, int32_t b, const
     const Individual& personB = records.individual(b);
     QString answer;
     bool spouses = false;
-    for (int k = 1; k <= personA.storedSpouseFamilies() && !spouses; ++k) {
+    for (int k = 1; k <= personA.spouseFamilyCount && !spouses; ++k) {
         const Family& family = records.family(records.spouseFamilyOf(personA, k));
         spouses = (isMale(personA) ? records.wifeOf(family) : records.husbandOf(family)) == b;
     }

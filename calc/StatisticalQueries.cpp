@@ -182,7 +182,7 @@ void byAgeAtMarriage(QueryRun& run, bool oldest)
     Best best(run.individuals(), run.candidates.individual, 1, oldest ? 0 : 2000);
     for (int32_t i = 1; i <= r.individualCount(); ++i) {
         const Individual& p = r.individual(i);
-        for (int k = 1; k <= p.storedSpouseFamilies(); ++k) {
+        for (int k = 1; k <= p.spouseFamilyCount; ++k) {
             const Family& f = r.family(r.spouseFamilyOf(p, k));
             const int32_t age = yearsBetween(p.birthDate, f.marriageDate);
             if (age != -1)
@@ -251,7 +251,7 @@ void largestGapBetweenChildren(QueryRun& run)
     for (int32_t f = 1; f <= r.familyCount(); ++f) {
         const Family& family = r.family(f);
         const int32_t gap = yearsBetween(birthOf(r, r.childOf(family, 1)),
-                                         birthOf(r, r.childOf(family, family.storedChildren())));
+                                         birthOf(r, r.childOf(family, family.childCount)));
         if (gap > -1)
             best.offer(f, gap, true);
     }
@@ -265,7 +265,7 @@ bool childrenBornBeforeMarriage(const RecordStore& r, const Family& f)
 
 bool hasTwins(const RecordStore& r, const Family& f)
 {
-    for (int k = 1; k < f.storedChildren(); ++k) {
+    for (int k = 1; k < f.childCount; ++k) {
         if (compareDates(birthOf(r, r.childOf(f, k)), birthOf(r, r.childOf(f, k + 1))) == 1)
             return true;
     }

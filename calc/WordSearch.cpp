@@ -68,15 +68,14 @@ public:
         number_.reserve(16);
     }
 
-    SearchText& start(QChar letter, int32_t number)
+    // `number` is a record's number: the digits of its cross-reference.
+    SearchText& start(QChar letter, int64_t number)
     {
         number_.resize(0);
-        if (number < 0)
-            number_ += QLatin1Char('-');
         number_ += letter;
-        char digits[12];
+        char digits[20];
         int n = 0;
-        for (int64_t v = number < 0 ? -int64_t(number) : number; n == 0 || v > 0; v /= 10)
+        for (int64_t v = number; n == 0 || v > 0; v /= 10)
             digits[n++] = char('0' + v % 10);
         while (n > 0)
             number_ += QLatin1Char(digits[--n]);
@@ -155,8 +154,11 @@ void findByWords(const RecordStore& r, FindResults& results, const QString& text
         collect(results[FindResults::Individuals], r.individualCount(), search,
                 [&](SearchText& s, int32_t k) {
                     const Individual& p = r.individual(k);
-                    s.start(u'I', p.id) << p.name << p.sex << p.occupation << p.birthDate
-                                        << p.birthPlace << p.deathDate << p.deathPlace << p.note;
+                    s.start(u'I', p.id) << p.name;
+                    for (const QString& other : r.otherNames(p))
+                        s << other;
+                    s << p.sex << p.occupation << p.birthDate << p.birthPlace << p.deathDate
+                      << p.deathPlace << p.note;
                 });
     }
     if (kinds.families) {
@@ -166,7 +168,7 @@ void findByWords(const RecordStore& r, FindResults& results, const QString& text
                     s.start(u'F', f.id)
                         << r.individual(r.husbandOf(f)).name << r.individual(r.wifeOf(f)).name
                         << f.marriageDate << f.marriagePlace;
-                    for (int c = 1; c <= f.storedChildren(); ++c)
+                    for (int c = 1; c <= f.childCount; ++c)
                         s << r.individual(r.childOf(f, c)).name;
                 });
     }

@@ -25,9 +25,10 @@ struct SearchKinds {
 // Finds the records whose search text holds every word (anywhere, in any
 // order), at most 200 of a kind in table order, into the find results;
 // every count is cleared first, also of kinds not searched. A
-// record's search text starts with its number in the file ("I12 "), then its
-// fields joined by blanks; a note's also holds the author, publication and
-// note of the source at the same slot.
+// record's search text starts with its number in the file ("I12 ", the
+// digits of its cross-reference), then its fields joined by blanks (a
+// person's other names after the name); a note's also holds the author,
+// publication and note of the source at the same slot.
 void findByWords(const RecordStore& records, FindResults& results, const QString& text,
                  bool caseSensitive, SearchKinds kinds);
 

@@ -22,47 +22,15 @@ inline qsizetype indexOf(const char* line, qsizetype length, char c, qsizetype f
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// The number at the start of `length` bytes, read as the platform's number
-// reading does. Plain digits, by far the common case, are read directly.
-int32_t numberAt(const char* text, qsizetype length)
-{
-    int64_t value = 0;
-    qsizetype i = 0;
-    while (i < length && i < 10 && isDigit(text[i]))
-        value = value * 10 + (text[i++] - '0');
-    if (i > 0 && (i == length || (!isDigit(text[i]) && text[i] != ' ' && text[i] != '.' &&
-                                  text[i] != '\t' && text[i] != '\n')))
-        return toLong(double(value));
-    return toLong(leadingNumber(text, length));
-}
-
-// A record's number taken from a level-0 cross-reference such as "@I12@":
-// the characters after "@" and the type letter, up to the next blank.
-int32_t level0Number(const char* line, qsizetype length, qsizetype from)
-{
-    if (from >= length)
-        return 0;
-    qsizetype end = indexOf(line, length, ' ', from);
-    if (end < 0)
-        end = length;
-    return numberAt(line + from, end - from);
-}
-
 }  // namespace
 
-int32_t crossReferenceNumber(const char* line, qsizetype length, qsizetype from)
+int32_t GedcomReader::crossReference(const char* line, qsizetype length, qsizetype from)
 {
     const qsizetype a = indexOf(line, length, '@', from);
     const qsizetype b = a < 0 ? -1 : indexOf(line, length, '@', a + 1);
     if (b < 0)
         raiseFault(RuntimeFault::InvalidCall);
-    // The number is read from two past the first "@" up to and including the
-    // closing "@", which the number reading ignores.
-    const qsizetype start = a + 2;
-    const qsizetype count = b - a - 1;
-    if (start >= length)
-        return 0;
-    return numberAt(line + start, qMin(count, length - start));
+    return store_.crossReferences().intern(std::string_view(line + a + 1, size_t(b - a - 1)));
 }
 
 GedcomReader::GedcomReader(RecordStore& store, Report report, Progress progress)
@@ -83,10 +51,14 @@ void GedcomReader::trap(Statement&& statement)
 void GedcomReader::read(QByteArrayView bytes)
 {
     store_.resetRecords();
+    // Room for the cross-references at once: a record with its links takes
+    // some 200 to 300 bytes of a file.
+    store_.crossReferences().clear(size_t(bytes.size() / 256));
     decoder_ = CharsetDecoder(CharsetDecoder::charsetFromName(headerCharsetName(bytes)));
     recordType_ = RecordType::None;
     level1Tag_ = {};
-    shared_.clear();
+    sharedTexts_.clear();
+    sharedValues_.clear();
     level0Lines_ = 0;
 
     LineSplitter lines(bytes.data(), bytes.size());
@@ -100,19 +72,32 @@ void GedcomReader::read(QByteArrayView bytes)
                 progress_(lines.position());
         }
     }
-    shared_.clear();
-    resolveCrossReferences();
+    sharedTexts_.clear();
+    sharedValues_ = {};
+    store_.resolveLinks();
 }
 
 void GedcomReader::readLine(const char* line, qsizetype length)
 {
+    // Blanks and tabs before the level are indentation; a line that then
+    // does not start with a level and a blank (an empty line, text broken
+    // onto a line of its own) is no line of the file's structure.
+    qsizetype indent = 0;
+    while (indent < length && (line[indent] == ' ' || line[indent] == '\t'))
+        ++indent;
+    if (indent == length || !isDigit(line[indent]))
+        return;
+    line += indent;
+    length -= indent;
     const qsizetype blank = indexOf(line, length, ' ', 0);
+    if (blank < 0)
+        return;
     int level;
-    if (blank == 1 && isDigit(line[0])) {
+    if (blank == 1) {
         level = line[0] - '0';
     } else {
         // The level is the number read from the text up to and including the
-        // first blank; no blank leaves nothing to read, which is level 0.
+        // first blank.
         const double value = leadingNumber(line, blank + 1);
         if (!(std::fabs(value) < 1e9))
             return;
@@ -149,52 +134,62 @@ void GedcomReader::reportCapacity(bool& truncated, const char* what, int32_t cap
 void GedcomReader::readLevel0(const char* line, qsizetype length, qsizetype blank)
 {
     progressDue_ = ++level0Lines_ % 80 == 0;
-    const qsizetype at = blank + 1;  // the two characters after the first blank
-    if (at + 1 >= length)
+    recordType_ = RecordType::Skipped;
+    const qsizetype at = blank + 1;
+    if (at >= length || line[at] != '@') {
+        // Without a cross-reference only the header is read.
+        const qsizetype end = indexOf(line, length, ' ', at);
+        if (std::string_view(line + at, size_t((end < 0 ? length : end) - at)) == "HEAD")
+            recordType_ = RecordType::Head;
         return;
-    const char c0 = line[at];
-    const char c1 = line[at + 1];
-    if (c0 == 'H' && c1 == 'E') {
-        recordType_ = RecordType::Head;
-    } else if (c0 != '@') {
-        return;  // TRLR and the like: the previous record type carries over
-    } else if (c1 == 'I') {
+    }
+    const qsizetype close = indexOf(line, length, '@', at + 1);
+    if (close < 0)
+        return;
+    const std::string_view xref(line + at + 1, size_t(close - at - 1));
+    qsizetype tagStart = close + 1;
+    while (tagStart < length && line[tagStart] == ' ')
+        ++tagStart;
+    qsizetype tagEnd = indexOf(line, length, ' ', tagStart);
+    if (tagEnd < 0)
+        tagEnd = length;
+    const std::string_view tag(line + tagStart, size_t(tagEnd - tagStart));
+
+    const auto begin = [&](auto& record) {
+        record.xref = store_.crossReferences().intern(xref);
+        record.id = digitsValue(xref);
+    };
+    if (tag == "INDI") {
         if (store_.individualCount() < RecordStore::individualCapacity) {
             recordType_ = RecordType::Individual;
-            Individual& person = store_.addIndividual();
-            trap([&] { person.id = level0Number(line, length, at + 2); });
+            begin(store_.addIndividual());
         } else {
             reportCapacity(store_.individualsTruncated, "individuals",
                            RecordStore::individualCapacity);
         }
-    } else if (c1 == 'F') {
+    } else if (tag == "FAM") {
         if (store_.familyCount() < RecordStore::familyCapacity) {
             recordType_ = RecordType::Family;
-            Family& family = store_.addFamily();
-            trap([&] { family.id = level0Number(line, length, at + 2); });
+            begin(store_.addFamily());
         } else {
             reportCapacity(store_.familiesTruncated, "families", RecordStore::familyCapacity);
         }
-    } else if (c1 == 'S') {
-        if (at + 2 >= length || !isDigit(line[at + 2])) {
-            recordType_ = RecordType::Skipped;  // submitter records such as @SUBM1@
-        } else if (store_.sourceCount() < RecordStore::sourceCapacity) {
+    } else if (tag == "SOUR") {
+        if (store_.sourceCount() < RecordStore::sourceCapacity) {
             recordType_ = RecordType::Source;
-            Source& source = store_.addSource();
-            trap([&] { source.id = level0Number(line, length, at + 2); });
+            begin(store_.addSource());
         } else {
             reportCapacity(store_.sourcesTruncated, "sources", RecordStore::sourceCapacity);
         }
-    } else if (c1 == 'N') {
-        if (store_.noteCount() >= RecordStore::noteCapacity) {
-            reportCapacity(store_.notesTruncated, "notes", RecordStore::noteCapacity);
-        } else {
+    } else if (tag == "NOTE" || tag == "SNOTE") {
+        if (store_.noteCount() < RecordStore::noteCapacity) {
             recordType_ = RecordType::Note;
             Note& note = store_.addNote();
-            qsizetype end = indexOf(line, length, ' ', at);
-            if (end < 0)
-                end = length;
-            trap([&] { note.id = digitsValue(QString::fromLatin1(line + at, end - at)); });
+            begin(note);
+            // Text on the level-0 line is the note's first line.
+            note.text = untrimmedValue(line, length, tagEnd + 1);
+        } else {
+            reportCapacity(store_.notesTruncated, "notes", RecordStore::noteCapacity);
         }
     }
 }
@@ -225,10 +220,10 @@ QString GedcomReader::sharedValue(const char* line, qsizetype length, qsizetype 
     const std::string_view bytes = trimmedBytes(line, length, valueStart);
     if (bytes.empty())
         return QString();
-    auto [entry, added] = shared_.try_emplace(bytes);
-    if (added)
-        entry->second = decoder_.decode(bytes.data(), qsizetype(bytes.size()));
-    return entry->second;
+    const int32_t code = sharedTexts_.intern(bytes);
+    if (size_t(code) == sharedValues_.size())
+        sharedValues_.push_back(decoder_.decode(bytes.data(), qsizetype(bytes.size())));
+    return sharedValues_[size_t(code)];
 }
 
 QString GedcomReader::untrimmedValue(const char* line, qsizetype length, qsizetype valueStart) const
@@ -251,26 +246,25 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
     case RecordType::Individual: {
         Individual& person = store_.individualAt(store_.individualCount());
         if (tag == "NAME") {
-            person.name = trimmedValue(line, length, valueStart);
+            // The first name is the person's name; later ones are other names.
+            QString name = trimmedValue(line, length, valueStart);
+            if (name.isEmpty())
+                break;
+            if (person.name.isEmpty())
+                person.name = std::move(name);
+            else
+                store_.addOtherName(person, std::move(name));
         } else if (tag == "SEX") {
             person.sex = sharedValue(line, length, valueStart);
         } else if (tag == "OCCU") {
             person.occupation = sharedValue(line, length, valueStart);
         } else if (tag == "FAMS") {
-            const int32_t k = ++person.spouseFamilyCount;
-            trap([&] {
-                const int32_t number = crossReferenceNumber(line, length, valueStart - 1);
-                if (k > Individual::maxSpouseFamilies)
-                    raiseFault(RuntimeFault::SubscriptOutOfRange);
-                person.spouseFamilyId[size_t(k)] = number;
-                person.spouseFamiliesWritten |= uint16_t(1u << k);
-            });
+            Link& link =
+                store_.linkAt(store_.addLink(person.firstSpouseFamily, person.spouseFamilyCount));
+            trap([&] { link.xref = crossReference(line, length, valueStart - 1); });
         } else if (tag == "FAMC") {
-            trap([&] {
-                person.childFamilyId = crossReferenceNumber(line, length, valueStart - 1);
-                person.childFamilyWritten = true;
-            });
-        } else if (tag == "NOTE") {
+            trap([&] { person.childFamily.xref = crossReference(line, length, valueStart - 1); });
+        } else if (tag == "NOTE" || tag == "SNOTE") {
             person.note = untrimmedValue(line, length, valueStart);
         }
         break;
@@ -278,24 +272,12 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
     case RecordType::Family: {
         Family& family = store_.familyAt(store_.familyCount());
         if (tag == "HUSB") {
-            trap([&] {
-                family.husbandId = crossReferenceNumber(line, length, valueStart - 1);
-                family.husbandWritten = true;
-            });
+            trap([&] { family.husband.xref = crossReference(line, length, valueStart - 1); });
         } else if (tag == "WIFE") {
-            trap([&] {
-                family.wifeId = crossReferenceNumber(line, length, valueStart - 1);
-                family.wifeWritten = true;
-            });
+            trap([&] { family.wife.xref = crossReference(line, length, valueStart - 1); });
         } else if (tag == "CHIL") {
-            const int32_t k = ++family.childCount;
-            trap([&] {
-                const int32_t number = crossReferenceNumber(line, length, valueStart - 1);
-                if (k > Family::maxChildren)
-                    raiseFault(RuntimeFault::SubscriptOutOfRange);
-                family.childId[size_t(k)] = number;
-                family.childrenWritten |= 1u << k;
-            });
+            Link& link = store_.linkAt(store_.addLink(family.firstChild, family.childCount));
+            trap([&] { link.xref = crossReference(line, length, valueStart - 1); });
         } else if (tag == "DIV") {
             family.divorced = true;
         }
@@ -309,7 +291,7 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
             source.author = trimmedValue(line, length, valueStart);
         else if (tag == "PUBL")
             source.publication = trimmedValue(line, length, valueStart);
-        else if (tag == "NOTE")
+        else if (tag == "NOTE" || tag == "SNOTE")
             source.note = trimmedValue(line, length, valueStart);
         break;
     }
@@ -366,36 +348,6 @@ void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype 
         }
         break;
     default: break;
-    }
-}
-
-void GedcomReader::resolveCrossReferences()
-{
-    store_.indexIds();
-    const int32_t individuals = store_.individualCount();
-    for (int32_t i = 1; i <= individuals; ++i) {
-        Individual& person = store_.individualAt(i);
-        for (int32_t k = 1; k <= person.spouseFamilyCount; ++k) {
-            trap([&] {
-                if (k > Individual::maxSpouseFamilies)
-                    raiseFault(RuntimeFault::SubscriptOutOfRange);
-                person.spouseFamilyIndex[size_t(k)] = store_.spouseFamilyOf(person, k);
-            });
-        }
-        trap([&] { person.childFamilyIndex = store_.childFamilyOf(person); });
-    }
-    const int32_t families = store_.familyCount();
-    for (int32_t f = 1; f <= families; ++f) {
-        Family& family = store_.familyAt(f);
-        family.husbandIndex = store_.husbandOf(family);
-        family.wifeIndex = store_.wifeOf(family);
-        for (int32_t k = 1; k <= family.childCount; ++k) {
-            trap([&] {
-                if (k > Family::maxChildren)
-                    raiseFault(RuntimeFault::SubscriptOutOfRange);
-                family.childIndex[size_t(k)] = store_.childOf(family, k);
-            });
-        }
     }
 }
 

@@ -6,14 +6,15 @@
 #include <QByteArray>
 #include <functional>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 namespace tav {
 
 // One pass over the lines of a GEDCOM file that fills the record store,
-// followed by a pass that resolves cross-reference numbers into slots.
-// Only the tags the program uses are read; everything else is skipped.
-// A fault in one statement is reported and reading goes on with the next.
+// followed by a pass that resolves cross-references into slots. A level-0
+// line's tag decides the record (INDI, FAM, SOUR, NOTE or SNOTE; any other
+// record is skipped whole); only the tags the program uses are read. A
+// fault in one statement is reported and reading goes on with the next.
 class GedcomReader {
 public:
     using Report = std::function<void(const QString& message)>;
@@ -33,7 +34,10 @@ private:
     void readLevel0(const char* line, qsizetype length, qsizetype blank);
     void readLevel1(std::string_view tag, const char* line, qsizetype length, qsizetype valueStart);
     void readLevel2(std::string_view tag, const char* line, qsizetype length, qsizetype valueStart);
-    void resolveCrossReferences();
+    // The code of the cross-reference of a link's value ("@F12@"), from the
+    // first "@" at or after `from` to the next; no such pair is the
+    // InvalidCall fault.
+    int32_t crossReference(const char* line, qsizetype length, qsizetype from);
     void reportCapacity(bool& truncated, const char* what, int32_t capacity);
 
     QString trimmedValue(const char* line, qsizetype length, qsizetype valueStart) const;
@@ -53,14 +57,11 @@ private:
 
     RecordType recordType_ = RecordType::None;
     std::string_view level1Tag_;  // points into the file bytes, alive for the whole read
-    std::unordered_map<std::string_view, QString> shared_;  // keys point into the file bytes
+    // Values read with sharedValue, by their code in sharedTexts_.
+    InternedTexts sharedTexts_;
+    std::vector<QString> sharedValues_;
     int64_t level0Lines_ = 0;
     bool progressDue_ = false;
 };
-
-// Reads the cross-reference number of a value such as "@I12@" that starts at
-// or after `from`: the digits after the "@" and its type letter, up to the
-// closing "@". No "@", or no closing "@", is the InvalidCall fault.
-int32_t crossReferenceNumber(const char* line, qsizetype length, qsizetype from);
 
 }  // namespace tav

@@ -22,6 +22,8 @@ RecordStore::RecordStore()
     // reader never moves records, and pages no file reaches stay untouched.
     individuals_.reserve(size_t(individualCapacity) + 1);
     families_.reserve(size_t(familyCapacity) + 1);
+    sources_.reserve(size_t(sourceCapacity) + 1);
+    notes_.reserve(size_t(noteCapacity) + 1);
     resetRecords();
 }
 
@@ -32,61 +34,79 @@ void RecordStore::resetRecords()
     families_.assign(1, Family{});
     sources_.assign(1, Source{});
     notes_.assign(1, Note{});
-    individualIds_.build(individuals_);
-    familyIds_.build(families_);
+    links_.clear();
+    otherNames_.clear();
+    xrefs_.clear();
+    individualByXref_.clear();
+    familyByXref_.clear();
     individualsTruncated = familiesTruncated = sourcesTruncated = notesTruncated = false;
 }
 
+QStringView pointedXref(QStringView value)
+{
+    const QStringView text = value.trimmed();
+    if (text.size() < 3 || !text.startsWith(u'@') || !text.endsWith(u'@'))
+        return {};
+    const QStringView inner = text.mid(1, text.size() - 2);
+    return inner.contains(u'@') || inner.contains(u' ') ? QStringView() : inner;
+}
+
+int32_t RecordStore::addLink(int32_t& first, int32_t& count)
+{
+    if (count == 0)
+        first = int32_t(links_.size());
+    ++count;
+    links_.emplace_back();
+    return int32_t(links_.size()) - 1;
+}
+
+void RecordStore::addOtherName(Individual& person, QString name)
+{
+    if (person.otherNameCount == 0)
+        person.firstOtherName = int32_t(otherNames_.size());
+    ++person.otherNameCount;
+    otherNames_.push_back(std::move(name));
+}
+
+namespace {
+
+// The first slot of each cross-reference code among the records of a table.
 template <typename Record>
-void RecordStore::IdIndex::build(const std::vector<Record>& table)
+void indexByXref(const std::vector<Record>& table, int32_t codes, std::vector<int32_t>& index)
 {
-    const size_t count = table.size() - 1;
-    byId.clear();
-    sorted.clear();
-    if (count == 0) {
-        direct = true;
-        lowest = 0;
-        return;
+    index.assign(size_t(codes), 0);
+    for (size_t slot = table.size() - 1; slot >= 1; --slot) {
+        const int32_t code = table[slot].xref;
+        if (code >= 0)
+            index[size_t(code)] = int32_t(slot);
     }
-    int64_t low = table[1].id, high = table[1].id;
-    for (size_t k = 2; k <= count; ++k) {
-        low = std::min<int64_t>(low, table[k].id);
-        high = std::max<int64_t>(high, table[k].id);
-    }
-    // A direct table as long as the ids' range, when that stays within a
-    // few times the number of records.
-    direct = uint64_t(high - low) <= 4 * uint64_t(count) + 1024;
-    lowest = low;
-    if (direct) {
-        byId.assign(size_t(high - low) + 1, 0);
-        for (size_t k = 1; k <= count; ++k) {
-            int32_t& slot = byId[size_t(table[k].id - low)];
-            if (slot == 0)
-                slot = int32_t(k);
-        }
-        return;
-    }
-    sorted.reserve(count);
-    for (size_t k = 1; k <= count; ++k)
-        sorted.emplace_back(table[k].id, int32_t(k));
-    std::sort(sorted.begin(), sorted.end());
 }
 
-int32_t RecordStore::IdIndex::find(int32_t id) const
-{
-    if (direct) {
-        const int64_t at = int64_t(id) - lowest;
-        return at >= 0 && uint64_t(at) < byId.size() ? byId[size_t(at)] : 0;
-    }
-    // The first pair of the id holds its lowest slot: the first in file order.
-    const auto found = std::lower_bound(sorted.begin(), sorted.end(), std::pair{id, int32_t(0)});
-    return found != sorted.end() && found->first == id ? found->second : 0;
-}
+}  // namespace
 
-void RecordStore::indexIds()
+void RecordStore::resolveLinks()
 {
-    individualIds_.build(individuals_);
-    familyIds_.build(families_);
+    const int32_t codes = xrefs_.count();
+    indexByXref(individuals_, codes, individualByXref_);
+    indexByXref(families_, codes, familyByXref_);
+    // GEDCOM 7's @VOID@ is a link written to name no record.
+    const int32_t voidCode = xrefs_.find("VOID");
+    const auto resolve = [voidCode](Link& link, const std::vector<int32_t>& index) {
+        link.slot = link.xref >= 0 && link.xref != voidCode ? index[size_t(link.xref)] : 0;
+    };
+    for (size_t slot = 1; slot < individuals_.size(); ++slot) {
+        Individual& person = individuals_[slot];
+        resolve(person.childFamily, familyByXref_);
+        for (int32_t k = 0; k < person.spouseFamilyCount; ++k)
+            resolve(links_[size_t(person.firstSpouseFamily + k)], familyByXref_);
+    }
+    for (size_t slot = 1; slot < families_.size(); ++slot) {
+        Family& family = families_[slot];
+        resolve(family.husband, individualByXref_);
+        resolve(family.wife, individualByXref_);
+        for (int32_t k = 0; k < family.childCount; ++k)
+            resolve(links_[size_t(family.firstChild + k)], individualByXref_);
+    }
 }
 
 template <typename Record>
@@ -118,33 +138,38 @@ const Note& RecordStore::note(int32_t slot) const
     return recordAt(notes_, slot, noteCapacity, emptyNote);
 }
 
-int32_t RecordStore::indIndexFromId(int32_t id) const { return individualIds_.find(id); }
+namespace {
 
-int16_t RecordStore::famIndexFromId(int32_t id) const { return toInteger(familyIds_.find(id)); }
-
-int32_t RecordStore::childFamilyOf(const Individual& person) const
+int32_t slotOf(const InternedTexts& xrefs, const std::vector<int32_t>& index, QStringView xref)
 {
-    return person.hasChildFamily() ? famIndexFromId(person.childFamilyId) : 0;
+    const QByteArray bytes = xref.toUtf8();
+    const int32_t code = xrefs.find(std::string_view(bytes.constData(), size_t(bytes.size())));
+    return code >= 0 && size_t(code) < index.size() ? index[size_t(code)] : 0;
 }
 
-int32_t RecordStore::spouseFamilyOf(const Individual& person, int k) const
+}  // namespace
+
+int32_t RecordStore::indIndexFromId(QStringView xref) const
 {
-    return person.hasSpouseFamily(k) ? famIndexFromId(person.spouseFamilyId[size_t(k)]) : 0;
+    return slotOf(xrefs_, individualByXref_, xref);
 }
 
-int32_t RecordStore::husbandOf(const Family& family) const
+int32_t RecordStore::famIndexFromId(QStringView xref) const
 {
-    return family.husbandWritten ? indIndexFromId(family.husbandId) : 0;
+    return slotOf(xrefs_, familyByXref_, xref);
 }
 
-int32_t RecordStore::wifeOf(const Family& family) const
+int32_t RecordStore::noteIndexFromId(QStringView xref) const
 {
-    return family.wifeWritten ? indIndexFromId(family.wifeId) : 0;
-}
-
-int32_t RecordStore::childOf(const Family& family, int k) const
-{
-    return family.hasChild(k) ? indIndexFromId(family.childId[size_t(k)]) : 0;
+    const QByteArray bytes = xref.toUtf8();
+    const int32_t code = xrefs_.find(std::string_view(bytes.constData(), size_t(bytes.size())));
+    if (code == InternedTexts::none)
+        return 0;
+    for (size_t slot = 1; slot < notes_.size(); ++slot) {
+        if (notes_[slot].xref == code)
+            return int32_t(slot);
+    }
+    return 0;
 }
 
 }  // namespace tav

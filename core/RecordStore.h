@@ -1,79 +1,76 @@
 #pragma once
 
+#include "core/InternedTexts.h"
+
 #include <QString>
-#include <array>
+#include <QStringView>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace tav {
 
-// Field names follow the GEDCOM file's meaning; `...Id` fields hold the number
-// inside a cross-reference such as @F12@, `...Index` fields the resolved slot
-// (0 = none or not found). Slots count from 1 in file order.
+// Field names follow the GEDCOM file's meaning. A record knows its
+// cross-reference (the text between the "@"s of its level-0 line) by its
+// code among the store's cross-references, and its `id`: the value of the
+// digits of that text, as numbers of records are shown. Slots count from 1
+// in file order.
 //
-// A link is what the file writes: a FAMC, FAMS, HUSB, WIFE or CHIL line whose
-// cross-reference could be read names a record even when its number is 0
-// (@F0@), and a link the file does not write names none, whatever record 0
-// holds. The `...Written` flags say which links were read.
+// A link is what the file writes: a FAMC, FAMS, HUSB, WIFE or CHIL line
+// whose cross-reference could be read names the record of its kind whose
+// cross-reference is the same text; a link the file does not write names
+// none.
+struct Link {
+    int32_t xref = InternedTexts::none;  // none: no cross-reference was read
+    int32_t slot = 0;                    // the record named; 0 when there is none
+
+    bool written() const { return xref != InternedTexts::none; }
+};
+
+// The cross-reference a NOTE value points to when the whole value is a
+// pointer ("@N12@" gives "N12"); empty when the value is text.
+QStringView pointedXref(QStringView value);
 
 struct Individual {
-    static constexpr int maxSpouseFamilies = 10;
-
-    int32_t id = 0;
-    QString name;
+    int32_t xref = InternedTexts::none;
+    int64_t id = 0;
+    QString name;  // the first NAME
     QString sex;
     QString occupation;
     QString birthDate;
     QString birthPlace;
     QString deathDate;
     QString deathPlace;
-    int32_t spouseFamilyCount = 0;  // FAMS lines seen; only the first 10 are kept
-    std::array<int32_t, maxSpouseFamilies + 1> spouseFamilyId{};
-    std::array<int32_t, maxSpouseFamilies + 1> spouseFamilyIndex{};
-    int32_t childFamilyId = 0;
-    int32_t childFamilyIndex = 0;
-    bool childFamilyWritten = false;
-    uint16_t spouseFamiliesWritten = 0;  // bit k: FAMS link k was read
+    // Every FAMS line, in file order: links firstSpouseFamily onwards in
+    // the store's links.
+    int32_t spouseFamilyCount = 0;
+    int32_t firstSpouseFamily = 0;
+    Link childFamily;  // the last FAMC line
+    // The later NAME lines, in file order, in the store's other names.
+    int32_t otherNameCount = 0;
+    int32_t firstOtherName = 0;
     QString note;
 
-    bool hasChildFamily() const { return childFamilyWritten; }
-    bool hasSpouseFamily(int k) const
-    {
-        return k >= 1 && k <= maxSpouseFamilies && (spouseFamiliesWritten >> k) & 1;
-    }
-
-    // Number of FAMS entries actually stored (the count may run past 10).
-    int storedSpouseFamilies() const
-    {
-        return spouseFamilyCount < maxSpouseFamilies ? spouseFamilyCount : maxSpouseFamilies;
-    }
+    bool hasChildFamily() const { return childFamily.written(); }
 };
 
 struct Family {
-    static constexpr int maxChildren = 20;
-
-    int32_t id = 0;
-    int32_t husbandId = 0;
-    int32_t wifeId = 0;
-    int32_t husbandIndex = 0;
-    int32_t wifeIndex = 0;
-    bool husbandWritten = false;
-    bool wifeWritten = false;
-    uint32_t childrenWritten = 0;  // bit k: CHIL link k was read
-    int32_t childCount = 0;        // CHIL lines seen; only the first 20 are kept
-    std::array<int32_t, maxChildren + 1> childId{};
-    std::array<int32_t, maxChildren + 1> childIndex{};
+    int32_t xref = InternedTexts::none;
+    int64_t id = 0;
+    Link husband;
+    Link wife;
+    // Every CHIL line, in file order: links firstChild onwards in the
+    // store's links.
+    int32_t childCount = 0;
+    int32_t firstChild = 0;
     QString marriageDate;
     QString marriagePlace;
     bool divorced = false;
-
-    bool hasChild(int k) const { return k >= 1 && k <= maxChildren && (childrenWritten >> k) & 1; }
-
-    int storedChildren() const { return childCount < maxChildren ? childCount : maxChildren; }
 };
 
 struct Source {
-    int32_t id = 0;
+    int32_t xref = InternedTexts::none;
+    int64_t id = 0;
     QString title;
     QString author;
     QString publication;
@@ -81,7 +78,8 @@ struct Source {
 };
 
 struct Note {
-    int32_t id = 0;
+    int32_t xref = InternedTexts::none;
+    int64_t id = 0;
     QString text;
 };
 
@@ -121,26 +119,56 @@ public:
     Family& addFamily() { return families_.emplace_back(); }
     Source& addSource() { return sources_.emplace_back(); }
     Note& addNote() { return notes_.emplace_back(); }
+    // The index of the next entry of a record's list of links (its FAMS or
+    // CHIL lines), which lie together: the reader adds a record's entries
+    // before the next record's.
+    int32_t addLink(int32_t& first, int32_t& count);
+    Link& linkAt(int32_t index) { return links_[size_t(index)]; }
+    void addOtherName(Individual& person, QString name);
+    InternedTexts& crossReferences() { return xrefs_; }
 
-    // Called once the reader has set every record's id: builds the index
-    // from ids to slots that the lookups answer from.
-    void indexIds();
+    // Called once the reader has read every record: gives every link the
+    // slot of the record it names.
+    void resolveLinks();
 
-    // Slot of the record with this cross-reference number, 0 when absent; of
-    // two records with one number, the first in file order. Records may lie
-    // in any order in the file.
-    int32_t indIndexFromId(int32_t id) const;
-    // The family lookup's result is 16-bit: a match above slot 32767 raises Overflow.
-    int16_t famIndexFromId(int32_t id) const;
+    const InternedTexts& crossReferences() const { return xrefs_; }
+    // "I12" for a record's or a link's cross-reference code; "" for none.
+    QString xrefText(int32_t code) const { return xrefs_.text(code); }
 
-    // The slot a link of a record names: looked up when the file wrote the
-    // link, 0 when it did not (or names no record). A family beyond slot
-    // 32767 raises Overflow, as the family lookup does.
-    int32_t childFamilyOf(const Individual& person) const;
-    int32_t spouseFamilyOf(const Individual& person, int k) const;
-    int32_t husbandOf(const Family& family) const;
-    int32_t wifeOf(const Family& family) const;
-    int32_t childOf(const Family& family, int k) const;
+    // Slot of the individual (family) whose cross-reference is this text,
+    // 0 when there is none; of two records with one cross-reference, the
+    // first in file order. Records may lie in any order in the file.
+    int32_t indIndexFromId(QStringView xref) const;
+    int32_t famIndexFromId(QStringView xref) const;
+    int32_t noteIndexFromId(QStringView xref) const;
+
+    // The slot a link of a record names; 0 when the file wrote none there,
+    // or it names no record.
+    int32_t childFamilyOf(const Individual& person) const { return person.childFamily.slot; }
+    int32_t spouseFamilyOf(const Individual& person, int k) const
+    {
+        return spouseFamilyLink(person, k).slot;
+    }
+    int32_t husbandOf(const Family& family) const { return family.husband.slot; }
+    int32_t wifeOf(const Family& family) const { return family.wife.slot; }
+    int32_t childOf(const Family& family, int k) const { return childLink(family, k).slot; }
+
+    // The k-th (from 1) FAMS or CHIL link; an empty link outside the list.
+    const Link& spouseFamilyLink(const Individual& person, int k) const
+    {
+        return listEntry(person.firstSpouseFamily, person.spouseFamilyCount, k);
+    }
+    const Link& childLink(const Family& family, int k) const
+    {
+        return listEntry(family.firstChild, family.childCount, k);
+    }
+
+    // The person's names after the first, in file order.
+    std::span<const QString> otherNames(const Individual& person) const
+    {
+        return std::span<const QString>(otherNames_)
+            .subspan(size_t(person.firstOtherName), size_t(person.otherNameCount));
+    }
 
     QString fileName;
     QString headerDate;
@@ -152,28 +180,23 @@ public:
     bool notesTruncated = false;
 
 private:
+    const Link& listEntry(int32_t first, int32_t count, int k) const
+    {
+        static const Link none;
+        return k >= 1 && k <= count ? links_[size_t(first + k - 1)] : none;
+    }
+
     std::vector<Individual> individuals_;  // element 0 is the unused slot 0
     std::vector<Family> families_;
     std::vector<Source> sources_;
     std::vector<Note> notes_;
-    // The slot of each id, built once per load. Ids that lie close together
-    // (the usual numbering, in any order) are looked up in a direct table;
-    // sparse ones by a binary search of the ids in order. Either way the
-    // first record of an id wins.
-    struct IdIndex {
-        std::vector<int32_t> byId;  // slot of id `lowest + i`, when `direct`
-        int64_t lowest = 0;
-        std::vector<std::pair<int32_t, int32_t>> sorted;  // (id, slot), when not `direct`
-        bool direct = true;
-
-        // Fills the index in place: reusing the buffers keeps a reload from
-        // freeing and reallocating large blocks.
-        template <typename Record>
-        void build(const std::vector<Record>& table);
-        int32_t find(int32_t id) const;
-    };
-    IdIndex individualIds_;
-    IdIndex familyIds_;
+    std::vector<Link> links_;  // every record's FAMS or CHIL lines, a record's together
+    std::vector<QString> otherNames_;
+    InternedTexts xrefs_;
+    // The first individual (family) slot of each cross-reference code, 0
+    // for none; built once per load.
+    std::vector<int32_t> individualByXref_;
+    std::vector<int32_t> familyByXref_;
 };
 
 }  // namespace tav

@@ -3,6 +3,7 @@
 #include "core/Fault.h"
 
 #include <cmath>
+#include <limits>
 
 namespace tav {
 
@@ -160,14 +161,35 @@ QString signedText(long long value)
     return value < 0 ? QString::number(value) : QLatin1Char(' ') + QString::number(value);
 }
 
-int32_t digitsValue(QStringView text)
+namespace {
+
+// The value so far with one more digit, or the largest number once past it.
+int64_t withDigit(int64_t value, int digit)
 {
-    double value = 0;
-    for (QChar c : text) {
+    constexpr int64_t largest = std::numeric_limits<int64_t>::max();
+    return value > (largest - digit) / 10 ? largest : value * 10 + digit;
+}
+
+}  // namespace
+
+int64_t digitsValue(QStringView text)
+{
+    int64_t value = 0;
+    for (const QChar c : text) {
         if (isDigit(c.unicode()))
-            value = value * 10 + (c.unicode() - u'0');
+            value = withDigit(value, c.unicode() - u'0');
     }
-    return toLong(value);
+    return value;
+}
+
+int64_t digitsValue(std::string_view bytes)
+{
+    int64_t value = 0;
+    for (const char c : bytes) {
+        if (c >= '0' && c <= '9')
+            value = withDigit(value, c - '0');
+    }
+    return value;
 }
 
 }  // namespace tav

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringView>
 #include <cstdint>
+#include <string_view>
 
 // The number rules every routine shares: reading a leading number out of a
 // text, deciding whether a whole text is a number, and turning a floating
@@ -33,7 +34,9 @@ int16_t toInteger(double value);
 // for the sign of a positive number (" 12", "-3").
 QString signedText(long long value);
 
-// The value of every digit of the text, in order ("@N1A2@" is 12, "N" is 0).
-int32_t digitsValue(QStringView text);
+// The value of every digit of the text, in order ("@N1A2@" is 12, "N" is 0);
+// past the largest 64-bit number, that number.
+int64_t digitsValue(QStringView text);
+int64_t digitsValue(std::string_view bytes);
 
 }  // namespace tav

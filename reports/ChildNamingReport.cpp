@@ -3,7 +3,6 @@
 #include "app/Session.h"
 #include "calc/NameTallies.h"
 #include "reports/ReportLabels.h"
-#include "reports/SafeLinks.h"
 
 #include <array>
 
@@ -60,7 +59,7 @@ std::pair<QString, QString> parentNames(const RecordStore& records, int32_t pers
 {
     if (person == 0)
         return {};
-    const int32_t f = parentFamily(records, records.individual(person));
+    const int32_t f = records.childFamilyOf(records.individual(person));
     if (f == 0)
         return {};
     const Family& family = records.family(f);
@@ -89,7 +88,7 @@ QStringList childNamingReport(Session& session)
         std::tie(names.fathersFather, names.fathersMother) = parentNames(records, husband);
         std::tie(names.mothersFather, names.mothersMother) = parentNames(records, wife);
         int sons = 0, daughters = 0;
-        for (int k = 1; k <= family.storedChildren(); ++k) {
+        for (int k = 1; k <= family.childCount; ++k) {
             const int32_t child = records.childOf(family, k);
             if (child == 0)
                 continue;

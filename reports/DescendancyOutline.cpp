@@ -1,7 +1,6 @@
 #include "reports/DescendancyOutline.h"
 
 #include "core/RecordStore.h"
-#include "reports/SafeLinks.h"
 
 namespace tav {
 
@@ -44,7 +43,7 @@ DescendancyOutline::DescendancyOutline(const RecordStore& records, int32_t top)
         Frame& frame = path.back();
         const Individual& person = records.individual(frame.person);
         const Family& family = records.family(frame.family);
-        if (frame.family != 0 && frame.child < family.storedChildren()) {
+        if (frame.family != 0 && frame.child < family.childCount) {
             const int32_t child = records.childOf(family, ++frame.child);
             if (child <= 0 || child > records.individualCount())
                 continue;
@@ -61,19 +60,13 @@ DescendancyOutline::DescendancyOutline(const RecordStore& records, int32_t top)
             continue;
         }
         if (frame.family != 0) {
-            if (family.childCount > family.storedChildren())
-                steps_.push_back({OutlineStep::ChildrenLeft, frame.family, frame.generation,
-                                  family.childCount - family.storedChildren()});
             steps_.push_back({OutlineStep::FamilyEnd, frame.family, frame.generation, 0});
             frame.family = 0;
         }
         // The next family that the file links to; unreadable links are skipped.
-        while (frame.family == 0 && frame.familyPlace < person.storedSpouseFamilies())
-            frame.family = spouseFamily(records, person, ++frame.familyPlace);
+        while (frame.family == 0 && frame.familyPlace < person.spouseFamilyCount)
+            frame.family = records.spouseFamilyOf(person, ++frame.familyPlace);
         if (frame.family == 0) {
-            if (person.spouseFamilyCount > person.storedSpouseFamilies())
-                steps_.push_back({OutlineStep::FamiliesLeft, frame.person, frame.generation,
-                                  person.spouseFamilyCount - person.storedSpouseFamilies()});
             steps_.push_back({OutlineStep::PersonEnd, frame.person, frame.generation, 0});
             path.pop_back();
             continue;
@@ -82,10 +75,10 @@ DescendancyOutline::DescendancyOutline(const RecordStore& records, int32_t top)
         steps_.push_back({OutlineStep::Family, frame.family, frame.generation,
                           spouseIn(records, next, frame.person)});
         frame.child = 0;
-        if (frame.generation == lastGeneration && next.storedChildren() > 0) {
+        if (frame.generation == lastGeneration && next.childCount > 0) {
             steps_.push_back({OutlineStep::LineTooDeep, frame.family, frame.generation, 0});
             cutShort_ = true;
-            frame.child = next.storedChildren();
+            frame.child = next.childCount;
         }
     }
 }

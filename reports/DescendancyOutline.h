@@ -12,15 +12,13 @@ class RecordStore;
 // person (0): children 1, grandchildren 2.
 struct OutlineStep {
     enum Kind : uint8_t {
-        Person,        // a descendant written in full: `slot`, `generation`
-        PersonAgain,   // a descendant written before: `slot`, `generation`, `other` = the
-                       // person under whom `slot` is written in full (0 for the top person)
-        Family,        // a spouse family of the enclosing person: family `slot`, spouse `other`
-        FamilyEnd,     // the end of the enclosing Family
-        PersonEnd,     // the end of the enclosing Person
-        LineTooDeep,   // the family's children lie beyond the deepest level written
-        ChildrenLeft,  // the family lists `other` children more than it keeps
-        FamiliesLeft,  // the person lists `other` spouse families more than they keep
+        Person,       // a descendant written in full: `slot`, `generation`
+        PersonAgain,  // a descendant written before: `slot`, `generation`, `other` = the
+                      // person under whom `slot` is written in full (0 for the top person)
+        Family,       // a spouse family of the enclosing person: family `slot`, spouse `other`
+        FamilyEnd,    // the end of the enclosing Family
+        PersonEnd,    // the end of the enclosing Person
+        LineTooDeep,  // the family's children lie beyond the deepest level written
     };
     Kind kind;
     int32_t slot = 0;

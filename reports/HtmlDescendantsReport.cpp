@@ -277,19 +277,6 @@ private:
                                     "than %1 levels down and are not written.</p>\n")
                          .arg(DescendancyOutline::maxLevels);
             break;
-        case OutlineStep::ChildrenLeft:
-            openChildren();
-            html_ += QStringLiteral("<li class=\"note\">The file lists %1 of this family; a "
-                                    "family keeps %2.</li>\n")
-                         .arg(counted(step.other, "more child", "more children"))
-                         .arg(Family::maxChildren);
-            break;
-        case OutlineStep::FamiliesLeft:
-            html_ += QStringLiteral("<p class=\"note\">The file lists %1 of this person; a "
-                                    "person keeps %2.</p>\n")
-                         .arg(counted(step.other, "more spouse family", "more spouse families"))
-                         .arg(Individual::maxSpouseFamilies);
-            break;
         }
     }
 

@@ -1,11 +1,9 @@
 #include "reports/IntegrityReport.h"
 
 #include "app/Session.h"
-#include "core/TextNumbers.h"
 #include "reports/LineageGraph.h"
 #include "reports/ReadDate.h"
 #include "reports/ReportLabels.h"
-#include "reports/SafeLinks.h"
 
 #include <QSet>
 #include <algorithm>
@@ -37,14 +35,14 @@ public:
 private:
     QString person(int32_t slot) const
     {
-        return personLabel(session_, slot) + QLatin1Char(' ') +
-               crossReference(u'I', r_.individual(slot).id);
+        return personLabel(session_, slot) + QLatin1Char(' ') + xref(r_.individual(slot).xref);
     }
     QString family(int32_t slot) const
     {
-        return familyLabel(session_, slot) + QLatin1Char(' ') +
-               crossReference(u'F', r_.family(slot).id);
+        return familyLabel(session_, slot) + QLatin1Char(' ') + xref(r_.family(slot).xref);
     }
+    // A cross-reference as the file writes it: "@I12@".
+    QString xref(int32_t code) const { return crossReference(r_.xrefText(code)); }
     // Adds a problem line to a group.
     void add(ProblemGroup& group, const QString& line)
     {
@@ -54,7 +52,7 @@ private:
 
     void checkLinks();
     void checkReturnedLinks();
-    void checkListsAndTables();
+    void checkTables();
     void checkIds(bool individuals);
     void checkDates();
     void checkParents();
@@ -67,12 +65,9 @@ private:
     std::vector<ReadDate> deaths_;
 
     ProblemGroup missing_{QStringLiteral("Links to records that do not exist")};
-    ProblemGroup unreachable_{QStringLiteral("Links to families beyond slot 32767, which the "
-                                             "program cannot follow")};
     ProblemGroup oneSided_{QStringLiteral("Links that the other side does not return")};
-    ProblemGroup overfull_{QStringLiteral("Overfull lists (more than 10 FAMS or 20 CHIL)")};
     ProblemGroup capacity_{QStringLiteral("Tables at capacity")};
-    ProblemGroup sharedIds_{QStringLiteral("Records that share an id")};
+    ProblemGroup sharedIds_{QStringLiteral("Records that share a cross-reference")};
     ProblemGroup outOfOrder_{QStringLiteral("Records out of ascending order")};
     ProblemGroup unreadable_{QStringLiteral("Dates that cannot be read")};
     ProblemGroup deathBeforeBirth_{QStringLiteral("Death before birth")};
@@ -86,139 +81,119 @@ private:
         QStringLiteral("Descendant lines deeper than %1 levels").arg(countableLevels)};
 };
 
-// Every link the file wrote must name a record. A person's NOTE written as a
-// reference (@N12@) must name a note record.
+// Every link the file wrote must name a record (GEDCOM 7's @VOID@ names
+// none on purpose). A person's NOTE written as a pointer (@N12@) must name
+// a note record.
 void IntegrityCheck::checkLinks()
 {
-    QSet<int32_t> noteIds;
+    const int32_t voidCode = r_.crossReferences().find("VOID");
+    std::vector<char> isNote(size_t(r_.crossReferences().count()), 0);
     for (int32_t n = 1; n <= r_.noteCount(); ++n)
-        noteIds.insert(r_.note(n).id);
-    const auto familyLinked = [&](int32_t slot, const char* tag, int32_t id, int32_t found) {
-        if (found != 0 && found != unreachableFamily)
-            return;
-        const QString link = person(slot) + QStringLiteral(": ") + QLatin1String(tag) +
-                             QLatin1Char(' ') + crossReference(u'F', id);
-        if (found == 0)
-            add(missing_, link + QStringLiteral(" names no family"));
-        else
-            add(unreachable_, link);
+        isNote[size_t(r_.note(n).xref)] = 1;
+    const auto linked = [&](const QString& who, const char* tag, const Link& link,
+                            const char* kind) {
+        if (link.written() && link.slot == 0 && link.xref != voidCode)
+            add(missing_, who + QStringLiteral(": %1 %2 names no %3")
+                                    .arg(QLatin1String(tag), xref(link.xref), QLatin1String(kind)));
     };
     for (int32_t slot = 1; slot <= r_.individualCount(); ++slot) {
         const Individual& p = r_.individual(slot);
-        if (p.hasChildFamily())
-            familyLinked(slot, "FAMC", p.childFamilyId,
-                         familyLink([&] { return r_.childFamilyOf(p); }));
-        for (int k = 1; k <= p.storedSpouseFamilies(); ++k) {
-            if (p.hasSpouseFamily(k))
-                familyLinked(slot, "FAMS", p.spouseFamilyId[size_t(k)],
-                             familyLink([&] { return r_.spouseFamilyOf(p, k); }));
-        }
-        const QString note = p.note.trimmed();
-        if (note.startsWith(QLatin1String("@N")) && note.endsWith(u'@') && note.size() > 3 &&
-            !note.contains(u' ') && !noteIds.contains(digitsValue(note)))
-            add(missing_,
-                person(slot) + QStringLiteral(": NOTE ") + note + QStringLiteral(" names no note"));
+        linked(person(slot), "FAMC", p.childFamily, "family");
+        for (int k = 1; k <= p.spouseFamilyCount; ++k)
+            linked(person(slot), "FAMS", r_.spouseFamilyLink(p, k), "family");
+        const QStringView pointer = pointedXref(p.note);
+        if (pointer.isEmpty())
+            continue;
+        const QByteArray bytes = pointer.toUtf8();
+        const int32_t code =
+            r_.crossReferences().find(std::string_view(bytes.constData(), size_t(bytes.size())));
+        if (code == InternedTexts::none || !isNote[size_t(code)])
+            add(missing_, person(slot) + QStringLiteral(": NOTE ") + p.note.trimmed() +
+                              QStringLiteral(" names no note"));
     }
     for (int32_t slot = 1; slot <= r_.familyCount(); ++slot) {
         const Family& f = r_.family(slot);
-        const auto individualLinked = [&](const char* tag, int32_t id, int32_t found) {
-            if (found == 0)
-                add(missing_, family(slot) + QStringLiteral(": ") + QLatin1String(tag) +
-                                  QLatin1Char(' ') + crossReference(u'I', id) +
-                                  QStringLiteral(" names no individual"));
-        };
-        if (f.husbandWritten)
-            individualLinked("HUSB", f.husbandId, r_.husbandOf(f));
-        if (f.wifeWritten)
-            individualLinked("WIFE", f.wifeId, r_.wifeOf(f));
-        for (int k = 1; k <= f.storedChildren(); ++k) {
-            if (f.hasChild(k))
-                individualLinked("CHIL", f.childId[size_t(k)], r_.childOf(f, k));
-        }
+        linked(family(slot), "HUSB", f.husband, "individual");
+        linked(family(slot), "WIFE", f.wife, "individual");
+        for (int k = 1; k <= f.childCount; ++k)
+            linked(family(slot), "CHIL", r_.childLink(f, k), "individual");
     }
 }
 
 // A FAMS must be answered by the family's HUSB or WIFE, a FAMC by one of its
 // CHIL, and the other way round. Links are compared by cross-reference, so
-// two records that share an id (a group of their own) do not show here.
-// Each check looks at one list of at most 20 entries: linear.
+// two records that share one (a group of their own) do not show here. The
+// lists are looked up in sets of (record, cross-reference) pairs, so a
+// person of a hundred marriages or a family of a thousand children costs
+// no more than their links: linear, but for the sorting.
 void IntegrityCheck::checkReturnedLinks()
 {
+    const auto pair = [](int32_t slot, int32_t code) {
+        return (uint64_t(uint32_t(slot)) << 32) | uint32_t(code);
+    };
+    std::vector<uint64_t> childLinks, spouseLinks;
+    for (int32_t slot = 1; slot <= r_.familyCount(); ++slot) {
+        const Family& f = r_.family(slot);
+        for (int k = 1; k <= f.childCount; ++k)
+            childLinks.push_back(pair(slot, r_.childLink(f, k).xref));
+    }
     for (int32_t slot = 1; slot <= r_.individualCount(); ++slot) {
         const Individual& p = r_.individual(slot);
-        for (int k = 1; k <= p.storedSpouseFamilies(); ++k) {
-            const int32_t f = spouseFamily(r_, p, k);
+        for (int k = 1; k <= p.spouseFamilyCount; ++k)
+            spouseLinks.push_back(pair(slot, r_.spouseFamilyLink(p, k).xref));
+    }
+    std::sort(childLinks.begin(), childLinks.end());
+    std::sort(spouseLinks.begin(), spouseLinks.end());
+    const auto listed = [&](const std::vector<uint64_t>& links, int32_t slot, int32_t code) {
+        return std::binary_search(links.begin(), links.end(), pair(slot, code));
+    };
+
+    for (int32_t slot = 1; slot <= r_.individualCount(); ++slot) {
+        const Individual& p = r_.individual(slot);
+        for (int k = 1; k <= p.spouseFamilyCount; ++k) {
+            const int32_t f = r_.spouseFamilyOf(p, k);
             if (f == 0)
                 continue;
             const Family& fam = r_.family(f);
-            if (!(fam.husbandWritten && fam.husbandId == p.id) &&
-                !(fam.wifeWritten && fam.wifeId == p.id))
+            if (fam.husband.xref != p.xref && fam.wife.xref != p.xref)
                 add(oneSided_,
-                    person(slot) + QStringLiteral(": FAMS ") + crossReference(u'F', fam.id) +
+                    person(slot) + QStringLiteral(": FAMS ") + xref(fam.xref) +
                         QStringLiteral(
                             ", but that family names this person neither HUSB nor WIFE"));
         }
-        const int32_t f = parentFamily(r_, p);
-        if (f == 0)
-            continue;
-        const Family& fam = r_.family(f);
-        bool listed = false;
-        for (int k = 1; k <= fam.storedChildren() && !listed; ++k)
-            listed = fam.hasChild(k) && fam.childId[size_t(k)] == p.id;
-        // Beyond the 20 kept children it may be listed: the family is overfull.
-        if (!listed && fam.childCount <= Family::maxChildren)
-            add(oneSided_, person(slot) + QStringLiteral(": FAMC ") + crossReference(u'F', fam.id) +
+        const int32_t f = r_.childFamilyOf(p);
+        if (f != 0 && !listed(childLinks, f, p.xref))
+            add(oneSided_, person(slot) + QStringLiteral(": FAMC ") + xref(r_.family(f).xref) +
                                QStringLiteral(", but that family has no CHIL for this person"));
     }
     for (int32_t slot = 1; slot <= r_.familyCount(); ++slot) {
         const Family& fam = r_.family(slot);
         const auto spouseReturns = [&](const char* tag, int32_t spouse) {
-            if (spouse == 0)
-                return;
-            const Individual& p = r_.individual(spouse);
-            for (int k = 1; k <= p.storedSpouseFamilies(); ++k) {
-                if (p.hasSpouseFamily(k) && p.spouseFamilyId[size_t(k)] == fam.id)
-                    return;
-            }
-            if (p.spouseFamilyCount <= Individual::maxSpouseFamilies)
+            if (spouse != 0 && !listed(spouseLinks, spouse, fam.xref))
                 add(oneSided_, family(slot) + QStringLiteral(": ") + QLatin1String(tag) +
                                    QLatin1Char(' ') + person(spouse) +
                                    QStringLiteral(", but that person has no FAMS for this family"));
         };
         spouseReturns("HUSB", r_.husbandOf(fam));
         spouseReturns("WIFE", r_.wifeOf(fam));
-        for (int k = 1; k <= fam.storedChildren(); ++k) {
+        for (int k = 1; k <= fam.childCount; ++k) {
             const int32_t child = r_.childOf(fam, k);
             if (child == 0)
                 continue;
             const Individual& c = r_.individual(child);
-            if (c.hasChildFamily() && c.childFamilyId == fam.id)
+            if (c.childFamily.xref == fam.xref)
                 continue;
             add(oneSided_,
                 family(slot) + QStringLiteral(": CHIL ") + person(child) +
                     (c.hasChildFamily() ? QStringLiteral(", but that person's last FAMC names ") +
-                                              crossReference(u'F', c.childFamilyId)
+                                              xref(c.childFamily.xref)
                                         : QStringLiteral(", but that person has no FAMC")));
         }
     }
 }
 
-void IntegrityCheck::checkListsAndTables()
+void IntegrityCheck::checkTables()
 {
-    for (int32_t slot = 1; slot <= r_.individualCount(); ++slot) {
-        const int32_t count = r_.individual(slot).spouseFamilyCount;
-        if (count > Individual::maxSpouseFamilies)
-            add(overfull_, person(slot) + QStringLiteral(": %1 FAMS lines; the first %2 are kept")
-                                              .arg(count)
-                                              .arg(Individual::maxSpouseFamilies));
-    }
-    for (int32_t slot = 1; slot <= r_.familyCount(); ++slot) {
-        const int32_t count = r_.family(slot).childCount;
-        if (count > Family::maxChildren)
-            add(overfull_, family(slot) + QStringLiteral(": %1 CHIL lines; the first %2 are kept")
-                                              .arg(count)
-                                              .arg(Family::maxChildren));
-    }
     const auto table = [&](const char* name, int32_t count, int32_t capacity, bool truncated) {
         if (count < capacity && !truncated)
             return;
@@ -235,30 +210,32 @@ void IntegrityCheck::checkListsAndTables()
     table("Notes", r_.noteCount(), RecordStore::noteCapacity, r_.notesTruncated);
 }
 
-// Ids shared by several records, found by sorting the (id, slot) pairs
-// (n log n); records whose id is lower than the one before them, in one
-// pass. Individuals and families: the tables that links name.
+// Cross-references shared by several records, found by sorting the (code,
+// slot) pairs (n log n); records whose number (the digits of their
+// cross-reference) is lower than the one before them, in one pass.
+// Individuals and families: the tables that links name.
 void IntegrityCheck::checkIds(bool individuals)
 {
     const int32_t count = individuals ? r_.individualCount() : r_.familyCount();
-    const char16_t letter = individuals ? u'I' : u'F';
+    const auto codeOf = [&](int32_t slot) {
+        return individuals ? r_.individual(slot).xref : r_.family(slot).xref;
+    };
     const auto idOf = [&](int32_t slot) {
         return individuals ? r_.individual(slot).id : r_.family(slot).id;
     };
     const auto name = [&](int32_t slot) {
         return individuals ? personLabel(session_, slot) : familyLabel(session_, slot);
     };
-    std::vector<std::pair<int32_t, int32_t>> ids;
-    ids.reserve(size_t(count));
+    std::vector<std::pair<int32_t, int32_t>> codes;
+    codes.reserve(size_t(count));
     qsizetype disordered = 0;
     for (int32_t slot = 1; slot <= count; ++slot) {
-        ids.emplace_back(idOf(slot), slot);
+        codes.emplace_back(codeOf(slot), slot);
         if (slot == 1 || idOf(slot) >= idOf(slot - 1))
             continue;
         if (++disordered <= outOfOrderShown)
             outOfOrder_.lines << QStringLiteral("  %1 %2 follows %3")
-                                     .arg(name(slot), crossReference(letter, idOf(slot)),
-                                          crossReference(letter, idOf(slot - 1)));
+                                     .arg(name(slot), xref(codeOf(slot)), xref(codeOf(slot - 1)));
     }
     if (disordered > outOfOrderShown)
         outOfOrder_.lines << QStringLiteral("  ... and %1 more %2")
@@ -266,17 +243,17 @@ void IntegrityCheck::checkIds(bool individuals)
                                  .arg(individuals ? "individuals" : "families");
     outOfOrder_.total += disordered;
 
-    std::sort(ids.begin(), ids.end());
-    for (size_t k = 0; k < ids.size();) {
+    std::sort(codes.begin(), codes.end());
+    for (size_t k = 0; k < codes.size();) {
         size_t end = k + 1;
-        while (end < ids.size() && ids[end].first == ids[k].first)
+        while (end < codes.size() && codes[end].first == codes[k].first)
             ++end;
         if (end - k > 1) {
             QStringList holders;
             for (size_t j = k; j < end; ++j)
-                holders << name(ids[j].second);
-            add(sharedIds_, crossReference(letter, ids[k].first) + QStringLiteral(": ") +
-                                holders.join(QStringLiteral("; ")));
+                holders << name(codes[j].second);
+            add(sharedIds_,
+                xref(codes[k].first) + QStringLiteral(": ") + holders.join(QStringLiteral("; ")));
         }
         k = end;
     }
@@ -338,7 +315,7 @@ void IntegrityCheck::checkParents()
         const Family& f = r_.family(slot);
         const int32_t father = r_.husbandOf(f), mother = r_.wifeOf(f);
         const ReadDate& fatherDied = deaths_[size_t(father)];
-        for (int k = 1; k <= f.storedChildren(); ++k) {
+        for (int k = 1; k <= f.childCount; ++k) {
             const int32_t child = r_.childOf(f, k);
             const ReadDate& born = births_[size_t(child)];
             if (child == 0 || !born.valid)
@@ -397,7 +374,7 @@ QStringList IntegrityCheck::report()
 {
     checkLinks();
     checkReturnedLinks();
-    checkListsAndTables();
+    checkTables();
     checkIds(true);
     checkIds(false);
     checkDates();
@@ -406,10 +383,9 @@ QStringList IntegrityCheck::report()
 
     QStringList lines{QStringLiteral("File: ") + r_.fileName};
     bool found = false;
-    for (const ProblemGroup* group :
-         {&missing_, &unreachable_, &oneSided_, &overfull_, &capacity_, &sharedIds_, &outOfOrder_,
-          &unreadable_, &deathBeforeBirth_, &unlikelyBirths_, &earlyMarriages_, &oldAges_,
-          &ownAncestors_, &deepLines_}) {
+    for (const ProblemGroup* group : {&missing_, &oneSided_, &capacity_, &sharedIds_, &outOfOrder_,
+                                      &unreadable_, &deathBeforeBirth_, &unlikelyBirths_,
+                                      &earlyMarriages_, &oldAges_, &ownAncestors_, &deepLines_}) {
         if (group->total == 0)
             continue;
         found = true;

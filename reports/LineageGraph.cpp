@@ -1,7 +1,6 @@
 #include "reports/LineageGraph.h"
 
 #include "core/RecordStore.h"
-#include "reports/SafeLinks.h"
 
 #include <algorithm>
 
@@ -20,15 +19,15 @@ LineageGraph::LineageGraph(const RecordStore& records, Lineage lineage)
     for (int32_t slot = 1; slot <= count_; ++slot) {
         const Individual& person = records.individual(slot);
         if (lineage == Lineage::Descent) {
-            for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
-                const int32_t f = spouseFamily(records, person, k);
+            for (int k = 1; k <= person.spouseFamilyCount; ++k) {
+                const int32_t f = records.spouseFamilyOf(person, k);
                 if (f == 0)
                     continue;
                 const Family& family = records.family(f);
-                for (int c = 1; c <= family.storedChildren(); ++c)
+                for (int c = 1; c <= family.childCount; ++c)
                     link(records.childOf(family, c));
             }
-        } else if (const int32_t f = parentFamily(records, person)) {
+        } else if (const int32_t f = records.childFamilyOf(person)) {
             link(records.husbandOf(records.family(f)));
             link(records.wifeOf(records.family(f)));
         }

@@ -21,10 +21,7 @@ QString familyLabel(const Session& session, int32_t slot)
            QStringLiteral(" (%1)").arg(slot);
 }
 
-QString crossReference(char16_t letter, int32_t id)
-{
-    return QStringLiteral("@%1%2@").arg(QChar(letter)).arg(id);
-}
+QString crossReference(const QString& xref) { return QLatin1Char('@') + xref + QLatin1Char('@'); }
 
 QString counted(int64_t n, const char* one, const char* many)
 {

@@ -14,8 +14,8 @@ QString personLabel(const Session& session, int32_t slot);
 // "HUSBAND & WIFE (slot)", with "?" for a spouse the family does not name.
 QString familyLabel(const Session& session, int32_t slot);
 
-// A record's cross-reference made from its number: "@I12@", "@F3@", "@N7@".
-QString crossReference(char16_t letter, int32_t id);
+// A cross-reference as the file writes it: "@I12@" for "I12".
+QString crossReference(const QString& xref);
 
 // A number with its noun: "1 child", "3 children".
 QString counted(int64_t n, const char* one, const char* many);

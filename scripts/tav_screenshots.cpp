@@ -7,12 +7,12 @@
 #include "ui/browser/BrowserWindow.h"
 #include "ui/find/FindWindow.h"
 
-#include "windowlogic/main/HeaderInformation.h"
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
 #include "ui/tree/TreeCanvas.h"
 #include "ui/tree/TreeWindow.h"
+#include "windowlogic/main/HeaderInformation.h"
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -105,7 +105,7 @@ void saveTree(tav::MainWindow& window, tav::Session& session)
     for (int32_t slot = 1; slot <= session.records.individualCount() && married == 0; ++slot) {
         const tav::Individual& person = session.records.individual(slot);
         int withChildren = 0;
-        for (int k = 1; k <= person.storedSpouseFamilies(); ++k)
+        for (int k = 1; k <= person.spouseFamilyCount; ++k)
             withChildren +=
                 session.records.family(session.records.spouseFamilyOf(person, k)).childCount > 0;
         if (withChildren >= 2)
@@ -145,11 +145,11 @@ int main(int argc, char* argv[])
     // The relationship of the first individual with a parent to that parent.
     int32_t child = 1;
     while (child < session.records.individualCount() &&
-           session.records.individual(child).childFamilyIndex == 0)
+           session.records.childFamilyOf(session.records.individual(child)) == 0)
         ++child;
     const tav::Family& family =
-        session.records.family(session.records.individual(child).childFamilyIndex);
-    session.curInd = family.husbandIndex ? family.husbandIndex : family.wifeIndex;
+        session.records.family(session.records.childFamilyOf(session.records.individual(child)));
+    session.curInd = family.husband.slot ? family.husband.slot : family.wife.slot;
     window.findRelationshipAction()->trigger();
     session.curInd = child;
     window.findRelationshipAction()->trigger();
@@ -180,13 +180,14 @@ int main(int argc, char* argv[])
         const int32_t slot = std::atoi(argv[i]);
         const QByteArray name = "browser-individual-" + QByteArray::number(slot);
         browse(tav::ViewKind::Individual, slot, name.constData());
-        const int32_t family = session.records.individual(slot).childFamilyIndex;
+        const int32_t family = session.records.childFamilyOf(session.records.individual(slot));
         if (family > 0) {
             const QByteArray familyName = "browser-family-" + QByteArray::number(family);
             browse(tav::ViewKind::Family, family, familyName.constData());
         }
     }
-    browse(tav::ViewKind::Family, std::max(1, session.records.individual(noted).childFamilyIndex),
+    browse(tav::ViewKind::Family,
+           std::max(1, session.records.childFamilyOf(session.records.individual(noted))),
            "browser-family");
     if (session.records.sourceCount() > 0)
         browse(tav::ViewKind::Source, 1, "browser-source");

@@ -30,6 +30,15 @@ protected:
 
     const Individual& ind(int32_t slot) const { return session.records.individual(slot); }
     const Family& fam(int32_t slot) const { return session.records.family(slot); }
+    // The slots an individual's k-th FAMS, its FAMC and a family's k-th CHIL name.
+    int32_t spouseFamily(int32_t slot, int k) const
+    {
+        return session.records.spouseFamilyOf(ind(slot), k);
+    }
+    int32_t childFamily(int32_t slot) const { return session.records.childFamilyOf(ind(slot)); }
+    int32_t child(int32_t family, int k) const { return session.records.childOf(fam(family), k); }
+    // A cross-reference code as text: "I12".
+    QString xref(int32_t code) const { return session.records.xrefText(code); }
 
     QTemporaryDir dir;
     RecordingMessages messages;

@@ -115,8 +115,8 @@ TEST_F(CharsetTest, CrLfLfAndCrLineEndsReadAlike)
         EXPECT_EQ(session.records.individualCount(), 1) << "eol " << int(eol[0]);
         EXPECT_EQ(ind(1).name, QStringLiteral("Ann /Lee/"));
         EXPECT_EQ(ind(1).note, QStringLiteral("a\r\nb"));
-        EXPECT_EQ(fam(1).wifeIndex, 1);
-        EXPECT_EQ(ind(1).spouseFamilyIndex[1], 1);
+        EXPECT_EQ(fam(1).wife.slot, 1);
+        EXPECT_EQ(spouseFamily(1, 1), 1);
     }
     // A last line without any line end is still read.
     ASSERT_TRUE(load("0 @I1@ INDI\r\n1 NAME Last /Line/"));

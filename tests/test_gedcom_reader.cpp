@@ -54,7 +54,7 @@ TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
                                  "1 AUTH Clerk",
                                  "1 PUBL 1950",
                                  "1 NOTE see also",
-                                 "0 @N0012@ NOTE ignored text",
+                                 "0 @N0012@ NOTE",
                                  "1 CONC Part one",
                                  "1 CONT  Part two ",
                                  "0 TRLR"})));
@@ -74,21 +74,22 @@ TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
     EXPECT_EQ(john.deathDate, QStringLiteral("1970"));
     EXPECT_EQ(john.deathPlace, QStringLiteral("Leeds")) << "the standard PLAC under DEAT";
     EXPECT_EQ(john.spouseFamilyCount, 2);
-    EXPECT_EQ(john.spouseFamilyId[2], 9);
-    EXPECT_EQ(john.spouseFamilyIndex[1], 1);
-    EXPECT_EQ(john.spouseFamilyIndex[2], 0);
-    EXPECT_EQ(john.childFamilyIndex, 2);
+    EXPECT_EQ(xref(r.spouseFamilyLink(john, 2).xref), QStringLiteral("F9"));
+    EXPECT_EQ(spouseFamily(1, 1), 1);
+    EXPECT_EQ(spouseFamily(1, 2), 0);
+    EXPECT_EQ(childFamily(1), 2);
     EXPECT_EQ(john.note, QStringLiteral(" First line \r\nsecond line, more"));
     EXPECT_EQ(ind(2).deathPlace, QStringLiteral("York")) << "and the spelling PLACE";
     EXPECT_EQ(ind(3).deathPlace, QStringLiteral("Whitby")) << "the later line wins";
     EXPECT_TRUE(ind(3).birthPlace.isEmpty()) << "under BIRT only PLAC is a place";
 
     const Family& f = fam(1);
-    EXPECT_EQ(f.husbandIndex, 1);
-    EXPECT_EQ(f.wifeIndex, 2);
+    EXPECT_EQ(f.husband.slot, 1);
+    EXPECT_EQ(f.wife.slot, 2);
     EXPECT_EQ(f.childCount, 2);
-    EXPECT_EQ(f.childIndex[1], 2);
-    EXPECT_EQ(f.childIndex[2], 0);
+    EXPECT_EQ(child(1, 1), 2);
+    EXPECT_EQ(child(1, 2), 0);
+    EXPECT_EQ(xref(r.childLink(f, 2).xref), QStringLiteral("I99"));
     EXPECT_EQ(f.marriageDate, QStringLiteral("3 MAR 1925"));
     EXPECT_EQ(f.marriagePlace, QStringLiteral("Bath"));
     EXPECT_TRUE(f.divorced) << "any DIV line marks a divorce";
@@ -103,23 +104,29 @@ TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
     EXPECT_TRUE(messages.entries.empty());
 }
 
-TEST_F(ReaderTest, SubmittersAreSkippedButSourceNumbersAreRead)
+// A record is what its tag says, whatever its cross-reference looks like;
+// the lines of any other record are its own and are skipped.
+TEST_F(ReaderTest, RecordsAreReadByTheirTagAndOthersAreSkippedWhole)
 {
-    ASSERT_TRUE(load(gedcomText({"0 @SUBM@ SUBM", "1 TITL not a source", "0 @S1@ SOUR",
-                                 "1 TITL Real", "0 @SUB1@ SUBM", "1 TITL skipped too"})));
-    EXPECT_EQ(session.records.sourceCount(), 1);
-    EXPECT_EQ(session.records.source(1).id, 1);
-    EXPECT_EQ(session.records.source(1).title, QStringLiteral("Real"));
-}
-
-TEST_F(ReaderTest, UnknownRecordsCarryOverOntoTheRecordBeforeThem)
-{
-    ASSERT_TRUE(load(gedcomText({"0 @I1@ INDI", "1 NAME John /Smith/", "0 @R1@ REPO",
-                                 "1 NAME Archive", "0 @S2@ SOUR", "1 TITL Book", "0 @M1@ OBJE",
-                                 "1 TITL Photo", "0 TRLR", "1 AUTH After the trailer"})));
-    EXPECT_EQ(ind(1).name, QStringLiteral("Archive"));
-    EXPECT_EQ(session.records.source(1).title, QStringLiteral("Photo"));
-    EXPECT_EQ(session.records.source(1).author, QStringLiteral("After the trailer"));
+    ASSERT_TRUE(load(gedcomText({"0 @SUBM@ SUBM", "1 TITL not a source",
+                                 "0 @S1@ SUBM",   "1 NAME Submitter",
+                                 "0 @I1@ INDI",   "1 NAME John /Smith/",
+                                 "0 @R1@ REPO",   "1 NAME Archive",
+                                 "0 @S2@ SOUR",   "1 TITL Book",
+                                 "0 @M1@ OBJE",   "1 TITL Photo",
+                                 "0 @X1@ _PLACE", "1 NAME Rome",
+                                 "0 @I2@ indi",   "1 NAME Lower /Case/",
+                                 "0 @F1@ FAMILY", "1 HUSB @I1@",
+                                 "0  _PUBLISH",   "1 TITL Site",
+                                 "0 TRLR",        "1 AUTH After the trailer"})));
+    const RecordStore& r = session.records;
+    EXPECT_EQ(r.sourceCount(), 1) << "SUBM is no source, whatever its id";
+    EXPECT_EQ(r.source(1).title, QStringLiteral("Book"));
+    EXPECT_TRUE(r.source(1).author.isEmpty());
+    EXPECT_EQ(r.individualCount(), 1) << "tags are compared exactly";
+    EXPECT_EQ(ind(1).name, QStringLiteral("John /Smith/")) << "a repository's NAME is its own";
+    EXPECT_EQ(r.familyCount(), 0);
+    EXPECT_TRUE(messages.entries.empty());
 }
 
 TEST_F(ReaderTest, ContinuationsUnderAnyOtherTagOfAnIndividualExtendTheNote)
@@ -139,24 +146,38 @@ TEST_F(ReaderTest, LevelOneTagIsKeptAcrossRecords)
     EXPECT_EQ(ind(2).birthDate, QStringLiteral("1801"));
 }
 
-TEST_F(ReaderTest, NoteRecordsKeepOnlyTheirContinuationLines)
+// The text on a note's level-0 line is its first line; GEDCOM 7's SNOTE
+// records read as notes.
+TEST_F(ReaderTest, NoteRecordsStartWithTheTextOfTheirLevel0Line)
 {
-    ASSERT_TRUE(load(
-        gedcomText({"0 @N7@ NOTE Some text", "0 @N8@ NOTE", "1 CONC x", "1 CONT y", "2 CONT z"})));
-    EXPECT_EQ(session.records.note(1).id, 7);
-    EXPECT_TRUE(session.records.note(1).text.isEmpty());
-    EXPECT_EQ(session.records.note(2).text, QStringLiteral("x\r\ny"));
+    ASSERT_TRUE(load(gedcomText({"0 @N7@ NOTE Some text", "1 CONT and more", "1 CONC  here",
+                                 "0 @N8@ NOTE", "1 CONC x", "1 CONT y", "2 CONT z",
+                                 "0 @N9@ SNOTE Shared  ", "0 @N10@ NOTE @N7@"})));
+    const RecordStore& r = session.records;
+    ASSERT_EQ(r.noteCount(), 4);
+    EXPECT_EQ(r.note(1).id, 7);
+    EXPECT_EQ(r.note(1).text, QStringLiteral("Some text\r\nand more here"));
+    EXPECT_EQ(r.note(2).text, QStringLiteral("x\r\ny"));
+    EXPECT_EQ(r.note(3).text, QStringLiteral("Shared  ")) << "as it stands, as CONT values";
+    EXPECT_EQ(r.note(4).text, QStringLiteral("@N7@"));
 }
 
-TEST_F(ReaderTest, IndentedOrTabSeparatedLinesAreMisreadSilently)
+// Blanks and tabs before the level are indentation; lines that then do not
+// start with a level, or have no blank after it, belong to no record and
+// end none.
+TEST_F(ReaderTest, IndentedLinesAreReadAndStrayLinesAreSkipped)
 {
     ASSERT_TRUE(
-        load(gedcomText({"0 @I1@ INDI", " 1 NAME Indented /Name/", "1\tSEX\tF", "1 OCCU\tWeaver",
-                         "3 NAME Level /Three/", "x NAME Not /Numeric/", "1.5 NAME Half /Up/"})));
+        load(gedcomText({"  0 @I1@ INDI", " 1 NAME Indented /Name/", "\t 1 SEX F",
+                         "a line of text broken off a note", "", "1\tOCCU\tWeaver", "1 OCCU Tailor",
+                         "3 NAME Level /Three/", "x NAME Not /Numeric/", "1.5 NAME Half /Up/",
+                         "    2 CONC !", "\t0 @F1@ FAM", "\t\t1 HUSB @I1@"})));
     const Individual& p = ind(1);
-    EXPECT_TRUE(p.sex.isEmpty());
-    EXPECT_EQ(p.occupation, QStringLiteral(""));  // the tag read is "OCCU\tWeaver"
-    EXPECT_EQ(p.name, QString()) << "level 3, non-numeric and 1.5 (rounds to 2) lines set no name";
+    EXPECT_EQ(p.name, QStringLiteral("Indented /Name/"));
+    EXPECT_EQ(p.sex, QStringLiteral("F"));
+    EXPECT_EQ(p.occupation, QStringLiteral("Tailor")) << "a stray line ends no record";
+    EXPECT_EQ(p.note, QStringLiteral("!")) << "1.5 rounds to level 2, and it is no name";
+    EXPECT_EQ(fam(1).husband.slot, 1);
     EXPECT_TRUE(messages.entries.empty());
 }
 

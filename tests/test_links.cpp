@@ -38,12 +38,12 @@ protected:
         return relationshipText(session.records, a, b, QStringLiteral("\n"));
     }
     // The relationship both ways and the descendant totals of both, of two
-    // people given by their numbers.
-    QStringList answers(int32_t idA, int32_t idB)
+    // people given by their cross-references.
+    QStringList answers(const QString& xrefA, const QString& xrefB)
     {
         const RecordStore& r = session.records;
         DescendantCache& c = session.descendantCache;
-        const int32_t a = r.indIndexFromId(idA), b = r.indIndexFromId(idB);
+        const int32_t a = r.indIndexFromId(xrefA), b = r.indIndexFromId(xrefB);
         const auto totals = [&](int32_t slot) {
             return QStringLiteral("%1 %2 %3")
                 .arg(countDescendants(r, c, slot))
@@ -57,7 +57,7 @@ protected:
 TEST_F(LinksTest, RecordsOutOfOrderLinkAsInAscendingOrder)
 {
     ASSERT_TRUE(load(firstFamily({0, 1, 2, 3, 4, 5})));
-    const QStringList ascending = answers(12, 1);
+    const QStringList ascending = answers("I12", "I1");
     EXPECT_EQ(ascending[0], QStringLiteral("Enoch /A/ is the grand son of Adam /A/\n\n"
                                            "Adam /A/ is the grand father of Enoch /A/\n\n"
                                            "(Blood relations only)"));
@@ -68,18 +68,18 @@ TEST_F(LinksTest, RecordsOutOfOrderLinkAsInAscendingOrder)
     ASSERT_TRUE(load(firstFamily({2, 3, 1, 0, 5, 4})));
     EXPECT_TRUE(messages.entries.empty());
     const RecordStore& r = session.records;
-    EXPECT_EQ(ind(3).spouseFamilyIndex[1], 2) << "Eve's family F1 lies in slot 2";
-    EXPECT_EQ(ind(1).childFamilyIndex, 2);
-    EXPECT_EQ(fam(2).husbandIndex, 4);
-    EXPECT_EQ(fam(2).wifeIndex, 3);
-    EXPECT_EQ(fam(2).childIndex[1], 1);
-    EXPECT_EQ(fam(1).childIndex[1], 2);
+    EXPECT_EQ(spouseFamily(3, 1), 2) << "Eve's family F1 lies in slot 2";
+    EXPECT_EQ(childFamily(1), 2);
+    EXPECT_EQ(fam(2).husband.slot, 4);
+    EXPECT_EQ(fam(2).wife.slot, 3);
+    EXPECT_EQ(child(2, 1), 1);
+    EXPECT_EQ(child(1, 1), 2);
     EXPECT_EQ(r.husbandOf(fam(1)), 1);
-    EXPECT_EQ(answers(12, 1), ascending);
-    EXPECT_EQ(answers(1, 5), (QStringList{"Adam /A/ is the husband of Eve /B/\n\n"
-                                          "Eve /B/ is the wife of Adam /A/\n\n"
-                                          "(Blood relations only)",
-                                          relate(3, 4), "2 2 2", "2 2 2"}));
+    EXPECT_EQ(answers("I12", "I1"), ascending);
+    EXPECT_EQ(answers("I1", "I5"), (QStringList{"Adam /A/ is the husband of Eve /B/\n\n"
+                                                "Eve /B/ is the wife of Adam /A/\n\n"
+                                                "(Blood relations only)",
+                                                relate(3, 4), "2 2 2", "2 2 2"}));
 }
 
 TEST_F(LinksTest, ALinkToRecordZeroCountsAndAnUnwrittenLinkIsNone)
@@ -110,7 +110,7 @@ TEST_F(LinksTest, ALinkToRecordZeroCountsAndAnUnwrittenLinkIsNone)
     EXPECT_EQ(lone.rows[2], (std::array<QString, 3>{"Husband", "?", "0"}))
         << "no HUSB line, though @I0@ exists";
     EXPECT_EQ(lone.rows[3], (std::array<QString, 3>{"Wife", "OTHER, Lone", "4"}));
-    EXPECT_EQ(fam(2).husbandIndex, 0);
+    EXPECT_EQ(fam(2).husband.slot, 0);
     EXPECT_EQ(relate(4, 1), QStringLiteral("No relationship found\n\n(Blood relations only)"));
 }
 
@@ -122,7 +122,8 @@ TEST_F(LinksTest, ShuffledAndOrderedGeneratedFilesAgree)
     ASSERT_TRUE(load(generateGedcom(options), "ordered.ged"));
     std::vector<QStringList> ordered;
     for (int32_t id = 1; id <= 3000; id += 97)
-        ordered.push_back(answers(id, 3000 - id));
+        ordered.push_back(
+            answers(QStringLiteral("I%1").arg(id), QStringLiteral("I%1").arg(3000 - id)));
     options.shuffled = true;
     const QByteArray shuffledText = generateGedcom(options);
     ASSERT_TRUE(load(shuffledText, "shuffled.ged"));
@@ -130,7 +131,8 @@ TEST_F(LinksTest, ShuffledAndOrderedGeneratedFilesAgree)
     EXPECT_EQ(session.records.individualCount(), 3000);
     std::vector<QStringList> shuffled;
     for (int32_t id = 1; id <= 3000; id += 97)
-        shuffled.push_back(answers(id, 3000 - id));
+        shuffled.push_back(
+            answers(QStringLiteral("I%1").arg(id), QStringLiteral("I%1").arg(3000 - id)));
     EXPECT_EQ(shuffled, ordered);
 }
 

@@ -12,8 +12,8 @@ struct Counts {
     int individuals = 0, families = 0, sources = 0, notes = 0;
 };
 
-// Counts level-0 records the way grep would: "0 @I", "0 @F", "0 @N", and
-// "0 @S" followed by a digit (submitter records such as @SUBM@ aside).
+// Counts level-0 records the way grep would: the lines "0 @XREF@ TAG" by
+// their tag.
 Counts grepCounts(const QString& path)
 {
     QFile file(path);
@@ -23,14 +23,18 @@ Counts grepCounts(const QString& path)
     QByteArray all = file.readAll();
     if (all.startsWith("\xEF\xBB\xBF"))
         all.remove(0, 3);
-    for (const QByteArray& line : all.split('\n')) {
-        if (line.startsWith("0 @I"))
+    for (QByteArray line : all.split('\n')) {
+        if (!line.startsWith("0 @"))
+            continue;
+        line = line.trimmed();
+        const QByteArray tag = line.mid(line.indexOf('@', 3) + 2);
+        if (tag == "INDI")
             ++c.individuals;
-        else if (line.startsWith("0 @F"))
+        else if (tag == "FAM")
             ++c.families;
-        else if (line.startsWith("0 @N"))
+        else if (tag == "NOTE" || tag.startsWith("NOTE "))
             ++c.notes;
-        else if (line.startsWith("0 @S") && line.size() > 4 && line[4] >= '0' && line[4] <= '9')
+        else if (tag == "SOUR")
             ++c.sources;
     }
     return c;
@@ -54,8 +58,8 @@ const RealFile realFiles[] = {
     {"hawaiian_kings.ged", 110, 58, u"/Kekaulike/", nullptr, "IBMPC"},
     {"bourbon.ged", 303, 139, u"Marie-Thérèse /HABSBOURG/", nullptr, "UTF-8"},
     // Its one non-ASCII NAME (Zelníčková) is followed by a second NAME line of
-    // the same person, which the reader keeps instead.
-    {"pres2020.ged", 2322, 1115, u"Ivana M Winklmayr",
+    // the same person, kept as her other name.
+    {"pres2020.ged", 2322, 1115, u"Ivana /Zelníčková/",
      u"Saint-Martin-de-Ré, Departement de la Charente-Maritime, Poitou-Charentes, France", "UTF-8"},
 };
 
@@ -94,17 +98,20 @@ TEST_P(RealFileTest, LoadsWithTheFileCountsNamesAndNoFaults)
     EXPECT_TRUE(nameFound) << "no individual named " << wantedName.toStdString();
     EXPECT_TRUE(placeFound) << "no birth place " << wantedPlace.toStdString();
 
-    // Every resolved link points at a record that carries the linked number.
+    // Every resolved link points at a record that carries the linked
+    // cross-reference, and every unresolved one names none.
     for (int32_t i = 1; i <= r.individualCount(); ++i) {
         const Individual& p = r.individual(i);
-        if (p.childFamilyIndex) {
-            ASSERT_EQ(r.family(p.childFamilyIndex).id, p.childFamilyId);
-        }
-        for (int k = 1; k <= p.storedSpouseFamilies(); ++k) {
-            if (p.spouseFamilyIndex[size_t(k)]) {
-                ASSERT_EQ(r.family(p.spouseFamilyIndex[size_t(k)]).id, p.spouseFamilyId[size_t(k)]);
+        const auto check = [&](const Link& link) {
+            if (link.slot) {
+                ASSERT_EQ(r.family(link.slot).xref, link.xref);
+            } else if (link.written()) {
+                ASSERT_EQ(r.famIndexFromId(r.xrefText(link.xref)), 0);
             }
-        }
+        };
+        check(p.childFamily);
+        for (int k = 1; k <= p.spouseFamilyCount; ++k)
+            check(r.spouseFamilyLink(p, k));
     }
 }
 
@@ -121,7 +128,17 @@ TEST_F(RealFileTest, HeaderValuesAndTheSubmitterOfRoyal92AreRead)
     EXPECT_EQ(session.records.characterSet, QStringLiteral("ANSEL"));
     EXPECT_EQ(session.records.headerDate, QStringLiteral("20 NOV 1992"));
     EXPECT_TRUE(session.records.gedcomVersion.isEmpty());
-    // The submitter record @S1@ has a digit after "@S": it is read as a source.
-    EXPECT_EQ(session.records.sourceCount(), 1);
-    EXPECT_EQ(session.records.source(1).id, 1);
+    // The submitter record @S1@ is no source, though its id looks like one.
+    EXPECT_EQ(session.records.sourceCount(), 0);
+}
+
+TEST_F(RealFileTest, TheFirstNameIsTheNameAndLaterOnesAreKept)
+{
+    TAV_REQUIRE_SHARED_FILE(pres, "pres2020.ged");
+    ASSERT_TRUE(loadGedcom(session, pres));
+    const RecordStore& r = session.records;
+    const int32_t ivana = r.indIndexFromId(u"I2186");
+    EXPECT_EQ(ind(ivana).name, QString::fromUtf8("Ivana /Zelníčková/"));
+    ASSERT_EQ(r.otherNames(ind(ivana)).size(), 1u);
+    EXPECT_EQ(r.otherNames(ind(ivana))[0], QStringLiteral("Ivana M Winklmayr"));
 }

@@ -37,9 +37,9 @@ DescendantTriangle descendantTriangle(const RecordStore& records, DescendantCach
         next.clear();
         for (const int32_t parent : current) {
             const Individual& person = records.individual(parent);
-            for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
+            for (int k = 1; k <= person.spouseFamilyCount; ++k) {
                 const Family& family = records.family(records.spouseFamilyOf(person, k));
-                for (int c = 1; c <= family.storedChildren(); ++c) {
+                for (int c = 1; c <= family.childCount; ++c) {
                     const int32_t child = records.childOf(family, c);
                     if (child <= 0 || size_t(child) >= seenIn.size() ||
                         seenIn[size_t(child)] == generation)

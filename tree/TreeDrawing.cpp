@@ -85,7 +85,7 @@ std::vector<TreeBoxRole> treeBoxRoles(const TreeTables& tree)
 bool hasDescendants(const RecordStore& records, int32_t individual)
 {
     const Individual& person = records.individual(individual);
-    for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
+    for (int k = 1; k <= person.spouseFamilyCount; ++k) {
         if (records.family(records.spouseFamilyOf(person, k)).childCount > 0)
             return true;
     }

@@ -36,7 +36,7 @@ bool hasChildren(const RecordStore& records, int32_t family)
 int32_t spouseNumberOf(const RecordStore& records, int32_t individual, int32_t famIdx)
 {
     const Individual& person = records.individual(individual);
-    for (int k = 1; k <= person.storedSpouseFamilies(); ++k) {
+    for (int k = 1; k <= person.spouseFamilyCount; ++k) {
         if (records.spouseFamilyOf(person, k) == famIdx)
             return k;
     }
@@ -93,7 +93,7 @@ void TreeModel::prepareTopPerson(int32_t indIdx, const TextMeasure& measure)
 void TreeModel::prepareFamily(int32_t famIdx, int32_t head, int32_t childWanted, int32_t spouseNo)
 {
     const Family& record = records_.family(famIdx);
-    const int32_t n = record.storedChildren();
+    const int32_t n = record.childCount;
     // The family takes its spouse's slot and one per child; check the room
     // first so that nothing is written when it does not fit.
     TreeFamily& entry = family(walkFam);

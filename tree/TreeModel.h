@@ -22,7 +22,7 @@ struct TreeFlags;
 // them raises SubscriptOutOfRange and leaves the tables as they were; so
 // does any other fault inside a walk (a descendant line deeper than 100
 // levels).
-// Which of an individual's spouse families (1 to 10) a family is; 1 when it
+// Which of an individual's spouse families (from 1) a family is; 1 when it
 // is none of them.
 int32_t spouseNumberOf(const RecordStore& records, int32_t individual, int32_t famIdx);
 

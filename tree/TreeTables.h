@@ -33,7 +33,7 @@ struct TreeFamily {
     int32_t layout4 = 0;     // the generation gap
     int32_t nChildren = 0;   // the family record's (stored) children
     int32_t childShown = 0;  // the child whose family follows; 0 when none carries the line
-    int32_t spouseNo = 0;    // which of the head's spouse families this is (1 to 10)
+    int32_t spouseNo = 0;    // which of the head's spouse families this is, from 1
 
     bool operator==(const TreeFamily&) const = default;
 };

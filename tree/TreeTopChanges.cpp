@@ -11,7 +11,7 @@ namespace tav {
 
 int32_t childNumberIn(const RecordStore& records, const Family& family, int32_t individual)
 {
-    for (int k = 1; k <= family.storedChildren(); ++k) {
+    for (int k = 1; k <= family.childCount; ++k) {
         if (records.childOf(family, k) == individual)
             return k;
     }
@@ -52,7 +52,7 @@ int32_t showParents(TreeModel& model, int32_t slot, const TextMeasure& measure, 
     const int32_t husband = records.husbandOf(parents);
     const int32_t top = husband != 0 ? husband : records.wifeOf(parents);
     const int32_t spouse = husband != 0 ? records.wifeOf(parents) : 0;
-    const int32_t children = parents.storedChildren();
+    const int32_t children = parents.childCount;
     const int32_t childNo = childNumberIn(records, parents, individual);
 
     // The person's own families: those headed by the person or by a child

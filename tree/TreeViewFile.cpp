@@ -159,7 +159,7 @@ void readTables(ItemReader& items, const TreeModel& model, TreeTables& view)
         family.layout2 = items.number();
         family.childShown = items.number();
         // What the file does not carry comes from the loaded file and the font.
-        family.nChildren = records.family(family.famIdx).storedChildren();
+        family.nChildren = records.family(family.famIdx).childCount;
         if (int64_t(family.indSt) + family.nChildren > view.nTreeInd)
             raiseFault(RuntimeFault::SubscriptOutOfRange);
         family.layout4 = gap;

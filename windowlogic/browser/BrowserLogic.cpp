@@ -252,11 +252,21 @@ void BrowserLogic::rowClicked(int32_t row)
 
 void BrowserLogic::followNote(const QString& note)
 {
+    // A pointer names the note record whose cross-reference it writes.
+    if (const QStringView xref = pointedXref(note); !xref.isEmpty()) {
+        if (const int32_t n = session_.records.noteIndexFromId(xref))
+            load(ViewKind::Note, n);
+        else
+            session_.messages().warning(
+                QStringLiteral("There is no note %1 in this file.").arg(note.trimmed()));
+        return;
+    }
     const qsizetype a = note.indexOf(QLatin1Char('@'));
     const qsizetype b = a < 0 ? -1 : note.indexOf(QLatin1Char('@'), a + 1);
     if (b > 0 && b - a < 9 && note.mid(a + 1, 1) == QLatin1String("N")) {
-        // A reference such as @N12@: the note record whose number it gives.
-        const int32_t id = digitsValue(note.mid(a, b - a + 1));
+        // A reference such as @N12@ within a text: the note record whose
+        // number it gives.
+        const int64_t id = digitsValue(note.mid(a, b - a + 1));
         const RecordStore& r = session_.records;
         for (int32_t n = 1; n <= r.noteCount(); ++n) {
             if (r.note(n).id == id) {

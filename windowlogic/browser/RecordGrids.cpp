@@ -90,9 +90,9 @@ int32_t listCount(const RecordStore& r, ViewKind kind)
 
 }  // namespace
 
-QString numberWithLetter(QChar letter, int32_t number)
+QString numberWithLetter(QChar letter, int64_t number)
 {
-    return number < 0 ? QStringLiteral("-") + letter + QString::number(-int64_t(number))
+    return number < 0 ? QStringLiteral("-") + letter + QString::number(-number)
                       : letter + QString::number(number);
 }
 
@@ -121,12 +121,16 @@ Grid individualGrid(const Session& session, int32_t slot)
     addHeading(grid);
     addRow(grid, QStringLiteral("No."), signedText(slot));
     addRow(grid, QStringLiteral("Name"), personName(session, slot));
+    // The file's later NAME lines: a married name, an alias, another script.
+    for (const QString& other : r.otherNames(p))
+        addRow(grid, QStringLiteral("Also known as"),
+               formatName(other, NameSurname | NameGivenAsWritten, session.nameStyle()));
     addRow(grid, QStringLiteral("Sex"), p.sex);
     addRow(grid, QStringLiteral("Occ"), p.occupation);
     addRow(grid, QStringLiteral("Birth date"), p.birthDate);
     addRow(grid, QStringLiteral("Birth place"), p.birthPlace);
     addRow(grid, QStringLiteral("Death date"), p.deathDate);
-    for (int k = 1; k <= p.storedSpouseFamilies(); ++k)
+    for (int k = 1; k <= p.spouseFamilyCount; ++k)
         addRow(grid, numbered("Fams ", k), signedText(r.spouseFamilyOf(p, k)));
     if (p.hasChildFamily())
         addRow(grid, QStringLiteral("Famc"), signedText(r.childFamilyOf(p)));
@@ -154,7 +158,7 @@ Grid familyGrid(const Session& session, int32_t slot)
     };
     person(QStringLiteral("Husband"), r.husbandOf(f));
     person(QStringLiteral("Wife"), r.wifeOf(f));
-    for (int k = 1; k <= f.storedChildren(); ++k)
+    for (int k = 1; k <= f.childCount; ++k)
         person(numbered("Child ", k), r.childOf(f, k));
     addRow(grid, QStringLiteral("Marr. date"), f.marriageDate);
     addRow(grid, QStringLiteral("Marr. place"), f.marriagePlace);

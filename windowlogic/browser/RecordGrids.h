@@ -42,6 +42,6 @@ Grid gridFor(const Session& session, ViewKind kind, int32_t slot);
 
 // "S12", "N3", "F7", "I12": a record number after its kind letter, as the
 // program prints it.
-QString numberWithLetter(QChar letter, int32_t number);
+QString numberWithLetter(QChar letter, int64_t number);
 
 }  // namespace tav

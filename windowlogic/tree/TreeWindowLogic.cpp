@@ -72,7 +72,7 @@ int resolvedSpouseFamilies(const RecordStore& records, int32_t individual)
 {
     const Individual& person = records.individual(individual);
     int found = 0;
-    for (int k = 1; k <= person.storedSpouseFamilies(); ++k)
+    for (int k = 1; k <= person.spouseFamilyCount; ++k)
         found += records.spouseFamilyOf(person, k) != 0 ? 1 : 0;
     return found;
 }
@@ -159,7 +159,7 @@ int32_t TreeWindowLogic::nextSpouseNumber(int32_t slot) const
 {
     const RecordStore& records = session_.records;
     const Individual& person = records.individual(individualAt(slot));
-    const int count = person.storedSpouseFamilies();
+    const int count = person.spouseFamilyCount;
     const int32_t headed = familyHeadedBy(slot);
     int32_t next = headed != 0 ? model_.family(headed).spouseNo : 0;
     // The next family after the one shown, round to the first again; a
