@@ -37,6 +37,27 @@ QString styledSurname(QStringView surname, int32_t style)
     }
 }
 
+// A regnal number (Henry VIII, Louis XIV): a word of the capitals I, V and X
+// only, never shortened, or it would name another king.
+bool isRegnalNumber(QStringView word)
+{
+    if (word.isEmpty())
+        return false;
+    for (const QChar c : word) {
+        if (c != u'I' && c != u'V' && c != u'X')
+            return false;
+    }
+    return true;
+}
+
+// A given name as an initial: "J." for John; a regnal number whole.
+QString initial(QStringView word)
+{
+    if (isRegnalNumber(word))
+        return word.toString();
+    return word.left(firstCharLength(word)).toString() + QLatin1Char('.');
+}
+
 }  // namespace
 
 QString formatName(QStringView name, int flags, NameStyle style)
@@ -64,7 +85,7 @@ QString formatName(QStringView name, int flags, NameStyle style)
         if (flags & NameFirstGiven)
             g = first.toString();
         else if ((flags & NameFirstInitial) && !first.isEmpty())
-            g = first.left(firstCharLength(first)).toString() + QLatin1Char('.');
+            g = initial(first);
         // A second name counts only when a blank follows it.
         const qsizetype blank2 = blank1 + 1 <= given.size() ? given.indexOf(u' ', blank1 + 1) : -1;
         if (flags & NameSecondGiven) {
@@ -72,9 +93,7 @@ QString formatName(QStringView name, int flags, NameStyle style)
                 g += QLatin1Char(' ') + given.mid(blank1 + 1, blank2 - blank1 - 1).toString();
         } else if (flags & NameSecondInitial) {
             if (blank2 > blank1 + 1)
-                g += QLatin1Char(' ') +
-                     given.mid(blank1 + 1, firstCharLength(given.mid(blank1 + 1))).toString() +
-                     QLatin1Char('.');
+                g += QLatin1Char(' ') + initial(given.mid(blank1 + 1, blank2 - blank1 - 1));
         }
     }
 

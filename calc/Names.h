@@ -28,7 +28,8 @@ struct NameStyle {
 // A GEDCOM name ("John William /Smith/ Jr") as the flags and the style show
 // it; "?" for an empty name. The surname is the part between the slashes; a
 // suffix after it (Jr, II) ends the name whenever the surname is shown:
-// "SMITH, John Jr", "John Smith Jr".
+// "SMITH, John Jr", "John Smith Jr". A given word of the capitals I, V and X
+// only (Henry VIII) is a regnal number, shown whole where an initial is asked.
 QString formatName(QStringView name, int flags, NameStyle style);
 
 // The name of an individual as the grids, the lists and the find results show

@@ -1,6 +1,7 @@
 #include "reports/IntegrityReport.h"
 
 #include "app/Session.h"
+#include "calc/GedcomDateGrammar.h"
 #include "reports/LineageGraph.h"
 #include "reports/ReadDate.h"
 #include "reports/ReportLabels.h"
@@ -69,7 +70,7 @@ private:
     ProblemGroup capacity_{QStringLiteral("Tables at capacity")};
     ProblemGroup sharedIds_{QStringLiteral("Records that share a cross-reference")};
     ProblemGroup outOfOrder_{QStringLiteral("Records out of ascending order")};
-    ProblemGroup unreadable_{QStringLiteral("Dates that cannot be read")};
+    ProblemGroup unreadable_{QStringLiteral("Dates that are not GEDCOM dates")};
     ProblemGroup deathBeforeBirth_{QStringLiteral("Death before birth")};
     ProblemGroup unlikelyBirths_{QStringLiteral(
         "Children born before a parent was 12, after the mother was 55 or more than a year after "
@@ -259,14 +260,15 @@ void IntegrityCheck::checkIds(bool individuals)
     }
 }
 
-// Dates that cannot be read, and deaths before births and ages above 120
-// among those that can.
+// Dates that are no GEDCOM dates, and deaths before births and ages above
+// 120 among those that can be read.
 void IntegrityCheck::checkDates()
 {
-    // A date text that is written but cannot be read; `who` names its record.
+    // A date text that is written but is no GEDCOM date is listed, `who`
+    // naming its record; the checks that follow need one they can read.
     const auto readable = [&](const ReadDate& date, const QString& text, const char* what,
                               const auto& who) {
-        if (!date.valid && !text.isEmpty())
+        if (!text.isEmpty() && !isGedcomDate(text))
             add(unreadable_,
                 who() + QStringLiteral(": %1 date ").arg(QLatin1String(what)) + quoted(text));
         return date.valid;

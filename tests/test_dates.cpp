@@ -1,4 +1,5 @@
 #include "calc/Dates.h"
+#include "calc/GedcomDateGrammar.h"
 #include "core/Fault.h"
 
 #include "tests/QtPrinters.h"
@@ -111,4 +112,66 @@ TEST(YearsBetween, EitherOrderWithinTheYearQuirk)
     EXPECT_EQ(yearsBetween(u"1850", u"1850"), 0);
     EXPECT_EQ(yearsBetween(u"1850", u""), -1);
     EXPECT_EQ(dateText(today), QStringLiteral("21 NOV 2026"));
+}
+
+// Every form of the GEDCOM date grammar is a date, in any case, whether or
+// not parseDate can compute with it; a few texts that are not.
+TEST(GedcomDateGrammarTest, EachFormIsADateAndOtherTextsAreNot)
+{
+    for (const char* date : {"1850",
+                             "850",
+                             "5",
+                             "MAR 1850",
+                             "12 MAR 1850",
+                             "1 jan 1900",
+                             "1456/57",
+                             "1 MAR 1456/7",
+                             "ABT 1850",
+                             "Abt 1430",
+                             "CAL 1850",
+                             "EST 12 MAR 1850",
+                             "BEF 1850",
+                             "Bef 24 Jul 1492",
+                             "AFT MAR 1850",
+                             "BET 1850 AND 1860",
+                             "Bet 1511 and 1512",
+                             "FROM 1850",
+                             "TO 1860",
+                             "FROM 1850 TO 1860",
+                             "INT 1850 (about the war)",
+                             "(after the war)",
+                             "44 B.C.",
+                             "44 BC",
+                             "@#DJULIAN@ 12 MAR 1750",
+                             "JULIAN 1 JAN 1700",
+                             "@#DHEBREW@ 1 TSH 5600",
+                             "@#DFRENCH R@ 1 VEND 10",
+                             "FRENCH_R BRUM 11",
+                             "  12   MAR   1850  "})
+        EXPECT_TRUE(tav::isGedcomDate(QString::fromUtf8(date))) << date;
+    for (const char* text : {"",
+                             "circa 1850",
+                             "c. 1850",
+                             "ABT. 1850",
+                             "1850-1860",
+                             "12-MAR-1850",
+                             "31 JUNE 1800",
+                             "32 MAR 1850",
+                             "MAR",
+                             "12 MAR",
+                             "BET 1850",
+                             "BET 1850 - 1860",
+                             "FROM 1850 UNTIL 1860",
+                             "INT 1850",
+                             "INT (about)",
+                             "1850?",
+                             "12345",
+                             "1456/57/58",
+                             "1056/1060",
+                             "@#DHEBREW@ 1 MAR 1850",
+                             "@#DJULIAN@ 1456/57",
+                             "ABT ABT 1850",
+                             "1850 (about)",
+                             "spring 1850"})
+        EXPECT_FALSE(tav::isGedcomDate(QString::fromUtf8(text))) << text;
 }

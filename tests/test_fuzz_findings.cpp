@@ -59,7 +59,7 @@ TEST_F(FuzzFindingTest, ADateBeyondThirtyTwoBitsIsUnreadableInTheReportsNotAFaul
         EXPECT_EQ(faultOf([&] { reportText(session, kind); }), RuntimeFault::Number(0))
             << reportKindText(kind).toStdString();
     const QString integrity = reportText(session, ReportKind::GedcomIntegrity);
-    EXPECT_TRUE(integrity.contains(QStringLiteral("Dates that cannot be read: 2\r\n"
+    EXPECT_TRUE(integrity.contains(QStringLiteral("Dates that are not GEDCOM dates: 2\r\n"
                                                   "  LONG, Ann (1) @I1@: birth date "
                                                   "\"5555555555555555555555555555   1932\"\r\n"
                                                   "  LONG, Ben (2) @I2@: death date "

@@ -31,6 +31,27 @@ TEST_F(NamesTest, GivenNamesByFlags)
     EXPECT_EQ(name(u"", 3), QStringLiteral("?"));
 }
 
+// Henry VIII is never "Henry V.", another king: under every one of the 64
+// flag sets the number is whole or absent, as the second given name is.
+TEST_F(NamesTest, RegnalNumbersAreNeverShortened)
+{
+    for (int flags = 0; flags < 64; ++flags) {
+        const QString henry = name(u"Henry VIII /Tudor/", flags, 2, 2);
+        const bool second = (flags & (NameGivenAsWritten | NameSecondGiven | NameSecondInitial));
+        EXPECT_EQ(henry.contains(QStringLiteral("VIII")), second)
+            << flags << " " << henry.toStdString();
+        EXPECT_FALSE(henry.contains(QStringLiteral("V."))) << flags;
+        EXPECT_FALSE(henry.contains(QStringLiteral("I."))) << flags;
+    }
+    EXPECT_EQ(name(u"Henry VIII /Tudor/", 1 + 2 + 16, 2, 2), QStringLiteral("TUDOR, Henry VIII"));
+    EXPECT_EQ(name(u"Louis XIV /de Bourbon/", 1 + 8 + 16, 5, 1),
+              QStringLiteral("L. XIV De bourbon"));
+    EXPECT_EQ(name(u"XIV Louis /B/", 8 + 16), QStringLiteral("XIV L.")) << "first or second";
+    EXPECT_EQ(name(u"John Vincent /Doe/", 1 + 2 + 16, 2, 2), QStringLiteral("DOE, John V."))
+        << "only words made wholly of I, V and X";
+    EXPECT_EQ(name(u"Mary Ix /Doe/", 2 + 16), QStringLiteral("Mary I.")) << "capitals only";
+}
+
 TEST_F(NamesTest, SurnameStylesAndPositions)
 {
     const QStringList styled = {"smith", "SMITH",   "/smith/", "/SMITH/",
