@@ -99,6 +99,7 @@ void loadGedcomBytes(Session& session, const QString& path, QByteArray& bytes,
     session.records.fileName = path;
     session.descendantCache.clear();
     session.nameTallies.clear();
+    session.nameSearch.clear();
     const QByteArrayView text = prepareFileBytes(bytes);
     const qint64 textLength = text.size();
 

@@ -5,6 +5,7 @@
 #include "calc/DescendantCounting.h"
 #include "calc/FindResults.h"
 #include "calc/NameTallies.h"
+#include "calc/PersonNameSearch.h"
 #include "calc/Names.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
@@ -113,10 +114,11 @@ public:
     Settings settings;
 
     // What the calculations learn about the loaded file and keep until the
-    // next load: the descendant numbers counted so far, and the name
-    // reports' tallies.
+    // next load: the descendant numbers counted so far, the name reports'
+    // tallies, and the names folded for finding people as they are typed.
     DescendantCache descendantCache;
     NameTallies nameTallies;
+    PersonNameSearch nameSearch;
 
     // The current individual, family, source and note: the slots the
     // windows show and pass to each other.

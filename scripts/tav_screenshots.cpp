@@ -15,6 +15,7 @@
 #include "windowlogic/main/HeaderInformation.h"
 #include <QComboBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 
 #include <QApplication>
@@ -205,14 +206,9 @@ int main(int argc, char* argv[])
     find->moreButton()->click();
     find->querySelector()->setCurrentIndex(2);
     save(find, "find-expanded");
-    find->resultsList()->showPopup();
-    QApplication::processEvents();
-    if (QWidget* popup = QApplication::activePopupWidget()) {
-        const QString path = QDir(outDir).filePath(QStringLiteral("find-results-open.png"));
-        if (popup->grab().save(path))
-            std::printf("%s\n", qPrintable(path));
-    }
-    find->resultsList()->hidePopup();
+    find->querySelector()->setCurrentIndex(7);
+    find->goButton()->click();
+    save(find, "find-after-query");
     find->close();
 
     saveTree(window, session);

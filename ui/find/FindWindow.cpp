@@ -17,6 +17,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -75,12 +76,14 @@ FindWindow::FindWindow(Session& session, QWidget* parent)
     bold.setBold(true);
     label2_->setFont(bold);
     resultsLayout->addWidget(label2_);
-    combo1_ = new QComboBox(resultsBox);
-    combo1_->setMaxVisibleItems(25);
-    combo1_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    combo1_->setMinimumContentsLength(40);
-    combo1_->setToolTip(QStringLiteral("Pick a line to show that record"));
-    resultsLayout->addWidget(combo1_);
+    // The results stand open, about ten lines, under their heading.
+    list1_ = new QListWidget(resultsBox);
+    list1_->setSelectionMode(QAbstractItemView::SingleSelection);
+    list1_->setUniformItemSizes(true);
+    list1_->setTextElideMode(Qt::ElideRight);
+    list1_->setToolTip(QStringLiteral("Click a line, or press Enter on it, to show that record"));
+    list1_->setFixedHeight(list1_->fontMetrics().height() * 10 + 2 * list1_->frameWidth() + 12);
+    resultsLayout->addWidget(list1_);
     limitNote_ = new QLabel(resultsBox);
     QFont small = limitNote_->font();
     small.setPointSizeF(small.pointSizeF() * 0.9);
@@ -123,7 +126,10 @@ FindWindow::FindWindow(Session& session, QWidget* parent)
         logic_.moreLess();
         refresh();
     });
-    actOnChoice(combo1_, [this](int line) { busy([this, line] { logic_.lineChosen(line); }); });
+    connect(list1_, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+        const int line = list1_->row(item);
+        busy([this, line] { logic_.lineChosen(line); });
+    });
     actOnChoice(combo2_, [this](int index) {
         busy([this, index] {
             if (isQueryIndex(index))
@@ -139,7 +145,7 @@ FindWindow::FindWindow(Session& session, QWidget* parent)
     // The window sees its keys before its boxes do (an open drop-down list,
     // a window of its own, keeps them).
     for (QWidget* control : std::initializer_list<QWidget*>{
-             text1_, text2_, check1_, command1_, command2_, command4_, command5_, combo1_, combo2_,
+             text1_, text2_, check1_, command1_, command2_, command4_, command5_, list1_, combo2_,
              kindChecks_[0], kindChecks_[1], kindChecks_[2], kindChecks_[3]})
         control->installEventFilter(this);
     installEventFilter(this);
@@ -191,24 +197,29 @@ void FindWindow::refresh()
     QStringList shown;
     for (const QString& line : logic_.lines())
         shown << onOneLine(line);
-    bool same = combo1_->count() == shown.size();
+    bool same = list1_->count() == shown.size();
     for (int i = 0; same && i < shown.size(); ++i)
-        same = combo1_->itemText(i) == shown[i];
+        same = list1_->item(i)->text() == shown[i];
     if (!same) {
-        combo1_->clear();
-        combo1_->addItems(shown);
+        list1_->clear();
+        list1_->addItems(shown);
+        // Line 0 selected and in view, nothing opened.
+        list1_->setCurrentRow(shown.isEmpty() ? -1 : 0);
+        list1_->scrollToTop();
     }
-    combo1_->setCurrentIndex(shown.isEmpty() ? -1 : 0);  // the first header in view
     limitNote_->setText(logic_.limitNote());
     limitNote_->setVisible(!limitNote_->text().isEmpty());
-    // Collapsed and expanded heights; never less than the controls need.
+    // Collapsed and expanded heights; never less than the controls need (the
+    // layouts measured anew, as a part was just shown or hidden).
+    centralWidget()->layout()->invalidate();
+    centralWidget()->layout()->activate();
     layout()->activate();
     const int wanted = twipsToPixels(logic_.heightTwips());
     const int least = minimumSizeHint().height();
     setFixedHeight(std::max(wanted, least));
 }
 
-bool FindWindow::handleKey(QKeyEvent* key)
+bool FindWindow::handleKey(QObject* watched, QKeyEvent* key)
 {
     const bool ctrl = key->modifiers() & Qt::ControlModifier;
     if (key->key() == Qt::Key_Escape || (ctrl && key->key() == Qt::Key_Q)) {
@@ -216,7 +227,17 @@ bool FindWindow::handleKey(QKeyEvent* key)
         return true;
     }
     if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && !ctrl) {
-        command1_->click();
+        // Enter opens the results line it stands on, runs the query whose
+        // number was typed, and elsewhere finds.
+        if (watched == list1_) {
+            const int line = list1_->currentRow();
+            if (line >= 0)
+                busy([this, line] { logic_.lineChosen(line); });
+        } else if (watched == text2_) {
+            command5_->click();
+        } else {
+            command1_->click();
+        }
         return true;
     }
     if (!ctrl)
@@ -243,7 +264,7 @@ bool FindWindow::eventFilter(QObject* watched, QEvent* event)
         auto* key = static_cast<QKeyEvent*>(event);
         // On a closed list, Enter makes the choice of that list.
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        if (enter && (watched == combo1_ || watched == combo2_))
+        if (enter && watched == combo2_)
             return false;
         if (event->type() == QEvent::ShortcutOverride) {
             const bool ours =
@@ -258,7 +279,7 @@ bool FindWindow::eventFilter(QObject* watched, QEvent* event)
             }
             return false;
         }
-        if (handleKey(key))
+        if (handleKey(watched, key))
             return true;
     }
     return QMainWindow::eventFilter(watched, event);

@@ -9,6 +9,7 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QListWidget;
 class QPushButton;
 class QWidget;
 
@@ -28,7 +29,8 @@ public:
     QCheckBox* kindBox(int i) const { return kindChecks_[i]; }
     QPushButton* findButton() const { return command1_; }
     QPushButton* moreButton() const { return command4_; }
-    QComboBox* resultsList() const { return combo1_; }
+    // The results list, shown open (decision 29 of the design).
+    QListWidget* resultsList() const { return list1_; }
     QLabel* resultsHeading() const { return label2_; }
     QLabel* limitNote() const { return limitNote_; }
     QComboBox* querySelector() const { return combo2_; }
@@ -47,7 +49,7 @@ protected:
 private:
     void readControls();
     void busy(const std::function<void()>& command);
-    bool handleKey(QKeyEvent* key);
+    bool handleKey(QObject* watched, QKeyEvent* key);
 
     Session& session_;
     FindLogic logic_;
@@ -58,7 +60,7 @@ private:
     QPushButton* command2_;
     QPushButton* command4_;
     QLabel* label2_;
-    QComboBox* combo1_;
+    QListWidget* list1_;
     QLabel* limitNote_;
     QWidget* querySection_;
     QComboBox* combo2_;

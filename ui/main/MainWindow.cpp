@@ -1,15 +1,18 @@
 #include "ui/main/MainWindow.h"
 
 #include "app/Session.h"
+#include "core/TextNumbers.h"
 #include "ui/BusyPointer.h"
 #include "ui/ChoiceBox.h"
 #include "ui/Icons.h"
 #include "ui/WindowManager.h"
 #include "windowlogic/main/HelpTopics.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QCompleter>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -23,6 +26,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QStandardItemModel>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -173,12 +177,16 @@ void MainWindow::buildCentre()
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(10);
     text1_ = new QLineEdit(central);
-    text1_->setFixedWidth(90);
-    text1_->setToolTip(
-        QStringLiteral("Number of the current individual (its place in the file); Enter shows it"));
+    text1_->setFixedWidth(170);
+    text1_->setPlaceholderText(QStringLiteral("number or name"));
+    text1_->setToolTip(QStringLiteral("Number of the current individual (its place in the file), "
+                                      "or letters of a name to choose one from; Enter shows it"));
     text1_->installEventFilter(this);
-    connect(text1_, &QLineEdit::textEdited, this,
-            [this](const QString& text) { logic_.setCurrentIndividualText(text); });
+    buildNameCompletion();
+    connect(text1_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        logic_.setCurrentIndividualText(text);
+        offerNames(text);
+    });
     connect(text1_, &QLineEdit::returnPressed, this,
             [this] { busy([this] { logic_.currentIndividualEntered(); }); });
     auto* individualLabel = new QLabel(QStringLiteral("&Current individual:"), central);
@@ -261,6 +269,40 @@ void MainWindow::buildCentre()
     footer->addStretch();
     layout->addLayout(footer);
     setCentralWidget(central);
+}
+
+void MainWindow::buildNameCompletion()
+{
+    // The people offered show their name, years and number; the box takes
+    // the number of the one picked (the completion role).
+    completions_ = new QStandardItemModel(this);
+    completer_ = new QCompleter(completions_, this);
+    completer_->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    completer_->setCompletionRole(Qt::EditRole);
+    completer_->setMaxVisibleItems(12);
+    completer_->setWidget(text1_);
+    completer_->popup()->setMinimumWidth(420);
+    connect(completer_, qOverload<const QModelIndex&>(&QCompleter::activated), this,
+            [this](const QModelIndex& index) {
+                logic_.completionChosen(index.data(Qt::UserRole).toInt());
+                refresh();
+            });
+}
+
+void MainWindow::offerNames(const QString& typed)
+{
+    completions_->clear();
+    for (const MainWindowLogic::Completion& completion : logic_.completions(typed)) {
+        auto* item = new QStandardItem(completion.text);
+        item->setData(signedText(completion.slot), Qt::EditRole);
+        item->setData(completion.text, Qt::DisplayRole);
+        item->setData(completion.slot, Qt::UserRole);
+        completions_->appendRow(item);
+    }
+    if (completions_->rowCount() > 0)
+        completer_->complete(text1_->rect());
+    else
+        completer_->popup()->hide();
 }
 
 void MainWindow::startUp(const QString& commandLine)

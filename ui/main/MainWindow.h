@@ -7,6 +7,8 @@
 #include <memory>
 
 class QAction;
+class QCompleter;
+class QStandardItemModel;
 class QFileDialog;
 class QComboBox;
 class QLabel;
@@ -35,6 +37,7 @@ public:
     MainWindowLogic& logic() { return logic_; }
     WindowManager& windows() { return *windows_; }
     QLineEdit* currentIndividualBox() const { return text1_; }
+    QCompleter* nameCompleter() const { return completer_; }
     QLabel* currentIndividualName() const { return name_; }
     QComboBox* showSelector() const { return combo2_; }
     QPushButton* showButton() const { return command10_; }
@@ -67,6 +70,9 @@ private:
     void restorePlace();
     void keepPlace();
     void buildReportItems(QMenu* view);
+    void buildNameCompletion();
+    // Offers the people whose names hold the letters typed in the box.
+    void offerNames(const QString& typed);
     // Runs a command with the busy pointer, then shows the new state.
     void busy(const std::function<void()>& command);
     void chooseFile();
@@ -76,7 +82,9 @@ private:
     WindowManager* windows_;
     QLineEdit* text1_ = nullptr;
     QLabel* name_ = nullptr;  // the name of the individual the number names
-    int paintedStep_ = 0;     // the progress bar's last painted 200th
+    QCompleter* completer_ = nullptr;
+    QStandardItemModel* completions_ = nullptr;
+    int paintedStep_ = 0;  // the progress bar's last painted 200th
     QComboBox* combo2_ = nullptr;
     QPushButton* command10_ = nullptr;
     QComboBox* combo3_ = nullptr;

@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -255,6 +256,29 @@ QString MainWindowLogic::currentIndividualName() const
 {
     const int32_t slot = typedSlot(ViewKind::Individual);
     return slot ? listName(session_.records, slot, session_.nameStyle()) : QString();
+}
+
+std::vector<MainWindowLogic::Completion> MainWindowLogic::completions(const QString& typed)
+{
+    std::vector<Completion> lines;
+    if (!std::any_of(typed.begin(), typed.end(), [](QChar c) { return c.isLetter(); }))
+        return lines;
+    const RecordStore& records = session_.records;
+    for (const int32_t slot : session_.nameSearch.find(records, typed, completionsShown)) {
+        QString text =
+            listName(records, slot, session_.nameStyle()) + QStringLiteral(" (%1)").arg(slot);
+        const QString years = personYears(records, slot, session_.today());
+        if (!years.isEmpty())
+            text += QStringLiteral("  ") + years;
+        lines.push_back({slot, text});
+    }
+    return lines;
+}
+
+void MainWindowLogic::completionChosen(int32_t slot)
+{
+    if (namesRecord(session_.records, ViewKind::Individual, slot))
+        currentIndividualText_ = signedText(slot);
 }
 
 void MainWindowLogic::testProgressBar()

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <vector>
 
 namespace tav {
 
@@ -61,6 +62,19 @@ public:
     void followCurrentIndividual();
     // The name of the individual the box names, or "" when it names none.
     QString currentIndividualName() const;
+
+    // The box also takes a name: the people whose names hold the words
+    // typed, best first, as the list under the box offers them ("SMITH,
+    // John (12)  (b.1850  d.1910)"). None while the box holds no letter: a
+    // number is taken as it always was.
+    struct Completion {
+        int32_t slot;
+        QString text;
+    };
+    static constexpr int completionsShown = 50;
+    std::vector<Completion> completions(const QString& typed);
+    // A person picked from that list: the box holds their number.
+    void completionChosen(int32_t slot);
 
     // The progress-bar exercise: 25001 texts made while the bar moves.
     void testProgressBar();
