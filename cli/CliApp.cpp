@@ -37,11 +37,12 @@ const Command commandTable[] = {
      "records holding the words of TEXT, as the find window lists them", 1, 4, false, findCommand},
     {"query", "FILE INDEX [N]", "statistical query INDEX (0 to 14; N for 4, 5, 6 and 8)", 1, 2,
      false, queryCommand},
-    {"show", "FILE KIND [SLOT]",
+    {"show", "FILE KIND [SLOT] [--csv]",
      "a record (IND, FAM, SOU, NOT and its SLOT) or a list\n"
      "(ALLINDS, ALLFAMS, ALLSOUR, ALLNOTS, ALLOCCU, ALLBIRT,\n"
-     "ALLDEAT, ALLMARR) as the record browser shows it",
-     1, 2, false, showCommand},
+     "ALLDEAT, ALLMARR) as the record browser shows it;\n"
+     "--csv: as the browser saves it as CSV",
+     1, 3, false, showCommand},
     {"report", "FILE KIND", "a text report: Basic, GivenNames, ChildNaming or\nGedcomIntegrity", 1,
      1, false, reportCommand},
     {"tree", "FILE SLOT [--walk most|eldest|first] [--font-size N]",

@@ -12,6 +12,9 @@ namespace tav {
 struct CliOutput {
     std::function<void(const QString& line)> out;
     std::function<void(const QString& line)> err;
+    // Bytes for standard output as they stand (a CSV file printed whole);
+    // when empty, they go to `out` a line at a time.
+    std::function<void(const QByteArray& bytes)> bytes = {};
 };
 
 // What a run depends on beyond its arguments: where it writes, the settings

@@ -1,6 +1,7 @@
 #include "cli/CliRun.h"
 
 #include "app/Session.h"
+#include "core/TableText.h"
 #include "core/DisplayText.h"
 #include "windowlogic/browser/BrowserLogic.h"
 
@@ -9,6 +10,19 @@ namespace tav {
 void CliRun::printReport(const QString& text) const
 {
     for (const QString& line : withNewlines(text).split(QLatin1Char('\n')))
+        print(line);
+}
+
+void CliRun::printBytes(const QByteArray& bytes) const
+{
+    if (output.bytes) {
+        output.bytes(bytes);
+        return;
+    }
+    QString text = QString::fromUtf8(bytes);
+    if (text.endsWith(QLatin1String("\r\n")))
+        text.chop(2);
+    for (const QString& line : text.split(QLatin1String("\r\n")))
         print(line);
 }
 
@@ -56,6 +70,11 @@ QString escaped(const QString& text)
         }
     }
     return out;
+}
+
+void printGridCsv(const CliRun& run, const BrowserLogic& browser)
+{
+    run.printBytes(csvBytes(browser.table()));
 }
 
 void printGrid(const CliRun& run, const BrowserLogic& browser)

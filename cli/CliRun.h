@@ -30,6 +30,8 @@ struct CliRun {
     void print(const QString& line) const { output.out(line); }
     // A report text, its CR LF line breaks printed as newlines.
     void printReport(const QString& text) const;
+    // A file's bytes as they stand.
+    void printBytes(const QByteArray& bytes) const;
     // The whole-number argument at `i`; a usage problem when it is not one.
     Result<int32_t> intArg(qsizetype i) const { return integerArgument(args.value(i)); }
     // The argument at `i` as a slot of a record kind: a whole number from 1
@@ -50,5 +52,7 @@ QString escaped(const QString& text);
 // The browser's caption and every grid row: item, TAB, details, and in the
 // family grid TAB and the hidden slot where there is one.
 void printGrid(const CliRun& run, const BrowserLogic& browser);
+// The grid as the browser saves it as CSV.
+void printGridCsv(const CliRun& run, const BrowserLogic& browser);
 
 }  // namespace tav

@@ -20,6 +20,7 @@ int infoCommand(CliRun& run)
 
 int showCommand(CliRun& run)
 {
+    const bool csv = run.args.removeAll(QStringLiteral("--csv")) > 0;
     const ViewKind kind = viewKindFromCode(run.args.value(0));
     if (isRecordKind(kind)) {
         if (run.args.size() != 2)
@@ -38,7 +39,10 @@ int showCommand(CliRun& run)
     run.session.browser.caller = BrowserCaller::MainWindow;
     if (!browser.gridLoad())
         return 3;
-    printGrid(run, browser);
+    if (csv)
+        printGridCsv(run, browser);
+    else
+        printGrid(run, browser);
     return 0;
 }
 

@@ -28,7 +28,11 @@ int main(int argc, char* argv[])
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
     const tav::CliContext context{{[](const QString& line) { writeLine(stdout, line); },
-                                   [](const QString& line) { writeLine(stderr, line); }},
+                                   [](const QString& line) { writeLine(stderr, line); },
+                                   [](const QByteArray& bytes) {
+                                       std::fwrite(bytes.constData(), 1, size_t(bytes.size()),
+                                                   stdout);
+                                   }},
                                   QString(),
                                   {},
                                   programFolder(argv[0])};

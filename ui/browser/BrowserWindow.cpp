@@ -4,6 +4,7 @@
 #include "core/DisplayText.h"
 #include "core/Units.h"
 #include "ui/Icons.h"
+#include "ui/TableCopying.h"
 #include "ui/WindowFrames.h"
 
 #include <QAbstractTableModel>
@@ -50,10 +51,11 @@ public:
             return {};
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
             const QString cell = logic_.cell(index.row() + 1, index.column());
-            // A list shows each record on one line.
-            const QString text = logic_.grid().isList() && role == Qt::DisplayRole
-                                     ? onOneLine(cell)
-                                     : withNewlines(cell);
+            // A list shows each record on one line, but for the notes,
+            // whose rows grow to their lines.
+            const bool oneLine = logic_.grid().isList() && role == Qt::DisplayRole &&
+                                 logic_.grid().listKind != ViewKind::AllNotes;
+            const QString text = oneLine ? onOneLine(cell) : withNewlines(cell);
             return role == Qt::ToolTipRole && text.size() < 40 ? QVariant() : QVariant(text);
         }
         if (role == Qt::BackgroundRole && index.column() == 0)
@@ -113,7 +115,7 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     view_ = new QTableView(this);
     view_->setModel(model_);
     // The current row is marked so that Enter or Space can follow its link.
-    view_->setSelectionMode(QAbstractItemView::SingleSelection);
+    view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view_->setSelectionBehavior(QAbstractItemView::SelectRows);
     view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_->setFocusPolicy(Qt::StrongFocus);
@@ -131,6 +133,13 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     view_->installEventFilter(this);
     view_->viewport()->installEventFilter(this);
     setCentralWidget(view_);
+    // Copy, Copy all and Save as CSV: the selected rows (the current one
+    // when none is), the whole grid.
+    addTableCopying(view_,
+                    CopiedTable{[this] { return logic_.table(); },
+                                [this] { return selectedRows(); },
+                                QStringLiteral("records.csv")},
+                    session_.messages());
 
     // The window sees these keys before the grid does.
     const auto key = [this](QKeySequence sequence, QAction* action) {
@@ -149,6 +158,20 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     closeOnEscape(this);
     resize(640, fullHeight);
     refresh();
+}
+
+TextTable BrowserWindow::selectedRows() const
+{
+    QList<int> rows;
+    for (const QModelIndex& index : view_->selectionModel()->selectedRows())
+        rows << index.row();
+    if (rows.isEmpty() && view_->currentIndex().isValid())
+        rows << view_->currentIndex().row();
+    std::sort(rows.begin(), rows.end());
+    TextTable table;
+    for (const int row : rows)
+        table.append(QStringList{logic_.cell(row + 1, 0), logic_.cell(row + 1, 1)});
+    return table;
 }
 
 BrowserWindow::~BrowserWindow()
@@ -233,21 +256,50 @@ void BrowserWindow::refresh()
     next_->setEnabled(logic_.nextPreviousEnabled());
     famTree_->setEnabled(logic_.famTreeEnabled());
     const bool list = logic_.grid().isList();
+    const bool notes = logic_.grid().listKind == ViewKind::AllNotes;
     QHeaderView* rows = view_->verticalHeader();
+    // A list row is one line, cut with an ellipsis (the tooltip has it
+    // all); a note of the notes list and a record's cells wrap whole.
+    view_->setWordWrap(!list || notes);
     if (list) {
-        rows->setSectionResizeMode(QHeaderView::Fixed);
+        rows->setSectionResizeMode(notes ? QHeaderView::Interactive : QHeaderView::Fixed);
         rows->setDefaultSectionSize(fontMetrics().height() + 10);
     } else {
         rows->setSectionResizeMode(QHeaderView::ResizeToContents);
     }
     view_->resizeColumnToContents(0);
     view_->setColumnWidth(0, std::max(view_->columnWidth(0) + 12, 90));
+    if (notes)
+        fitNoteRows();
     if (logic_.fitRequests() != fitted_) {
         fitted_ = logic_.fitRequests();
         fitHeight();
     } else if (list && height() < fullHeight) {
         resize(width(), fullHeight);  // a list after a short record: room for its rows again
     }
+}
+
+// Each note of the notes list gets the height of its lines as the column
+// wraps them, up to a few lines; the tooltip shows a longer one whole.
+void BrowserWindow::fitNoteRows()
+{
+    constexpr int mostLines = 6;
+    const QFontMetrics metrics = view_->fontMetrics();
+    const int width = std::max(40, view_->columnWidth(1) - 10);
+    const int padding = 10;
+    for (int row = 0; row < model_->rowCount(); ++row) {
+        const QString text = withNewlines(logic_.cell(row + 1, 1));
+        const int height =
+            metrics.boundingRect(QRect(0, 0, width, 1 << 20), Qt::TextWordWrap, text).height();
+        view_->setRowHeight(row, std::min(height, mostLines * metrics.lineSpacing()) + padding);
+    }
+}
+
+void BrowserWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    if (logic_.grid().listKind == ViewKind::AllNotes)
+        fitNoteRows();
 }
 
 // A record grid that needs less than 6000 twips (400 pixels) shortens the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/TableText.h"
 #include "windowlogic/browser/BrowserLogic.h"
 
 #include <QMainWindow>
@@ -33,12 +34,15 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     // Enter or Space on a row follows its link as a click does.
     bool followCurrentRow();
+    TextTable selectedRows() const;
     void command(const std::function<void()>& run);
     void fitHeight();
+    void fitNoteRows();
 
     Session& session_;
     BrowserLogic logic_;

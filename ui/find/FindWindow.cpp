@@ -6,6 +6,7 @@
 #include "ui/BusyPointer.h"
 #include "ui/ChoiceBox.h"
 #include "ui/Icons.h"
+#include "ui/TableCopying.h"
 #include "ui/WindowFrames.h"
 
 #include <QApplication>
@@ -78,12 +79,25 @@ FindWindow::FindWindow(Session& session, QWidget* parent)
     resultsLayout->addWidget(label2_);
     // The results stand open, about ten lines, under their heading.
     list1_ = new QListWidget(resultsBox);
-    list1_->setSelectionMode(QAbstractItemView::SingleSelection);
     list1_->setUniformItemSizes(true);
     list1_->setTextElideMode(Qt::ElideRight);
     list1_->setToolTip(QStringLiteral("Click a line, or press Enter on it, to show that record"));
     list1_->setFixedHeight(list1_->fontMetrics().height() * 10 + 2 * list1_->frameWidth() + 12);
     resultsLayout->addWidget(list1_);
+    // Ctrl+C is the window's own key (Match case): Copy is Ctrl+Insert here.
+    list1_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    addTableCopying(list1_,
+                    CopiedTable{[this] { return logic_.resultTable(); },
+                                [this] {
+                                    QList<int> lines;
+                                    for (const QModelIndex& index :
+                                         list1_->selectionModel()->selectedRows())
+                                        lines << index.row();
+                                    std::sort(lines.begin(), lines.end());
+                                    return logic_.resultRows(lines);
+                                },
+                                QStringLiteral("results.csv")},
+                    session_.messages(), QKeySequence(Qt::CTRL | Qt::Key_Insert));
     limitNote_ = new QLabel(resultsBox);
     QFont small = limitNote_->font();
     small.setPointSizeF(small.pointSizeF() * 0.9);
@@ -221,7 +235,7 @@ void FindWindow::refresh()
 
 bool FindWindow::handleKey(QObject* watched, QKeyEvent* key)
 {
-    const bool ctrl = key->modifiers() & Qt::ControlModifier;
+    const bool ctrl = (key->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
     if (key->key() == Qt::Key_Escape || (ctrl && key->key() == Qt::Key_Q)) {
         close();
         return true;
@@ -270,7 +284,7 @@ bool FindWindow::eventFilter(QObject* watched, QEvent* event)
             const bool ours =
                 key->key() == Qt::Key_Escape || key->key() == Qt::Key_Return ||
                 key->key() == Qt::Key_Enter ||
-                ((key->modifiers() & Qt::ControlModifier) &&
+                ((key->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier &&
                  (key->key() == Qt::Key_C || key->key() == Qt::Key_F || key->key() == Qt::Key_I ||
                   key->key() == Qt::Key_Y || key->key() == Qt::Key_Q));
             if (ours) {

@@ -3,11 +3,17 @@
 #include "app/Session.h"
 #include "core/DisplayText.h"
 #include "ui/Icons.h"
+#include "ui/TableCopying.h"
 #include "ui/WindowFrames.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -17,7 +23,8 @@
 
 namespace tav {
 
-TextViewer::TextViewer(Session& session, QWidget* parent) : QMainWindow(parent), logic_(session)
+TextViewer::TextViewer(Session& session, QWidget* parent)
+    : QMainWindow(parent), logic_(session), messages_(session.messages())
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(tavIcon("tav"));
@@ -31,6 +38,14 @@ TextViewer::TextViewer(Session& session, QWidget* parent) : QMainWindow(parent),
                                        &TextViewer::copySelection);
     copy->setToolTip(QStringLiteral("Copy the selected text to the clipboard"));
 
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    saveAs_ = file->addAction(tavIcon("save"), QStringLiteral("Save &as..."), QKeySequence::Save,
+                              this, &TextViewer::chooseSaveFile);
+    print_ = file->addAction(QStringLiteral("&Print..."), QKeySequence::Print, this,
+                             &TextViewer::printWithPreview);
+    file->addSeparator();
+    file->addAction(QStringLiteral("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W), this,
+                    &QWidget::close);
     QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
     edit->addAction(QStringLiteral("Copy to clipboard"), QKeySequence::Copy, this,
                     &TextViewer::copySelection);
@@ -83,5 +98,29 @@ void TextViewer::copySelection()
 }
 
 void TextViewer::selectAll() { text_->selectAll(); }
+
+void TextViewer::chooseSaveFile()
+{
+    QString path = QFileDialog::getSaveFileName(
+        this, QStringLiteral("Save as"), QDir(lastSaveFolder()).filePath(logic_.suggestedFileName()),
+        QStringLiteral("Text files (*.txt);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    setLastSaveFolder(QFileInfo(path).absolutePath());
+    if (const Outcome saved = logic_.saveAs(path); !saved)
+        messages_.warning(saved.message());
+}
+
+void TextViewer::printWithPreview()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(windowTitle());
+    QPrintPreviewDialog preview(&printer, this);
+    preview.setWindowTitle(QStringLiteral("Print - ") + windowTitle());
+    connect(&preview, &QPrintPreviewDialog::paintRequested, this,
+            [this](QPrinter* target) { text_->document()->print(target); });
+    preview.resize(800, 700);
+    preview.exec();
+}
 
 }  // namespace tav

@@ -9,6 +9,7 @@ class QPlainTextEdit;
 
 namespace tav {
 
+class Messages;
 class Session;
 
 // The window every text report is shown in (frmText): the report text under
@@ -25,12 +26,20 @@ public:
     QAction* topAction() const { return top_; }
     void copySelection();
     void selectAll();
+    QAction* saveAsAction() const { return saveAs_; }
+    QAction* printAction() const { return print_; }
 
 protected:
     bool event(QEvent* event) override;
 
 private:
+    void chooseSaveFile();
+    void printWithPreview();
+
     TextViewerLogic logic_;
+    Messages& messages_;
+    QAction* saveAs_ = nullptr;
+    QAction* print_ = nullptr;
     QPlainTextEdit* text_;
     QAction* top_;
 };

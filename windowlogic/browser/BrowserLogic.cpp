@@ -250,6 +250,15 @@ void BrowserLogic::rowClicked(int32_t row)
     });
 }
 
+TextTable BrowserLogic::table() const
+{
+    TextTable rows;
+    rows.reserve(rowCount());
+    for (int32_t row = 0; row < rowCount(); ++row)
+        rows.append(QStringList{cell(row, 0), cell(row, 1)});
+    return rows;
+}
+
 void BrowserLogic::followNote(const QString& note)
 {
     // A pointer names the note record whose cross-reference it writes.

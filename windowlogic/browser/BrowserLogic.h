@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/TableText.h"
 #include "windowlogic/browser/RecordGrids.h"
 
 #include <QString>
@@ -44,6 +45,9 @@ public:
     void rowClicked(int32_t row);
 
     const Grid& grid() const { return grid_; }
+    // The grid's two shown columns, the heading row first: what Copy all
+    // takes and "Save as CSV..." writes.
+    TextTable table() const;
     int32_t rowCount() const { return grid_.rowCount(); }
     QString cell(int32_t row, int column) const;
     QString caption() const { return grid_.caption; }

@@ -5,6 +5,8 @@
 #include "core/TextNumbers.h"
 #include "windowlogic/find/ResultsListing.h"
 
+#include <numeric>
+
 namespace tav {
 
 namespace {
@@ -75,6 +77,30 @@ bool FindLogic::runQuery(Query query, int32_t n)
                            {session_.curInd, session_.curFam}, session_.today(), query, n))
             limitReached_ = true;
     });
+}
+
+TextTable FindLogic::resultRows(const QList<int>& lines) const
+{
+    TextTable rows;
+    for (const int line : lines) {
+        const QString& text = lines_.value(line);
+        // "I007. SMITH, John": the number, then the text; section lines
+        // ("-------NOTES-------") are none.
+        const qsizetype dot = text.indexOf(QLatin1String(". "));
+        if (text.startsWith(u'-') || dot < 0)
+            continue;
+        rows.append(QStringList{text.left(dot), text.mid(dot + 2)});
+    }
+    return rows;
+}
+
+TextTable FindLogic::resultTable() const
+{
+    QList<int> all(lines_.size());
+    std::iota(all.begin(), all.end(), 0);
+    TextTable table{QStringList{QStringLiteral("Record"), QStringLiteral("Text")}};
+    table.append(resultRows(all));
+    return table;
 }
 
 void FindLogic::noteLimit()

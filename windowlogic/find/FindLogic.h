@@ -2,6 +2,7 @@
 
 #include "calc/StatisticalQueries.h"
 #include "calc/WordSearch.h"
+#include "core/TableText.h"
 
 #include <QString>
 #include <QStringList>
@@ -47,6 +48,11 @@ public:
     // The results list.
     const QString& heading() const { return heading_; }
     const QStringList& lines() const { return lines_; }
+    // The results as a table, heading row first: each record's number
+    // ("I007") and text, in the list's order (its section lines left out).
+    TextTable resultTable() const;
+    // Some lines of the list (by their place) as rows of that table.
+    TextTable resultRows(const QList<int>& lines) const;
     // A line picked: the browser opens on its record.
     void lineChosen(int line);
     // A quiet note for under the list when a kind reached the 200 results a

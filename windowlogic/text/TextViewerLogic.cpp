@@ -1,12 +1,32 @@
 #include "windowlogic/text/TextViewerLogic.h"
 
 #include "app/Session.h"
+#include "core/AtomicFile.h"
+#include "core/DisplayText.h"
 
 namespace tav {
 
 QString TextViewerLogic::text() const { return session_.report.text; }
 
 QString TextViewerLogic::title() const { return session_.report.title; }
+
+Outcome TextViewerLogic::saveAs(const QString& path) const
+{
+    QString lines = withNewlines(text());
+    if (!lines.isEmpty() && !lines.endsWith(QLatin1Char('\n')))
+        lines += QLatin1Char('\n');
+    return writeFileAtomically(path, lines.toUtf8());
+}
+
+QString TextViewerLogic::suggestedFileName() const
+{
+    QString name = title().simplified();
+    for (QChar& c : name) {
+        if (!c.isLetterOrNumber() && c != u' ' && c != u'-')
+            c = u'_';
+    }
+    return (name.isEmpty() ? QStringLiteral("report") : name) + QStringLiteral(".txt");
+}
 
 QRect TextViewerLogic::placement(const QRect& screen, int width)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Outcome.h"
 #include "core/Units.h"
 
 #include <QRect>
@@ -18,6 +19,11 @@ public:
 
     QString text() const;
     QString title() const;
+
+    // "Save as...": the text in UTF-8, its lines as shown (a newline each).
+    Outcome saveAs(const QString& path) const;
+    // The file name offered: the title made safe for a file, ".txt".
+    QString suggestedFileName() const;
 
     // The window's place for a screen: top 0, full height less 450 twips,
     // against the right-hand edge.
