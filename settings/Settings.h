@@ -37,6 +37,9 @@ struct Settings {
         bool maximized = false;
     };
     WindowPlace mainWindow;
+    // The folder of the tree view last saved or opened by name ("Save view
+    // as...", "Open view..."); "" for none yet.
+    QString viewFolder;
 };
 
 }  // namespace tav

@@ -92,6 +92,7 @@ void loadSettings(Settings& settings, RegistryStore& store, const QString& secti
             number = readNumber(store, windowKey, name, 0);
         });
         place.maximized = readFlag(store, windowKey, QStringLiteral("MainMaximized"), false);
+        settings.viewFolder = readText(store, windowKey, QStringLiteral("ViewFolder"), QString());
     }
 }
 
@@ -118,6 +119,7 @@ void writeAllSettings(const Settings& settings, RegistryStore& store)
     });
     store.regWrite(root, windowKey, QStringLiteral("MainMaximized"), QStringLiteral("B"),
                    settings.mainWindow.maximized);
+    store.regWrite(root, windowKey, QStringLiteral("ViewFolder"), text, settings.viewFolder);
 }
 
 }  // namespace

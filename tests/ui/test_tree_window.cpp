@@ -331,7 +331,10 @@ TEST_F(TreeWindowTest, TheHtmlReportAndPicturesAreWrittenInTheWorkingFolder)
     ASSERT_TRUE(load(grayFile));
     const std::unique_ptr<TreeWindow> tree = openTree(1);
     QStringList opened;
-    tree->openInBrowser = [&opened](const QString& path) { opened << path; };
+    tree->openInBrowser = [&opened](const QString& path) {
+        opened << path;
+        return true;
+    };
 
     // The current folder is the working folder the viewer chose at start.
     ASSERT_TRUE(tree->action(TreeCommand::HtmlReport)->isEnabled());
@@ -341,6 +344,13 @@ TEST_F(TreeWindowTest, TheHtmlReportAndPicturesAreWrittenInTheWorkingFolder)
     QFile page(report);
     ASSERT_TRUE(page.open(QIODevice::ReadOnly));
     EXPECT_TRUE(page.readAll().contains("Descendants of GRAY, Gus"));
+    // Without a browser to start, the user hears where the page is.
+    tree->openInBrowser = [](const QString&) { return false; };
+    tree->action(TreeCommand::HtmlReport)->trigger();
+    EXPECT_EQ(messages.texts().value(0),
+              QStringLiteral("The report was written to %1, but no web browser could be started "
+                             "to show it.")
+                  .arg(QDir::toNativeSeparators(report)));
 
     tree->action(TreeCommand::SaveView)->trigger();
     EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("temp.gds"))));

@@ -17,6 +17,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -125,6 +126,12 @@ void TreeWindow::buildMenus()
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addAction(commandAction(TreeCommand::SaveView));
     file->addAction(commandAction(TreeCommand::OpenView));
+    saveViewAs_ = file->addAction(QStringLiteral("Save view &as..."), this,
+                                  &TreeWindow::chooseViewToSave);
+    saveViewAs_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    openViewFrom_ = file->addAction(QStringLiteral("Open &view..."), this,
+                                    &TreeWindow::chooseViewToOpen);
+    openViewFrom_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
     file->addSeparator();
     file->addAction(commandAction(TreeCommand::HtmlReport));
     exportPicture_ =
@@ -271,7 +278,49 @@ void TreeWindow::runCommand(TreeCommand command)
         statusBar()->showMessage(notice, 5000);
     const QString report = logic_.takeReportToOpen();
     if (!report.isEmpty())
-        openInBrowser(report);
+        if (!openInBrowser(report))
+            session_.messages().message(
+                QStringLiteral("The report was written to %1, but no web browser could be "
+                               "started to show it.")
+                    .arg(QDir::toNativeSeparators(report)));
+}
+
+void TreeWindow::chooseViewToSave()
+{
+    QString path = QFileDialog::getSaveFileName(
+        this, QStringLiteral("Save view as"),
+        QDir(logic_.viewFolder()).filePath(QStringLiteral("tree-view.gds")),
+        QStringLiteral("Tree views (*.gds)"));
+    if (path.isEmpty())
+        return;
+    if (QFileInfo(path).suffix().isEmpty())
+        path += QStringLiteral(".gds");
+    logic_.saveViewAs(path);
+    afterFileCommand();
+}
+
+void TreeWindow::chooseViewToOpen()
+{
+    const QString path =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Open view"), logic_.viewFolder(),
+                                     QStringLiteral("Tree views (*.gds);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    {
+        const BusyPointer pointer;
+        logic_.openViewFrom(path);
+    }
+    canvas_->viewChanged();
+    canvas_->ensureSelectedVisible();
+    afterFileCommand();
+}
+
+void TreeWindow::afterFileCommand()
+{
+    refresh();
+    const QString notice = logic_.takeNotice();
+    if (!notice.isEmpty())
+        statusBar()->showMessage(notice, 5000);
 }
 
 void TreeWindow::chooseExportFile()
@@ -331,6 +380,7 @@ void TreeWindow::refresh()
             action->setChecked(logic_.checked(command));
     }
     // Pictures and pages need a tree to show, as saving a view does.
+    saveViewAs_->setEnabled(logic_.enabled(TreeCommand::SaveView));
     exportPicture_->setEnabled(logic_.enabled(TreeCommand::SaveView));
     print_->setEnabled(logic_.enabled(TreeCommand::SaveView));
     for (const auto& [option, action] : options_)

@@ -45,11 +45,14 @@ public:
     // Writes the whole tree as a picture (PNG, SVG or PDF by the name);
     // false after a message saying why it could not.
     bool exportTo(const QString& path);
-    // Opens a written HTML report; the desktop's browser unless a test says otherwise.
-    std::function<void(const QString& path)> openInBrowser = [](const QString& path) {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    // Opens a written HTML report in the desktop's browser (unless a test
+    // says otherwise); false when none could be started.
+    std::function<bool(const QString& path)> openInBrowser = [](const QString& path) {
+        return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
     };
     QAction* exportAction() const { return exportPicture_; }
+    QAction* saveViewAsAction() const { return saveViewAs_; }
+    QAction* openViewFromAction() const { return openViewFrom_; }
     QAction* printAction() const { return print_; }
     // Shows the logic's state: caption, enabled and checked items, status.
     void refresh();
@@ -65,6 +68,10 @@ private:
     void viewChanged();
     void escape();
     void chooseExportFile();
+    void chooseViewToSave();
+    void chooseViewToOpen();
+    // The status bar's note after a command of the File menu.
+    void afterFileCommand();
 
     Session& session_;
     TreeWindowLogic logic_;
@@ -76,6 +83,8 @@ private:
     QMenu* contextMenu_ = nullptr;
     QLabel* status_ = nullptr;
     QLabel* zoomLabel_ = nullptr;
+    QAction* saveViewAs_ = nullptr;
+    QAction* openViewFrom_ = nullptr;
     QAction* exportPicture_ = nullptr;
     QAction* print_ = nullptr;
 };

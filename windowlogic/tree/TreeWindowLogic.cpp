@@ -424,27 +424,54 @@ void TreeWindowLogic::goBack()
 
 void TreeWindowLogic::saveView()
 {
-    const QString path = QDir::current().absoluteFilePath(treeViewFileName());
-    if (const Outcome saved = treeSaveToFile(model_, path))
-        notice_ = QStringLiteral("View saved in %1").arg(QDir::toNativeSeparators(path));
-    else
-        session_.messages().warning(saved.message());
+    writeView(QDir::current().absoluteFilePath(treeViewFileName()));
 }
 
 void TreeWindowLogic::openView()
 {
+    readView(QDir::current().absoluteFilePath(treeViewFileName()));
+}
+
+bool TreeWindowLogic::writeView(const QString& path)
+{
+    const Outcome saved = treeSaveToFile(model_, path);
+    if (saved)
+        notice_ = QStringLiteral("View saved in %1").arg(QDir::toNativeSeparators(path));
+    else
+        session_.messages().warning(saved.message());
+    return bool(saved);
+}
+
+void TreeWindowLogic::readView(const QString& path)
+{
     session_.guarded([&] {
-        SavedView view = treeReadFromFile(model_);
+        SavedView view = treeReadFromFile(model_, path);
         if (!view.sameGedcomFile && !session_.messages().ask(view.otherFileQuestion()))
             return;
         showSavedView(model_, std::move(view));
         triangleShown_ = false;
         model_.selInd = 1;
-        notice_ = QStringLiteral("View opened from %1")
-                      .arg(QDir::toNativeSeparators(
-                          QDir::current().absoluteFilePath(treeViewFileName())));
+        notice_ = QStringLiteral("View opened from %1").arg(QDir::toNativeSeparators(path));
     });
     redraw();
+}
+
+void TreeWindowLogic::saveViewAs(const QString& path)
+{
+    if (writeView(path))
+        session_.settings.viewFolder = QFileInfo(path).absolutePath();
+}
+
+void TreeWindowLogic::openViewFrom(const QString& path)
+{
+    session_.settings.viewFolder = QFileInfo(path).absolutePath();
+    readView(path);
+}
+
+QString TreeWindowLogic::viewFolder() const
+{
+    const QString& folder = session_.settings.viewFolder;
+    return !folder.isEmpty() && QFileInfo(folder).isDir() ? folder : QDir::currentPath();
 }
 
 void TreeWindowLogic::countDescendantsOfSelected()

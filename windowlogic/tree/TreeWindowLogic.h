@@ -107,6 +107,14 @@ public:
     // The apex's text: the person's name and years.
     QString triangleLabel() const;
 
+    // "Save view as..." and "Open view...": a view in a file the user
+    // chose, read and written as "temp.gds" is (the same checks and
+    // messages); the folder is remembered in the settings for the next time.
+    void saveViewAs(const QString& path);
+    void openViewFrom(const QString& path);
+    // Where those dialogs open: the folder used last, else the working one.
+    QString viewFolder() const;
+
     // A note about the last command for the status bar ("View saved in
     // ..."), given once; "" when there is none.
     QString takeNotice();
@@ -146,6 +154,9 @@ private:
     void writeHtmlReport();
     void saveView();
     void openView();
+    // Writes or reads the view of a file; false after a message.
+    bool writeView(const QString& path);
+    void readView(const QString& path);
     void countDescendantsOfSelected();
     void findRelationship();
     void toggleTriangle();
