@@ -385,6 +385,66 @@ TEST_F(TreeWindowLogicTest, SavedViewsOpenAgainAndDamagedOnesChangeNothing)
     EXPECT_EQ(model().person(1), saved.person(1));
 }
 
+
+// "Save view as..." and "Open view..." on files the user names: the same
+// writing, checks and messages as temp.gds, which they leave alone, and the
+// folder kept for the next dialog.
+TEST_F(TreeWindowLogicTest, ViewsSavedAndOpenedByNameAreCheckedAsTempGdsIs)
+{
+    ASSERT_TRUE(load(gusFile));
+    open(1);
+    EXPECT_EQ(logic->viewFolder(), QDir::currentPath()) << "the working folder at first";
+    EXPECT_EQ(logic->suggestedViewName(), QStringLiteral("GRAY, Gus tree.gds"));
+    ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("views")));
+    const QString named = dir.filePath(QStringLiteral("views/gus line.gds"));
+    runOn(4, TreeCommand::ShowDescendantsMost);
+    const Persons saved = persons();
+    logic->saveViewAs(named);
+    EXPECT_EQ(logic->takeNotice(),
+              QStringLiteral("View saved in ") + QDir::toNativeSeparators(named));
+    EXPECT_TRUE(QFile::exists(named));
+    EXPECT_FALSE(QFile::exists(dir.filePath("temp.gds"))) << "temp.gds is not touched";
+    EXPECT_EQ(logic->viewFolder(), dir.filePath(QStringLiteral("views")));
+    EXPECT_EQ(session.settings.viewFolder, dir.filePath(QStringLiteral("views")));
+
+    runOn(4, TreeCommand::SetTop);
+    const Persons setTop = persons();
+    logic->openViewFrom(named);
+    EXPECT_TRUE(messages.entries.empty());
+    EXPECT_EQ(persons(), saved);
+    EXPECT_EQ(logic->takeNotice(),
+              QStringLiteral("View opened from ") + QDir::toNativeSeparators(named));
+    logic->run(TreeCommand::GoBack);
+    EXPECT_EQ(persons(), setTop);
+
+    // A damaged file, a missing one, and one of another program: the view
+    // on screen stays.
+    const QString damaged = dir.filePath(QStringLiteral("views/damaged.gds"));
+    QFile file(damaged);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("TREEVIEW\r\n\"x.ged\"\r\n3,x\r\n");
+    file.close();
+    const std::pair<QString, QString> faults[] = {
+        {damaged, QStringLiteral("Error no:  13 Type mismatch")},
+        {dir.filePath(QStringLiteral("views/none.gds")),
+         QStringLiteral("Error no:  53 File not found")},
+        {dir.filePath(QStringLiteral("test.ged")), QStringLiteral("Error no:  62 Input past end of file")},
+    };
+    for (const auto& [path, message] : faults) {
+        messages.clear();
+        logic->openViewFrom(path);
+        EXPECT_EQ(messages.texts(), QStringList{message}) << path.toStdString();
+        EXPECT_EQ(persons(), setTop);
+    }
+
+    // A folder that cannot be written keeps the folder remembered before.
+    messages.clear();
+    const QString folderBefore = session.settings.viewFolder;
+    logic->saveViewAs(dir.filePath(QStringLiteral("no such folder/x.gds")));
+    ASSERT_EQ(messages.entries.size(), 1u);
+    EXPECT_TRUE(messages.entries[0].text.startsWith(QStringLiteral("Cannot save ")));
+    EXPECT_EQ(session.settings.viewFolder, folderBefore);
+}
 TEST_F(TreeWindowLogicTest, CountFindRelationshipAndBrowserWorkOnTheSelection)
 {
     ASSERT_TRUE(load(gusFile));
@@ -428,11 +488,13 @@ TEST_F(TreeWindowLogicTest, TheDrawingFollowsTheOptions)
                 return true;
         return false;
     };
-    // Gus's box (label 9 characters: 90 units, centred) ends at 30 + 16 + 2;
-    // a line leaves its middle for Gina's box, 0.35 of a line lower.
+    // Gus's box (label 9 characters: 90 units, centred, 3 units of room at
+    // each side) ends at 30 + 16 + 2; a line leaves its middle for Gina's
+    // box, 0.35 of a line lower.
     const TreeBox* gus = logic->drawing().box(1);
     ASSERT_NE(gus, nullptr);
-    EXPECT_EQ(gus->frame, QRectF(-47, 28, 94, 20));
+    EXPECT_EQ(gus->frame, QRectF(-48, 28, 96, 20));
+    EXPECT_EQ(gus->text, QRectF(-45, 30, 90, 16));
     EXPECT_EQ(gus->role, TreeBoxRole::Top);
     EXPECT_TRUE(gus->selected);
     EXPECT_EQ(logic->drawing().box(2)->role, TreeBoxRole::Spouse);
@@ -466,6 +528,28 @@ TEST_F(TreeWindowLogicTest, TheDrawingFollowsTheOptions)
     }
     EXPECT_EQ(onLine, (std::vector<int32_t>{1, 3, 7, 9}));
     EXPECT_EQ(marked, (std::vector<int32_t>{1, 2, 3, 4, 5, 7, 8}));
+
+    // A family without a wife: its "?" as tall as the other boxes and at
+    // least as wide, right of the line, which runs on from Val to his
+    // children and meets the "?" at its middle.
+    ASSERT_TRUE(load(familyFile({"Val /Gray/:M", "Kid /Gray/:F"}, {{1, 0, {2}}})));
+    open(1);
+    ASSERT_EQ(model().person(2).indIdx, 0);
+    const TreeBox* missing = logic->drawing().box(2);
+    ASSERT_NE(missing, nullptr);
+    EXPECT_TRUE(missing->empty);
+    EXPECT_EQ(missing->frame.height(), logic->drawing().box(1)->frame.height());
+    EXPECT_GE(missing->frame.width(), missing->frame.height());
+    EXPECT_EQ(missing->frame.left(), 4.5);
+    EXPECT_TRUE(missing->frame.contains(missing->text));
+    const double middle = std::floor(missing->frame.center().y()) + 0.5;
+    EXPECT_TRUE(lineEndsAt(QPointF(0.5, 48)));
+    EXPECT_TRUE(lineEndsAt(QPointF(4.5, middle)));
+    EXPECT_TRUE(lineEndsAt(QPointF(0.5, logic->drawing().box(3)->frame.top())));
+    for (const TreeLine& line : logic->drawing().lines)
+        EXPECT_FALSE(missing->frame.contains(line.line.center())) << "nothing runs through it";
+    ASSERT_TRUE(load(gusFile));
+    open(1);
 
     // Surname style and font size: labels and boxes are made again, the
     // GoBack copy's too.

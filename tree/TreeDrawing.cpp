@@ -11,19 +11,28 @@ namespace tav {
 
 namespace {
 
-constexpr double framePadding = 2;   // a box is its label, this much larger on each side
+// A box is its label with room around it: a few units at the sides, inside
+// the gaps that layout leaves between neighbours (7 units at the least), and
+// 2 above and below, where the 0.35 of a line between a head and a spouse
+// leaves no more.
+constexpr double framePadding = 2;
+constexpr double sidePadding = 3;
 constexpr double minFrameWidth = 8;  // so that a child with an empty label still shows
 constexpr double markWidth = 6;
 constexpr double markHeight = 4;
 constexpr double boundsMargin = 20;
+// A missing spouse's "?" stands beside the line of descent, this far from it.
+constexpr double besideLine = 4;
 
 // Lines one unit wide lie on the middle of a unit, so that they are crisp
 // at the natural size.
 double crisp(double v) { return std::floor(v) + 0.5; }
 
+double centreOf(const TreePerson& person) { return person.x + person.width / 2.0; }
+
 QRectF frameOf(const TreePerson& person)
 {
-    QRectF frame(person.x - framePadding, person.y - framePadding, person.width + 2 * framePadding,
+    QRectF frame(person.x - sidePadding, person.y - framePadding, person.width + 2 * sidePadding,
                  person.height + 2 * framePadding);
     if (frame.width() < minFrameWidth) {
         const double centre = frame.center().x();
@@ -31,6 +40,16 @@ QRectF frameOf(const TreePerson& person)
         frame.setWidth(minFrameWidth);
     }
     return frame;
+}
+
+// The "?" of a family without that spouse: a box as tall as the others, at
+// least as wide as it is tall, just right of the line that runs from the
+// head down to the children (layout centres the slot on that line).
+QRectF missingSpouseFrame(const TreePerson& person)
+{
+    const double height = person.height + 2 * framePadding;
+    const double width = std::max(height, person.width + 2 * sidePadding);
+    return QRectF(crisp(centreOf(person)) + besideLine, person.y - framePadding, width, height);
 }
 
 // The mark sits outside the box where nothing else is drawn: above the
@@ -43,8 +62,6 @@ QRectF markOf(const QRectF& frame, TreeBoxRole role)
         role == TreeBoxRole::Spouse ? frame.bottom() + 1 : frame.top() - markHeight - 1;
     return QRectF(left, top, markWidth, markHeight);
 }
-
-double centreOf(const TreePerson& person) { return person.x + person.width / 2.0; }
 
 class LineMaker {
 public:
@@ -127,11 +144,14 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
         const TreePerson& person = tree.person(slot);
         TreeBox box;
         box.slot = slot;
-        box.frame = frameOf(person);
-        box.text = QRectF(person.x, person.y, person.width, person.height);
+        box.empty = person.indIdx == 0;
+        box.frame = box.empty && role == TreeBoxRole::Spouse ? missingSpouseFrame(person)
+                                                              : frameOf(person);
+        // The label's measured line, in the middle of its frame.
+        box.text = QRectF(box.frame.center().x() - person.width / 2.0, person.y, person.width,
+                          person.height);
         box.label = person.label;
         box.role = role;
-        box.empty = person.indIdx == 0;
         box.mainLine = settings.ViewMainLine && onLine[size_t(slot)];
         box.selected = slot == selected;
         if (settings.ViewDescendentMark && !box.empty && hasDescendants(records, person.indIdx))
@@ -152,7 +172,15 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
         const TreePerson& spouse = tree.person(family.indSt);
         const QPointF headBottom(crisp(centreOf(head)), head.y + head.height + framePadding);
         QPointF start = headBottom;
-        if (spousesShown) {
+        if (spousesShown && spouse.indIdx == 0) {
+            // The line passes the "?" beside it and joins it at its middle.
+            const QRectF missing = missingSpouseFrame(spouse);
+            const double middle = crisp(missing.center().y());
+            const QPointF onLine(headBottom.x(), middle);
+            lines.add(headBottom, onLine, main);
+            lines.add(onLine, QPointF(missing.left(), middle), false);
+            start = onLine;
+        } else if (spousesShown) {
             const double x = crisp(centreOf(spouse));
             const double spouseTop = spouse.y - framePadding;
             if (spouseTop > headBottom.y())

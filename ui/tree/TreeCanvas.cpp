@@ -46,6 +46,16 @@ void TreeCanvas::updateRanges()
     // A tree narrower than the window keeps its top person in the middle
     // as far as it can while showing all of it; a shorter one stands at the top.
     QScrollBar* h = horizontalScrollBar();
+    QScrollBar* v = verticalScrollBar();
+    if (fitted_ && content.width() <= page.width() && content.height() <= page.height()) {
+        // A fitted tree stands in the middle both ways.
+        const QPointF corner = content.center() - QPointF(page.width(), page.height()) / 2.0;
+        h->setRange(int(std::lround(corner.x())), int(std::lround(corner.x())));
+        v->setRange(int(std::lround(corner.y())), int(std::lround(corner.y())));
+        h->setPageStep(page.width());
+        v->setPageStep(page.height());
+        return;
+    }
     if (content.width() <= page.width()) {
         const TreeBox* top = logic_.triangleShown() ? nullptr : logic_.drawing().box(1);
         const double centre = top ? top->frame.center().x() * zoom_ : content.center().x();
@@ -58,7 +68,6 @@ void TreeCanvas::updateRanges()
                     int(std::ceil(content.right())) - page.width());
     }
     h->setPageStep(page.width());
-    QScrollBar* v = verticalScrollBar();
     const int top = int(std::floor(content.top()));
     v->setRange(top, std::max(top, int(std::ceil(content.bottom())) - page.height()));
     v->setPageStep(page.height());
@@ -78,6 +87,12 @@ QPointF TreeCanvas::viewportPoint(QPointF treePoint) const { return treePoint * 
 
 void TreeCanvas::viewChanged()
 {
+    if (fitted_ && (logic_.triangleShown() || logic_.drawing().bounds != fittedBounds_))
+        fitted_ = false;
+    if (fitted_) {
+        applyFit();
+        return;
+    }
     updateRanges();
     if (followTop_)
         showTopAtTop();
@@ -92,6 +107,7 @@ void TreeCanvas::setZoom(double zoom, QPointF anchor)
     const QPointF fixed = treePoint(anchor);
     zoom_ = zoom;
     followTop_ = false;
+    fitted_ = false;
     updateRanges();
     const QPointF now = fixed * zoom_ - anchor;
     horizontalScrollBar()->setValue(int(std::lround(now.x())));
@@ -107,15 +123,24 @@ void TreeCanvas::zoomOut() { setZoom(zoom_ / zoomStep); }
 void TreeCanvas::fit()
 {
     const QRectF& bounds = logic_.drawing().bounds;
-    if (bounds.isEmpty())
+    if (bounds.isEmpty() || logic_.triangleShown())
         return;
-    const double zoom = std::min(
-        {viewport()->width() / bounds.width(), viewport()->height() / bounds.height(), 2.0});
-    zoom_ = std::clamp(zoom, minZoom, maxZoom);
     followTop_ = false;
+    fitted_ = true;
+    fittedBounds_ = bounds;
+    applyFit();
+}
+
+void TreeCanvas::applyFit()
+{
+    // The room the window has without scroll bars; a pixel spare each way so
+    // that rounding never brings a scroll bar back.
+    const QRectF& bounds = logic_.drawing().bounds;
+    const QSize room = maximumViewportSize();
+    const double zoom = std::min({(room.width() - 2) / bounds.width(),
+                                  (room.height() - 2) / bounds.height(), 2.0});
+    zoom_ = std::clamp(zoom, minZoom, maxZoom);
     updateRanges();
-    horizontalScrollBar()->setValue(horizontalScrollBar()->minimum());
-    verticalScrollBar()->setValue(verticalScrollBar()->minimum());
     viewport()->update();
     emit zoomChanged();
 }
@@ -123,6 +148,7 @@ void TreeCanvas::fit()
 void TreeCanvas::showTopAtTop()
 {
     followTop_ = true;
+    fitted_ = false;
     updateRanges();
     const TreeBox* top = logic_.drawing().box(1);
     const double centre = top ? top->frame.center().x() : 0;
@@ -142,6 +168,7 @@ void TreeCanvas::ensureSelectedVisible()
         return;
     // Out of sight: the box comes to the middle of the window.
     followTop_ = false;
+    fitted_ = false;
     const QPointF centre = box->frame.center() * zoom_;
     horizontalScrollBar()->setValue(int(std::lround(centre.x() - viewport()->width() / 2.0)));
     verticalScrollBar()->setValue(int(std::lround(centre.y() - viewport()->height() / 2.0)));
@@ -200,6 +227,7 @@ void TreeCanvas::mouseMoveEvent(QMouseEvent* event)
     const QPoint delta = now - dragFrom_;
     dragFrom_ = now;
     followTop_ = false;
+    fitted_ = false;
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() - delta.x());
     verticalScrollBar()->setValue(verticalScrollBar()->value() - delta.y());
 }
@@ -215,6 +243,7 @@ void TreeCanvas::mouseReleaseEvent(QMouseEvent*)
 void TreeCanvas::wheelEvent(QWheelEvent* event)
 {
     followTop_ = false;
+    fitted_ = false;
     if (event->modifiers() & Qt::ControlModifier) {
         const double steps = event->angleDelta().y() / 120.0;
         if (steps != 0 && !logic_.triangleShown())
@@ -237,6 +266,7 @@ void TreeCanvas::keyPressEvent(QKeyEvent* event)
         }
     }
     followTop_ = false;
+    fitted_ = false;
     QAbstractScrollArea::keyPressEvent(event);
 }
 

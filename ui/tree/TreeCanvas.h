@@ -24,7 +24,9 @@ public:
     void setZoom(double zoom, QPointF anchor = QPointF(-1, -1));
     void zoomIn();
     void zoomOut();
-    // The whole tree in the window (never larger than twice its size).
+    // The whole tree in the window, centred, without scroll bars (never
+    // larger than twice its size); it stays fitted as the window is resized,
+    // until the view is zoomed, moved or shows another tree.
     void fit();
     // The top person centred at the top of the window.
     void showTopAtTop();
@@ -59,6 +61,8 @@ private:
     // The content's extent in viewport pixels at the zoom.
     QRectF contentRect() const;
     void updateRanges();
+    // The zoom at which the whole tree fits the window without scroll bars.
+    void applyFit();
     QPointF origin() const;
 
     const TreeWindowLogic& logic_;
@@ -68,6 +72,9 @@ private:
     // Re-centre the top person when the window is resized, until the user
     // moves the view.
     bool followTop_ = false;
+    // Fitted by Fit, and the bounds it fitted.
+    bool fitted_ = false;
+    QRectF fittedBounds_;
     TrianglePicture triangle_;
 };
 
