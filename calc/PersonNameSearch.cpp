@@ -14,25 +14,17 @@ bool isPlainAscii(QStringView text)
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 128; });
 }
 
-// " words of the text " as the search compares them.
-QString paddedWords(QStringView text)
+// Appends the words of a text as the search compares them, one blank
+// between words; true when there was a word.
+bool appendFolded(QString& out, QStringView text)
 {
-    const QString folded = foldedForSearch(text);
-    return folded.isEmpty() ? QString() : QLatin1Char(' ') + folded + QLatin1Char(' ');
-}
-
-}  // namespace
-
-QString foldedForSearch(QStringView text)
-{
-    QString folded;
-    folded.reserve(text.size());
+    const qsizetype start = out.size();
     bool gap = false;
     const auto add = [&](QChar c) {
-        if (gap && !folded.isEmpty())
-            folded += QLatin1Char(' ');
+        if (gap && out.size() > start)
+            out += QLatin1Char(' ');
         gap = false;
-        folded += c;
+        out += c;
     };
     if (isPlainAscii(text)) {
         // Most names: no accents to take off, and case folding is lowering.
@@ -45,17 +37,48 @@ QString foldedForSearch(QStringView text)
             else
                 gap = true;
         }
-        return folded;
+        return out.size() > start;
     }
+    QString letters;
     for (const QChar c : text.toString().normalized(QString::NormalizationForm_KD)) {
         if (c.category() == QChar::Mark_NonSpacing)
             continue;  // the accent of a decomposed letter
-        if (c.isLetterOrNumber())
-            add(c);
-        else
+        if (c.isLetterOrNumber()) {
+            if (gap && !letters.isEmpty())
+                letters += QLatin1Char(' ');
+            gap = false;
+            letters += c;
+        } else {
             gap = true;
+        }
     }
-    return folded.toCaseFolded();
+    out += letters.toCaseFolded();
+    return out.size() > start;
+}
+
+// Appends " words" of a text and a closing blank after them, when it has words.
+void appendPadded(QString& out, QStringView text)
+{
+    if (out.isEmpty())
+        out += QLatin1Char(' ');
+    if (appendFolded(out, text))
+        out += QLatin1Char(' ');
+}
+
+}  // namespace
+
+QString foldedForSearch(QStringView text)
+{
+    QString folded;
+    folded.reserve(text.size());
+    appendFolded(folded, text);
+    return folded;
+}
+
+QString PersonNameSearch::Folded::order() const
+{
+    const QString given = all.left(givenEnd);
+    return surnameAt < 0 ? given : all.mid(surnameAt, surnameEnd - surnameAt) + given;
 }
 
 void PersonNameSearch::clear()
@@ -72,11 +95,22 @@ void PersonNameSearch::build(const RecordStore& records)
         const QStringView name = person.name;
         const qsizetype slash = name.indexOf(u'/');
         Folded& folded = folded_[size_t(slot)];
-        folded.given = paddedWords(slash < 0 ? name : name.left(slash));
-        folded.surname = slash < 0 ? QString() : paddedWords(name.mid(slash));
-        folded.all = folded.given + folded.surname;
+        QString& all = folded.all;
+        all.reserve(name.size() + 2);
+        appendPadded(all, slash < 0 ? name : name.left(slash));
+        folded.givenEnd = all.size() > 1 ? all.size() : 0;
+        if (slash >= 0) {
+            const qsizetype before = all.size();
+            appendPadded(all, name.mid(slash));
+            if (all.size() > before) {
+                folded.surnameAt = before - 1;
+                folded.surnameEnd = all.size();
+            }
+        }
         for (const QString& other : records.otherNames(person))
-            folded.all += paddedWords(other);
+            appendPadded(all, other);
+        if (all.size() == 1)
+            all.clear();
     }
     built_ = true;
 }
@@ -111,11 +145,11 @@ std::vector<int32_t> PersonNameSearch::find(const RecordStore& records, QStringV
         if (!all)
             continue;
         const bool begins =
-            person.given.startsWith(starts[0]) || person.surname.startsWith(starts[0]);
+            person.givenStartsWith(starts[0]) || person.surnameStartsWith(starts[0]);
         const int partWords =
             int(std::count_if(wholes.begin(), wholes.end(),
                               [&](const QString& w) { return !person.all.contains(w); }));
-        matches.push_back({slot, begins ? 0 : 1, partWords, person.surname + person.given});
+        matches.push_back({slot, begins ? 0 : 1, partWords, person.order()});
     }
     const auto better = [](const Match& a, const Match& b) {
         if (a.beginsName != b.beginsName)

@@ -29,11 +29,28 @@ public:
     std::vector<int32_t> find(const RecordStore& records, QStringView typed, int limit);
 
 private:
-    // A person's names folded, each word with a blank before and after it.
+    // A person's names folded into one text, each word with a blank before
+    // and after it: " john william smith jack " (given names, surname, other
+    // names); the given names end (after their closing blank) at
+    // `givenEnd`, 0 when there are none, and the surname lies from its
+    // blank before, `surnameAt`, to `surnameEnd`, -1 when there is none.
     struct Folded {
-        QString given;    // " john william "
-        QString surname;  // " smith "
-        QString all;      // given, surname and other names: " john william smith jack "
+        QString all;
+        qsizetype givenEnd = 0;
+        qsizetype surnameAt = -1;
+        qsizetype surnameEnd = -1;
+
+        bool givenStartsWith(QStringView start) const
+        {
+            return givenEnd > 0 && QStringView(all).left(givenEnd).startsWith(start);
+        }
+        bool surnameStartsWith(QStringView start) const
+        {
+            return surnameAt >= 0 &&
+                   QStringView(all).mid(surnameAt, surnameEnd - surnameAt).startsWith(start);
+        }
+        // Surname, then given names, as the lists sort people.
+        QString order() const;
     };
 
     void build(const RecordStore& records);

@@ -18,4 +18,17 @@ inline QString onOneLine(QString text)
     return text.replace(QLatin1String("\r\n"), QLatin1String("  "));
 }
 
+// A text as a file name to offer in a save dialog: letters, digits, blanks,
+// "-" and "," kept, anything else (slashes, quotes, colons) made "_";
+// `fallback` when nothing is left.
+inline QString fileNameFrom(const QString& text, const QString& fallback)
+{
+    QString name = text.simplified();
+    for (QChar& c : name) {
+        if (!c.isLetterOrNumber() && c != u' ' && c != u'-' && c != u',')
+            c = u'_';
+    }
+    return name.isEmpty() ? fallback : name;
+}
+
 }  // namespace tav

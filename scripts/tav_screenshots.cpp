@@ -19,7 +19,11 @@
 #include <QPushButton>
 
 #include <QApplication>
+#include <QCompleter>
 #include <QDir>
+#include <QMenu>
+#include <QScreen>
+#include <QTableView>
 #include <QMessageBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -43,6 +47,41 @@ void save(QWidget* widget, const char* name)
         std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
     else
         std::printf("%s\n", qPrintable(path));
+}
+
+// What the screen shows around a window, with the popups over it (a
+// completion list, a context menu, a dialog), which grabbing the window
+// alone leaves out.
+void saveScreen(QWidget* around, const char* name, QWidget* extra = nullptr)
+{
+    QApplication::processEvents();
+    QRect area = around->frameGeometry();
+    if (extra) {
+        // A popup may still be growing to its size: take room below it too.
+        area = area.united(extra->frameGeometry().adjusted(0, 0, 0, 160));
+        area = area.intersected(QGuiApplication::primaryScreen()->geometry());
+    }
+    const QString path = QDir(outDir).filePath(QString::fromLatin1(name) + QStringLiteral(".png"));
+    const QPixmap shot = QGuiApplication::primaryScreen()->grabWindow(
+        0, area.x(), area.y(), area.width(), area.height());
+    if (!shot.save(path))
+        std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+    else
+        std::printf("%s\n", qPrintable(path));
+}
+
+// Runs `open`, which shows a modal dialog, and saves the screen around
+// `around` with the dialog on it, then closes the dialog.
+void saveModal(QWidget* around, const char* name, const std::function<void()>& open)
+{
+    QTimer::singleShot(400, [around, name] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog)
+            return;
+        saveScreen(around, name, dialog);
+        dialog->close();
+    });
+    open();
 }
 
 // The family tree window: "from top" at each font size and with each
@@ -69,6 +108,9 @@ void saveTree(tav::MainWindow& window, tav::Session& session)
         shoot(name);
     };
     shoot("tree-from-top");
+    tree->canvas()->fit();
+    save(tree, "tree-fit");
+    saveModal(tree, "tree-save-view-as", [tree] { tree->saveViewAsAction()->trigger(); });
     const int fontSize = session.settings.FontSize;
     for (int size = 1; size <= 4; ++size) {
         tree->fontSizeAction(size)->trigger();
@@ -141,7 +183,15 @@ int main(int argc, char* argv[])
     tav::Session session(messages);
     tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
     window.startUp(file);
+    window.move(20, 20);
     save(&window, "main-window");
+    // A name typed into the number box: the people it may mean, offered.
+    window.currentIndividualBox()->setFocus();
+    window.currentIndividualBox()->setText(QStringLiteral("cath"));
+    emit window.currentIndividualBox()->textEdited(QStringLiteral("cath"));
+    saveScreen(&window, "main-window-completing", window.nameCompleter()->popup());
+    window.nameCompleter()->popup()->hide();
+    window.currentIndividualBox()->clear();
 
     // The relationship of the first individual with a parent to that parent.
     int32_t child = 1;
@@ -164,7 +214,12 @@ int main(int argc, char* argv[])
         const QByteArray name = "report-" + tav::reportKindText(kind).toLatin1();
         save(window.windows().textViewer(), name.constData());
     }
-    window.windows().textViewer()->close();
+    {
+        tav::TextViewer* viewer = window.windows().textViewer();
+        saveModal(viewer, "text-viewer-print-preview",
+                  [viewer] { viewer->printAction()->trigger(); });
+        viewer->close();
+    }
 
     // The record browser on a record of each kind and on all individuals.
     const auto browse = [&](tav::ViewKind kind, int32_t slot, const char* name) {
@@ -195,6 +250,26 @@ int main(int argc, char* argv[])
     if (session.records.noteCount() > 0)
         browse(tav::ViewKind::Note, 1, "browser-note");
     browse(tav::ViewKind::AllIndividuals, 0, "browser-all-individuals");
+    {
+        // The grid's context menu over a few chosen rows.
+        tav::BrowserWindow* browser = window.windows().browser();
+        QTableView* view = browser->view();
+        view->selectRow(2);
+        view->selectionModel()->select(view->model()->index(4, 0),
+                                       QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        const QPoint at(view->columnViewportPosition(1) + 40, view->rowViewportPosition(4) + 5);
+        emit view->customContextMenuRequested(at);
+        QApplication::processEvents();
+        QWidget* menu = nullptr;
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (qobject_cast<QMenu*>(widget) && widget->isVisible())
+                menu = widget;
+        saveScreen(browser, "browser-context-menu", menu);
+        if (menu)
+            menu->close();
+    }
+    if (session.records.noteCount() > 0)
+        browse(tav::ViewKind::AllNotes, 0, "browser-all-notes");
     window.windows().browser()->close();
 
     // The find window with the results of a search, collapsed and expanded.
@@ -203,6 +278,7 @@ int main(int argc, char* argv[])
     find->searchBox()->setText(QStringLiteral("john"));
     find->findButton()->click();
     save(find, "find-collapsed");
+    save(find, "find-after-search");
     find->moreButton()->click();
     find->querySelector()->setCurrentIndex(2);
     save(find, "find-expanded");

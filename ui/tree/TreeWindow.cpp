@@ -289,7 +289,7 @@ void TreeWindow::chooseViewToSave()
 {
     QString path = QFileDialog::getSaveFileName(
         this, QStringLiteral("Save view as"),
-        QDir(logic_.viewFolder()).filePath(QStringLiteral("tree-view.gds")),
+        QDir(logic_.viewFolder()).filePath(logic_.suggestedViewName()),
         QStringLiteral("Tree views (*.gds)"));
     if (path.isEmpty())
         return;

@@ -20,12 +20,7 @@ Outcome TextViewerLogic::saveAs(const QString& path) const
 
 QString TextViewerLogic::suggestedFileName() const
 {
-    QString name = title().simplified();
-    for (QChar& c : name) {
-        if (!c.isLetterOrNumber() && c != u' ' && c != u'-')
-            c = u'_';
-    }
-    return (name.isEmpty() ? QStringLiteral("report") : name) + QStringLiteral(".txt");
+    return fileNameFrom(title(), QStringLiteral("report")) + QStringLiteral(".txt");
 }
 
 QRect TextViewerLogic::placement(const QRect& screen, int width)

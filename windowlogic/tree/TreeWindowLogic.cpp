@@ -6,6 +6,7 @@
 #include "calc/DescendantCounting.h"
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
+#include "core/DisplayText.h"
 #include "core/Fault.h"
 #include "tree/TextMeasure.h"
 #include "tree/TreeLabels.h"
@@ -466,6 +467,15 @@ void TreeWindowLogic::openViewFrom(const QString& path)
 {
     session_.settings.viewFolder = QFileInfo(path).absolutePath();
     readView(path);
+}
+
+QString TreeWindowLogic::suggestedViewName() const
+{
+    const int32_t top = individualAt(1);
+    const QString name = formatName(session_.records.individual(top).name,
+                                    NameSurname | NameGivenAsWritten, session_.nameStyle());
+    return fileNameFrom(name + QStringLiteral(" tree"), QStringLiteral("tree view")) +
+           QStringLiteral(".gds");
 }
 
 QString TreeWindowLogic::viewFolder() const

@@ -114,6 +114,8 @@ public:
     void openViewFrom(const QString& path);
     // Where those dialogs open: the folder used last, else the working one.
     QString viewFolder() const;
+    // The name "Save view as..." offers: the top person's, "SMITH, John tree.gds".
+    QString suggestedViewName() const;
 
     // A note about the last command for the status bar ("View saved in
     // ..."), given once; "" when there is none.
