@@ -13,6 +13,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QCompleter>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -279,6 +280,40 @@ TEST_F(WindowTest, TheNumberBoxFollowsTheCurrentIndividualWithItsName)
     EXPECT_EQ(browser->windowTitle(), QStringLiteral("Dad  X (1)"));
     EXPECT_EQ(find->resultsList()->item(1)->text(), QStringLiteral("I001. Dad  X"));
     EXPECT_EQ(window.currentIndividualName()->text(), QStringLiteral("Dad  X"));
+}
+
+// Letters in the number box offer people; Down and Enter pick one, and the
+// box then holds its number; a second Enter shows it; a number still works.
+TEST_F(WindowTest, TheNumberBoxTakesANameAndOffersThePeopleItMayMean)
+{
+    MainWindow window(session, store, dir.path());
+    window.startUp(familyFile());
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QLineEdit* box = window.currentIndividualBox();
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("ki"));
+    QAbstractItemView* offers = window.nameCompleter()->popup();
+    ASSERT_TRUE(offers->isVisible());
+    ASSERT_EQ(offers->model()->rowCount(), 1);
+    EXPECT_EQ(offers->model()->index(0, 0).data().toString(), QStringLiteral("X, Kid (2)"));
+    QTest::keyClick(offers, Qt::Key_Down);
+    QTest::keyClick(offers, Qt::Key_Return);
+    EXPECT_FALSE(offers->isVisible());
+    EXPECT_EQ(box->text(), QStringLiteral(" 2"));
+    EXPECT_EQ(window.currentIndividualName()->text(), QStringLiteral("X, Kid"));
+    EXPECT_EQ(window.windows().browser(), nullptr) << "picking is not showing";
+    QTest::keyClick(box, Qt::Key_Return);
+    ASSERT_NE(window.windows().browser(), nullptr);
+    EXPECT_EQ(window.windows().browser()->windowTitle(), QStringLiteral("X, Kid (2)"));
+
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("1"));
+    EXPECT_FALSE(offers->isVisible()) << "a number offers nobody";
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(window.windows().browser()->windowTitle(), QStringLiteral("X, Dad (1)"));
 }
 
 TEST_F(WindowTest, SelectorsActOnAChoiceNotWhileArrowingThrough)
