@@ -13,6 +13,7 @@
 #include <QDate>
 #include <QObject>
 #include <QString>
+#include <chrono>
 #include <functional>
 
 namespace tav {
@@ -100,8 +101,20 @@ public:
     // settings): they bring themselves up to date.
     void notifyChanged() { emit changed(); }
 
-    // Today's date; tests fix it with setToday.
-    QDate today() const { return fixedToday_.isValid() ? fixedToday_ : QDate::currentDate(); }
+    // Today's date; tests fix it with setToday. Asked for each of 40000
+    // people by a report, so the system's date (which looks up the time
+    // zone on disk each time) is read again only after a second.
+    QDate today() const
+    {
+        if (fixedToday_.isValid())
+            return fixedToday_;
+        const auto now = std::chrono::steady_clock::now();
+        if (!systemToday_.isValid() || now - todayReadAt_ > std::chrono::seconds(1)) {
+            systemToday_ = QDate::currentDate();
+            todayReadAt_ = now;
+        }
+        return systemToday_;
+    }
     void setToday(QDate date) { fixedToday_ = date; }
 
     // How names are shown, from the settings.
@@ -150,6 +163,8 @@ signals:
 private:
     Messages& messages_;
     QDate fixedToday_;  // invalid: the system's date
+    mutable QDate systemToday_;
+    mutable std::chrono::steady_clock::time_point todayReadAt_;
 };
 
 }  // namespace tav

@@ -91,17 +91,18 @@ void IntegrityCheck::checkLinks()
     std::vector<char> isNote(size_t(r_.crossReferences().count()), 0);
     for (int32_t n = 1; n <= r_.noteCount(); ++n)
         isNote[size_t(r_.note(n).xref)] = 1;
-    const auto linked = [&](const QString& who, const char* tag, const Link& link,
-                            const char* kind) {
+    // `who` names the record only when there is something to say of it.
+    const auto linked = [&](const auto& who, const char* tag, const Link& link, const char* kind) {
         if (link.written() && link.slot == 0 && link.xref != voidCode)
-            add(missing_, who + QStringLiteral(": %1 %2 names no %3")
+            add(missing_, who() + QStringLiteral(": %1 %2 names no %3")
                                     .arg(QLatin1String(tag), xref(link.xref), QLatin1String(kind)));
     };
     for (int32_t slot = 1; slot <= r_.individualCount(); ++slot) {
         const Individual& p = r_.individual(slot);
-        linked(person(slot), "FAMC", p.childFamily, "family");
+        const auto who = [&] { return person(slot); };
+        linked(who, "FAMC", p.childFamily, "family");
         for (int k = 1; k <= p.spouseFamilyCount; ++k)
-            linked(person(slot), "FAMS", r_.spouseFamilyLink(p, k), "family");
+            linked(who, "FAMS", r_.spouseFamilyLink(p, k), "family");
         const QStringView pointer = pointedXref(p.note);
         if (pointer.isEmpty())
             continue;
@@ -114,10 +115,11 @@ void IntegrityCheck::checkLinks()
     }
     for (int32_t slot = 1; slot <= r_.familyCount(); ++slot) {
         const Family& f = r_.family(slot);
-        linked(family(slot), "HUSB", f.husband, "individual");
-        linked(family(slot), "WIFE", f.wife, "individual");
+        const auto who = [&] { return family(slot); };
+        linked(who, "HUSB", f.husband, "individual");
+        linked(who, "WIFE", f.wife, "individual");
         for (int k = 1; k <= f.childCount; ++k)
-            linked(family(slot), "CHIL", r_.childLink(f, k), "individual");
+            linked(who, "CHIL", r_.childLink(f, k), "individual");
     }
 }
 
