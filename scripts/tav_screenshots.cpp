@@ -21,6 +21,7 @@
 #include <QApplication>
 #include <QCompleter>
 #include <QDir>
+#include <QFileDialog>
 #include <QMenu>
 #include <QScreen>
 #include <QTableView>
@@ -218,6 +219,14 @@ int main(int argc, char* argv[])
         tav::TextViewer* viewer = window.windows().textViewer();
         saveModal(viewer, "text-viewer-print-preview",
                   [viewer] { viewer->printAction()->trigger(); });
+        // The report saved as a text file, as a user would through the dialog.
+        QTimer::singleShot(400, [] {
+            if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+                dialog->selectFile(QDir(outDir).filePath(QStringLiteral("saved-report.txt")));
+                QMetaObject::invokeMethod(dialog, "accept");
+            }
+        });
+        viewer->saveAsAction()->trigger();
         viewer->close();
     }
 
