@@ -19,7 +19,7 @@
 namespace tav {
 
 // Windows that one window or routine asks to be shown.
-enum class AppWindow { Text, List, Find, Options, Tree };
+enum class AppWindow { Text, List, Find, Options, Tree, Ancestors };
 
 // A request for a window, with what the window needs to know beyond the
 // session's state.
@@ -50,6 +50,7 @@ struct KeepOnTopFlags {
     bool browser = false;
     bool find = false;
     bool tree = false;
+    bool ancestors = false;
 };
 
 // What the windows know of the family tree window: whether it must build its

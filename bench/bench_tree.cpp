@@ -4,6 +4,7 @@
 // each command through its repaint, the triangle view, and painting 1000
 // boxes.
 #include "bench/BenchFiles.h"
+#include "bench/BenchPainting.h"
 #include "calc/DescendantCounting.h"
 #include "cli/OffscreenGui.h"
 #include "draw/PictureExport.h"
@@ -169,7 +170,7 @@ void paintAsTheWindow(const tav::TreeDrawing& drawing, QImage& canvas)
     tav::paintTree(painter, drawing, QRectF(origin, QSizeF(canvas.size())));
 }
 
-QImage windowCanvas() { return QImage(960, 650, QImage::Format_ARGB32_Premultiplied); }
+using tav::bench::windowCanvas;
 
 std::unique_ptr<tav::TreeWindowLogic> treeWindowOf(Session& session)
 {
@@ -364,17 +365,10 @@ void BM_PaintThousandBoxes(benchmark::State& state)
     QImage canvas =
         whole ? QImage(1600, 1200, QImage::Format_ARGB32_Premultiplied) : windowCanvas();
     for (auto _ : state) {
-        if (whole) {
-            QPainter painter(&canvas);
-            painter.fillRect(canvas.rect(), tav::treeBackground(false));
-            const double scale = std::min(canvas.width() / drawing.bounds.width(),
-                                          canvas.height() / drawing.bounds.height());
-            painter.scale(scale, scale);
-            painter.translate(-drawing.bounds.topLeft());
-            tav::paintTree(painter, drawing);
-        } else {
+        if (whole)
+            tav::bench::paintScaledToFit(drawing, canvas);
+        else
             paintAsTheWindow(drawing, canvas);
-        }
     }
     state.counters["boxes"] = double(drawing.boxes.size());
 }

@@ -47,14 +47,18 @@ const Command commandTable[] = {
      1, false, reportCommand},
     {"tree", "FILE SLOT [--walk most|eldest|first] [--font-size N]",
      "the family tree of SLOT as the view file holds it", 1, 5, true, treeCommand},
-    {"html", "FILE SLOT [OUT]",
+    {"ancestors", "FILE SLOT [--generations N]",
+     "the ancestors chart of SLOT over N generations (2 to 10,\ndefault 5), one line a place: "
+     "number, name, slot",
+     1, 3, false, ancestorsCommand},
+    {"html", "FILE SLOT [OUT] [--ancestors [--generations N]]",
      "writes the HTML descendants report of individual SLOT\nto OUT (default: tav.htm in the "
-     "current folder)",
-     1, 2, false, htmlCommand},
-    {"export", "FILE SLOT OUT [--walk W] [--font-size N]",
+     "current folder);\n--ancestors: the ancestors report (default\ntav-ancestors.htm)",
+     1, 5, false, htmlCommand},
+    {"export", "FILE SLOT OUT [--walk W] [--font-size N] [--ancestors [--generations N]]",
      "draws the tree of `tree` into OUT as the tree window\npaints it: .png, .svg or .pdf by "
-     "its extension",
-     2, 6, true, exportCommand},
+     "its extension;\n--ancestors: the ancestors chart instead",
+     2, 9, true, exportCommand},
 };
 
 // The help command reads no GEDCOM file.

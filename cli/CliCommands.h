@@ -23,11 +23,15 @@ int descendantsCommand(CliRun& run);
 // The text reports (ReportCommands.cpp).
 int reportCommand(CliRun& run);
 
-// The family tree window's view, and its picture (TreeCommands.cpp).
+// The family tree window's view, and its picture or the ancestors chart's
+// (TreeCommands.cpp).
 int treeCommand(CliRun& run);
 int exportCommand(CliRun& run);
 
-// The HTML descendants report (HtmlCommand.cpp).
+// The HTML descendants or ancestors report (HtmlCommand.cpp).
 int htmlCommand(CliRun& run);
+
+// The ancestors chart (AncestorsCommand.cpp).
+int ancestorsCommand(CliRun& run);
 
 }  // namespace tav

@@ -1,8 +1,9 @@
 #include "cli/CliRun.h"
 
 #include "app/Session.h"
-#include "core/TableText.h"
+#include "calc/Ahnentafel.h"
 #include "core/DisplayText.h"
+#include "core/TableText.h"
 #include "windowlogic/browser/BrowserLogic.h"
 
 namespace tav {
@@ -54,6 +55,16 @@ int CliRun::refuse(const QString& message) const
 int CliRun::run(const std::function<void()>& routine) const
 {
     return session.guarded(routine) ? 0 : 3;
+}
+
+Result<int32_t> generationsArgument(const QString& text)
+{
+    const Result<int32_t> number = CliRun::integerArgument(text);
+    if (number && (*number < Ahnentafel::minGenerations || *number > Ahnentafel::maxGenerations))
+        return Outcome::failed(usageProblem(QStringLiteral("--generations takes %1 to %2")
+                                                .arg(Ahnentafel::minGenerations)
+                                                .arg(Ahnentafel::maxGenerations)));
+    return number;
 }
 
 QString escaped(const QString& text)

@@ -45,6 +45,10 @@ struct CliRun {
     int run(const std::function<void()>& routine) const;
 };
 
+// The value of --generations: a whole number from 2 to 10, else a usage
+// problem.
+Result<int32_t> generationsArgument(const QString& text);
+
 // Grid cells and list lines with their control characters made visible:
 // \\ for a backslash, \r, \n and \t.
 QString escaped(const QString& text);

@@ -79,6 +79,20 @@ void paintBox(QPainter& painter, const TreeBox& box)
     }
 }
 
+// "= n" beside an ancestor met again, in the mark's colour: a small tag
+// that points the reader to the place where the forebears go on.
+void paintReference(QPainter& painter, const TreeBox& box)
+{
+    QPen pen(palette.mark, thinPen);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(treeBackground(false));
+    const double inset = thinPen / 2;
+    painter.drawRoundedRect(box.referenceFrame.adjusted(inset, inset, -inset, -inset), 3, 3);
+    painter.drawText(box.referenceFrame, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip,
+                     box.reference);
+}
+
 QFontMetricsF metricsOf(int fontSize) { return QFontMetricsF(treePaintFont(fontSize)); }
 
 }  // namespace
@@ -120,6 +134,8 @@ void paintTree(QPainter& painter, const TreeDrawing& drawing, const QRectF& visi
     for (const TreeBox& box : drawing.boxes) {
         if (shows(box.frame) || (!box.mark.isEmpty() && shows(box.mark)))
             paintBox(painter, box);
+        if (!box.reference.isEmpty() && shows(box.referenceFrame))
+            paintReference(painter, box);
     }
     painter.restore();
 }

@@ -1,8 +1,8 @@
 // Fuzz target: a GEDCOM file, loaded as the viewer loads it, then walked by
 // everything that reads what it loaded: every grid and list of the record
 // browser with its links and moves, find, the fifteen queries, the
-// relationship finder, descendant counting, the tree window and the text
-// and HTML reports.
+// relationship finder, descendant counting, the tree window, the
+// ancestors chart and the text and HTML reports.
 #include "app/GedcomLoading.h"
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
@@ -10,10 +10,12 @@
 #include "calc/RelationshipFinder.h"
 #include "fuzz/FuzzSupport.h"
 #include "fuzz/TreeDriving.h"
+#include "reports/HtmlAncestorsReport.h"
 #include "reports/HtmlDescendantsReport.h"
 #include "reports/ReportKinds.h"
 #include "tree/TreeDrawing.h"
 #include "tree/TreeLayout.h"
+#include "windowlogic/ancestors/AncestorsWindowLogic.h"
 #include "windowlogic/browser/BrowserLogic.h"
 #include "windowlogic/find/FindLogic.h"
 #include "windowlogic/main/HeaderInformation.h"
@@ -165,6 +167,25 @@ void walkEveryWay(Session& session, int32_t slot)
     }
 }
 
+// The ancestors chart of ten generations: its keys, a new root and Back,
+// and its HTML report.
+void walkAncestors(Session& session, int32_t slot)
+{
+    session.settings.ancestorGenerations = Ahnentafel::maxGenerations;
+    session.curInd = slot;
+    AncestorsWindowLogic chart(
+        session, [](int fontSize) { return std::make_unique<fuzz::CharacterMeasure>(fontSize); });
+    chart.activate();
+    for (const AncestorsMove move : {AncestorsMove::Father, AncestorsMove::Mother,
+                                     AncestorsMove::Parent, AncestorsMove::Child})
+        chart.move(move);
+    chart.run(AncestorsCommand::SetRoot);
+    chart.run(AncestorsCommand::Back);
+    chart.setGenerations(Ahnentafel::minGenerations);
+    htmlAncestorsReport(session.records, session.nameStyle(), session.today(), slot,
+                        Ahnentafel::maxGenerations);
+}
+
 // The tree window opened on a few individuals, each with the three walks
 // and every command (the options and font sizes on the first, as they
 // relabel the whole view and cost the most); the HTML report of each.
@@ -187,6 +208,7 @@ void walkTree(Session& session)
             htmlDescendantsReport(session.records, session.descendantCache, session.nameStyle(),
                                   session.today(), slot);
         });
+        walkAncestors(session, slot);
     }
 }
 

@@ -1,44 +1,24 @@
 #include "reports/HtmlDescendantsReport.h"
 
 #include "app/Session.h"
-#include "calc/Dates.h"
 #include "calc/DescendantCounting.h"
 #include "core/Fault.h"
 #include "core/RecordStore.h"
 #include "reports/DescendancyOutline.h"
+#include "reports/HtmlPeople.h"
 #include "reports/HtmlText.h"
 #include "reports/ReportLabels.h"
 
 #include <QDir>
-#include <QFileInfo>
-#include <QLocale>
-#include <QStringList>
-#include <optional>
 
 namespace tav {
 
 namespace {
 
-// Quiet on screen, black and white on paper. Lines of many generations
-// indent less the deeper they go, and not at all beyond the 40th (the
-// generation numbers still tell), so that even a hundred fit a page.
-const char styleSheet[] = R"css(
-body { font: 16px/1.45 Georgia, "DejaVu Serif", "Liberation Serif", serif; color: #222;
-  background: #fff; max-width: 70em; margin: 2em auto; padding: 0 1.5em; }
-header { max-width: 46em; }
-h1 { font-weight: normal; font-size: 2em; margin: 0 0 .4em; padding-bottom: .2em;
-  border-bottom: 2px solid #8b6b4a; }
-.totals { display: flex; flex-wrap: wrap; gap: .8em; margin: 1em 0; padding: 0; }
-.totals div { border: 1px solid #ddd0bd; background: #faf6ef; border-radius: 4px;
-  padding: .35em 1em; min-width: 7em; }
-.totals dt { font: .75em sans-serif; text-transform: uppercase; letter-spacing: .06em;
-  color: #6b5a48; }
-.totals dd { margin: 0; font-size: 1.6em; }
-.explain { color: #555; font-size: .9em; margin: .4em 0; }
-.warning, .note { color: #8a3b12; font-style: italic; }
-main { margin-top: 1.6em; }
-ol, ul { list-style: none; margin: 0; padding: 0; }
-p { margin: 0; }
+// The descendancy's own rules. Lines of many generations indent less the
+// deeper they go, and not at all beyond the 40th (the generation numbers
+// still tell), so that even a hundred fit a page.
+const char ownStyle[] = R"css(
 ol.children { margin-left: .75em; padding-left: .85em; border-left: 1px solid #ddd0bd; }
 ol.deeper { margin-left: .2em; padding-left: .3em; }
 ol.deepest { margin: 0; padding: 0; border: none; }
@@ -48,108 +28,41 @@ li.note { padding-left: 2.1em; }
 .gen { display: inline-block; min-width: 1.5em; margin-right: .15em; padding: 0 .2em;
   text-indent: 0; font: bold .72em/1.6 sans-serif; text-align: center; color: #fff;
   background: #8b6b4a; border-radius: 3px; vertical-align: .12em; }
-.name { font-weight: bold; }
-.years { white-space: pre; color: #555; }
 .marriage { color: #333; }
-.m { font-style: italic; color: #8b6b4a; }
 .again .name { font-weight: normal; }
-.see { font-style: italic; color: #777; font-size: .92em; }
-a { color: inherit; text-decoration: underline dotted #8b6b4a; }
-footer { margin-top: 2.5em; padding-top: .4em; border-top: 1px solid #ccc; color: #777;
-  font-size: .8em; }
-@page { margin: 16mm 14mm 18mm; }
 @media print {
-  body { font-size: 10pt; color: #000; max-width: none; margin: 0; padding: 0; }
-  h1 { border-bottom-color: #000; }
-  .totals div { background: none; border-color: #999; }
-  .totals dt, .explain, .years, .see, .m, .warning, .note, footer { color: #000; }
   .gen { color: #000; background: none; border: 1px solid #777; }
   ol.children { border-left-color: #aaa; }
-  a { text-decoration: none; }
-  h1, .totals, .marriage { break-after: avoid; }
-  .entry, .marriage, .totals div { break-inside: avoid; }
+  .marriage { break-after: avoid; }
+  .entry, .marriage { break-inside: avoid; }
 }
 )css";
-
-std::optional<int32_t> yearOf(QStringView date)
-{
-    int32_t day = 0, month = 0, year = 0;
-    if (!parseDate(date, day, month, year))
-        return std::nullopt;
-    return year;
-}
-
-bool deathKnown(const Individual& person) { return yearOf(person.deathDate).has_value(); }
-
-// The rule of personYears: born less than 100 years ago and no death known.
-bool mayBeLiving(const Individual& person, QDate today)
-{
-    return !deathKnown(person) && today.year() - yearOf(person.birthDate).value_or(0) < 100;
-}
-
-// A place as a reader writes it, its parts (town, county, country) each
-// followed by a comma and a blank: "Chapel Royal, St. James Palace, England"
-// for "Chapel Royal,St. James Palace,England".
-QString placeText(const QString& place)
-{
-    QStringList parts = place.split(QLatin1Char(','));
-    for (QString& part : parts)
-        part = part.simplified();
-    parts.removeAll(QString());
-    return parts.join(QStringLiteral(", "));
-}
 
 class PageWriter {
 public:
     PageWriter(const RecordStore& records, DescendantCache& descendants, NameStyle style,
                QDate today, int32_t top)
-        : records_(records), descendants_(descendants), style_(style), today_(today),
-          outline_(records, top)
+        : records_(records), descendants_(descendants), today_(today),
+          peopleText_(records, style, today), outline_(records, top)
     {}
 
     QByteArray page()
     {
         const QString topName = name(outline_.top());
         html_ +=
-            QStringLiteral("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n"
-                           "<meta charset=\"utf-8\" />\n"
-                           "<meta name=\"viewport\" content=\"width=device-width, "
-                           "initial-scale=1\" />\n"
-                           "<meta name=\"generator\" content=\"Tav\" />\n<title>Descendants of ") +
-            htmlEscaped(topName) + QStringLiteral("</title>\n<style>") + QLatin1String(styleSheet) +
-            QStringLiteral("</style>\n</head>\n<body>\n");
+            htmlPageStart(QStringLiteral("Descendants of ") + topName, QLatin1StringView(ownStyle));
         writeHeader(topName);
         html_ += QStringLiteral("<main>\n<ol class=\"descendancy\">\n");
         for (const OutlineStep& step : outline_.steps())
             write(step);
         html_ += QStringLiteral("</ol>\n</main>\n");
-        writeFooter();
-        html_ += QStringLiteral("</body>\n</html>\n");
+        html_ += htmlPageEnd(records_, today_);
         return html_.toUtf8();
     }
 
 private:
-    // The surname styled and placed, the given part as written; a name that
-    // lacks one of the two is the other alone, without a stray comma. Runs
-    // of blanks are one, as a page shows them anyway.
-    QString name(int32_t slot) const
-    {
-        const QString& text = records_.individual(slot).name;
-        const QString given = formatName(text, NameGivenAsWritten, style_).simplified();
-        if (formatName(text, NameSurname, NameStyle{1, 1}).trimmed().isEmpty())
-            return given.isEmpty() ? QStringLiteral("?") : given;
-        if (given.isEmpty())
-            return formatName(text, NameSurname, NameStyle{style_.surnameStyle, 1}).simplified();
-        return formatName(text, NameSurname | NameGivenAsWritten, style_).simplified();
-    }
-
-    QString years(int32_t slot) const
-    {
-        const QString label = personYears(records_, slot, today_);
-        return label.isEmpty()
-                   ? QString()
-                   : QStringLiteral(" <span class=\"years\">") + label + QStringLiteral("</span>");
-    }
+    QString name(int32_t slot) const { return peopleText_.name(slot); }
+    QString years(int32_t slot) const { return peopleText_.years(slot); }
 
     static QString anchor(int32_t slot) { return QStringLiteral("i%1").arg(slot); }
 
@@ -230,14 +143,6 @@ private:
         html_ += QStringLiteral("</header>\n");
     }
 
-    void writeFooter()
-    {
-        const QString file = QFileInfo(records_.fileName).fileName();
-        html_ += QStringLiteral("<footer><p>From %1, %2. Written by Tav.</p></footer>\n")
-                     .arg(htmlEscaped(file),
-                          QLocale::c().toString(today_, QStringLiteral("d MMMM yyyy")));
-    }
-
     void write(const OutlineStep& step)
     {
         switch (step.kind) {
@@ -313,37 +218,17 @@ private:
         else
             text = QStringLiteral("<span class=\"m\">m.</span> <span class=\"spouse\">") +
                    htmlEscaped(name(spouse)) + QStringLiteral("</span>") + years(spouse);
-        if (marriageShown(family, head, spouse)) {
-            for (const QString& part :
-                 {family.marriageDate.simplified(), placeText(family.marriagePlace)}) {
-                if (!part.isEmpty())
-                    text += QStringLiteral(", ") + htmlEscaped(part);
-            }
-        }
+        text += peopleText_.marriageDetails(family, head, spouse);
         if (kin)
             text += QStringLiteral(" <span class=\"see\">\u2013 also a descendant, ") +
                     whereWritten(spouse) + QStringLiteral("</span>");
         return text;
     }
 
-    // A marriage of someone who may be living, or a recent one of someone
-    // whose death is not recorded, keeps its date and place private.
-    bool marriageShown(const Family& family, int32_t head, int32_t spouse) const
-    {
-        const Individual& descendant = records_.individual(head);
-        const Individual& other = records_.individual(spouse);
-        const bool hasOther = spouse != 0;
-        if (mayBeLiving(descendant, today_) || (hasOther && mayBeLiving(other, today_)))
-            return false;
-        const std::optional<int32_t> year = yearOf(family.marriageDate);
-        const bool recent = year && today_.year() - *year < 100;
-        return !recent || (deathKnown(descendant) && (!hasOther || deathKnown(other)));
-    }
-
     const RecordStore& records_;
     DescendantCache& descendants_;
-    NameStyle style_;
     QDate today_;
+    HtmlPeople peopleText_;
     DescendancyOutline outline_;
     QString html_;
     std::vector<int32_t> people_;     // the descendants being written, the top first

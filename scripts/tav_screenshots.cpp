@@ -2,8 +2,12 @@
 // looking at them as a user would (run under Xvfb: scripts/screenshots.sh).
 #include "app/Messages.h"
 #include "app/Session.h"
+#include "calc/Ahnentafel.h"
+#include "reports/HtmlAncestorsReport.h"
 #include "settings/RegistryStore.h"
 #include "ui/WindowManager.h"
+#include "ui/ancestors/AncestorsCanvas.h"
+#include "ui/ancestors/AncestorsWindow.h"
 #include "ui/browser/BrowserWindow.h"
 #include "ui/find/FindWindow.h"
 
@@ -26,8 +30,10 @@
 #include <QScreen>
 #include <QTableView>
 #include <QMessageBox>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
@@ -99,7 +105,7 @@ void saveTree(tav::MainWindow& window, tav::Session& session)
     tree->resize(1200, 860);
     // Each picture shows the top of the tree.
     const auto shoot = [tree](const QByteArray& name) {
-        tree->canvas()->showTopAtTop();
+        tree->canvas()->showHome();
         save(tree, name.constData());
     };
     // A command on a person, then its picture.
@@ -163,6 +169,98 @@ void saveTree(tav::MainWindow& window, tav::Session& session)
         command(1, TreeCommand::NextSpouse, "tree-next-spouse");
     }
     tree->close();
+}
+
+// The individual with the most known places over ten generations, and
+// the first whose chart meets an ancestor twice, within the first
+// `generations`.
+struct ChartRoots {
+    int32_t fullest = 0;
+    int32_t collapsed = 0;
+};
+
+ChartRoots chartRoots(const tav::Session& session)
+{
+    ChartRoots roots;
+    size_t most = 0;
+    size_t collapsedMost = 0;
+    for (int32_t slot = 1; slot <= session.records.individualCount(); ++slot) {
+        const tav::Ahnentafel chart(session.records, slot, 10);
+        if (chart.places().size() > most) {
+            most = chart.places().size();
+            roots.fullest = slot;
+        }
+        const tav::Ahnentafel near(session.records, slot, 6);
+        if (size_t(near.distinctPeople()) < near.places().size() &&
+            near.places().size() > collapsedMost) {
+            collapsedMost = near.places().size();
+            roots.collapsed = slot;
+        }
+    }
+    return roots;
+}
+
+// The ancestors chart: over 5 and 10 generations (its home and all of it),
+// with a person met twice, after Enter on a grandparent and Back; its
+// picture as PNG and PDF, and its HTML report.
+void saveAncestors(tav::MainWindow& window, tav::Session& session)
+{
+    const ChartRoots roots = chartRoots(session);
+    if (roots.fullest == 0)
+        return;
+    const auto open = [&](int32_t slot) {
+        window.logic().setCurrentIndividualText(QString::number(slot));
+        window.treeSelector()->setCurrentIndex(2);
+        window.treeButton()->click();
+        return window.windows().ancestorsWindow();
+    };
+    tav::AncestorsWindow* chart = open(roots.fullest);
+    if (!chart)
+        return;
+    chart->resize(1280, 900);
+    chart->generationsBox()->setValue(5);
+    chart->canvas()->showHome();
+    save(chart, "ancestors-5");
+    chart->logic().setOption(tav::TreeOption::Dates, true);
+    chart->settingsChanged();
+    chart->canvas()->showHome();
+    save(chart, "ancestors-5-dates");
+    chart->logic().setOption(tav::TreeOption::Dates, false);
+    chart->settingsChanged();
+    chart->generationsBox()->setValue(10);
+    chart->canvas()->showHome();
+    save(chart, "ancestors-10");
+    chart->canvas()->fit();
+    save(chart, "ancestors-10-fit");
+    chart->exportTo(QDir(outDir).filePath(QStringLiteral("ancestors-10-export.png")));
+    chart->exportTo(QDir(outDir).filePath(QStringLiteral("ancestors-10-export.pdf")));
+
+    chart->generationsBox()->setValue(5);
+    chart->canvas()->setZoom(1.0);
+    chart->canvas()->showHome();
+    chart->select(6);
+    QTest::keyClick(chart->canvas(), Qt::Key_Return);
+    save(chart, "ancestors-after-enter");
+    QTest::keyClick(chart->canvas(), Qt::Key_Backspace);
+    save(chart, "ancestors-after-back");
+
+    if (roots.collapsed != 0) {
+        chart = open(roots.collapsed);
+        chart->generationsBox()->setValue(6);
+        chart->canvas()->showHome();
+        save(chart, "ancestors-collapse");
+        chart->canvas()->fit();
+        save(chart, "ancestors-collapse-fit");
+        chart->exportTo(QDir(outDir).filePath(QStringLiteral("ancestors-collapse-export.png")));
+        if (!tav::writeHtmlAncestorsReport(
+                session, roots.collapsed, 6,
+                QDir(outDir).filePath(QStringLiteral("ancestors-collapse.htm"))))
+            std::fprintf(stderr, "cannot write the ancestors report\n");
+    }
+    if (!tav::writeHtmlAncestorsReport(session, roots.fullest, 5,
+                                       QDir(outDir).filePath(QStringLiteral("ancestors.htm"))))
+        std::fprintf(stderr, "cannot write the ancestors report\n");
+    chart->close();
 }
 
 }  // namespace
@@ -297,6 +395,7 @@ int main(int argc, char* argv[])
     find->close();
 
     saveTree(window, session);
+    saveAncestors(window, session);
 
     tav::OptionsDialog options(session, store);
     save(&options, "options-general");

@@ -26,6 +26,8 @@ struct Settings {
     bool ViewNoSpouse = false;
     bool BackColour = false;
     int32_t FontSize = 2;
+    // The generations the ancestors chart shows (2 to 10).
+    int32_t ancestorGenerations = 5;
 
     // Where the main window was when the program last ended (in pixels); a
     // width of 0 means unknown.

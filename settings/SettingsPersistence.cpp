@@ -4,6 +4,8 @@
 #include "settings/RegistryStore.h"
 #include "settings/Settings.h"
 
+#include <algorithm>
+
 namespace tav {
 
 namespace {
@@ -11,7 +13,8 @@ namespace {
 const QString root = QStringLiteral("HKCU");
 const QString generalKey = QStringLiteral("Software\\Wendrake\\Tav\\General");
 const QString treeKey = QStringLiteral("Software\\Wendrake\\Tav\\Tree");
-// The main window's place, under a key of its own beside the described ones.
+// The main window's place and what other windows remember, under a key of
+// its own beside the described ones.
 const QString windowKey = QStringLiteral("Software\\Wendrake\\Tav\\Window");
 
 QString readText(RegistryStore& store, const QString& key, const QString& name,
@@ -93,6 +96,8 @@ void loadSettings(Settings& settings, RegistryStore& store, const QString& secti
         });
         place.maximized = readFlag(store, windowKey, QStringLiteral("MainMaximized"), false);
         settings.viewFolder = readText(store, windowKey, QStringLiteral("ViewFolder"), QString());
+        settings.ancestorGenerations = std::clamp(
+            readNumber(store, windowKey, QStringLiteral("AncestorGenerations"), 5), 2, 10);
     }
 }
 
@@ -120,6 +125,8 @@ void writeAllSettings(const Settings& settings, RegistryStore& store)
     store.regWrite(root, windowKey, QStringLiteral("MainMaximized"), QStringLiteral("B"),
                    settings.mainWindow.maximized);
     store.regWrite(root, windowKey, QStringLiteral("ViewFolder"), text, settings.viewFolder);
+    store.regWrite(root, windowKey, QStringLiteral("AncestorGenerations"), number,
+                   settings.ancestorGenerations);
 }
 
 }  // namespace

@@ -32,14 +32,7 @@ double centreOf(const TreePerson& person) { return person.x + person.width / 2.0
 
 QRectF frameOf(const TreePerson& person)
 {
-    QRectF frame(person.x - sidePadding, person.y - framePadding, person.width + 2 * sidePadding,
-                 person.height + 2 * framePadding);
-    if (frame.width() < minFrameWidth) {
-        const double centre = frame.center().x();
-        frame.setLeft(centre - minFrameWidth / 2);
-        frame.setWidth(minFrameWidth);
-    }
-    return frame;
+    return treeBoxFrame(QRectF(person.x, person.y, person.width, person.height));
 }
 
 // The "?" of a family without that spouse: a box as tall as the others, at
@@ -63,28 +56,51 @@ QRectF markOf(const QRectF& frame, TreeBoxRole role)
     return QRectF(left, top, markWidth, markHeight);
 }
 
-class LineMaker {
-public:
-    void add(QPointF from, QPointF to, bool mainLine)
-    {
-        if (from == to)
-            return;
-        (mainLine ? main_ : plain_).push_back(TreeLine{QLineF(from, to), mainLine});
-    }
-
-    std::vector<TreeLine> take()
-    {
-        std::vector<TreeLine> lines = std::move(plain_);
-        lines.insert(lines.end(), main_.begin(), main_.end());
-        return lines;
-    }
-
-private:
-    std::vector<TreeLine> plain_;
-    std::vector<TreeLine> main_;
-};
+using LineMaker = TreeLineMaker;
 
 }  // namespace
+
+QRectF treeBoxFrame(const QRectF& text)
+{
+    QRectF frame = text.adjusted(-sidePadding, -framePadding, sidePadding, framePadding);
+    if (frame.width() < minFrameWidth) {
+        const double centre = frame.center().x();
+        frame.setLeft(centre - minFrameWidth / 2);
+        frame.setWidth(minFrameWidth);
+    }
+    return frame;
+}
+
+double crispLine(double v) { return crisp(v); }
+
+void TreeLineMaker::add(QPointF from, QPointF to, bool mainLine)
+{
+    if (from == to)
+        return;
+    (mainLine ? main_ : plain_).push_back(TreeLine{QLineF(from, to), mainLine});
+}
+
+std::vector<TreeLine> TreeLineMaker::take()
+{
+    std::vector<TreeLine> lines = std::move(plain_);
+    lines.insert(lines.end(), main_.begin(), main_.end());
+    return lines;
+}
+
+QRectF treeDrawingBounds(const TreeDrawing& drawing)
+{
+    QRectF bounds;
+    for (const TreeBox& box : drawing.boxes) {
+        bounds = bounds.united(box.frame);
+        if (!box.mark.isEmpty())
+            bounds = bounds.united(box.mark);
+        if (!box.referenceFrame.isEmpty())
+            bounds = bounds.united(box.referenceFrame);
+    }
+    for (const TreeLine& line : drawing.lines)
+        bounds = bounds.united(QRectF(line.line.p1(), line.line.p2()).normalized());
+    return bounds.adjusted(-boundsMargin, -boundsMargin, boundsMargin, boundsMargin);
+}
 
 std::vector<TreeBoxRole> treeBoxRoles(const TreeTables& tree)
 {
@@ -136,7 +152,6 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
             onLine[size_t(child)] = true;
     }
 
-    QRectF bounds;
     for (int32_t slot = 1; slot <= count; ++slot) {
         const TreeBoxRole role = roles[size_t(slot)];
         if (role == TreeBoxRole::Spouse && !spousesShown)
@@ -156,9 +171,6 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
         box.selected = slot == selected;
         if (settings.ViewDescendentMark && !box.empty && hasDescendants(records, person.indIdx))
             box.mark = markOf(box.frame, role);
-        bounds = bounds.united(box.frame);
-        if (!box.mark.isEmpty())
-            bounds = bounds.united(box.mark);
         drawing.boxes.push_back(std::move(box));
     }
 
@@ -220,9 +232,7 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
         lines.add(QPointF(leftEnd, barY), QPointF(rightEnd, barY), false);
     }
     drawing.lines = lines.take();
-    for (const TreeLine& line : drawing.lines)
-        bounds = bounds.united(QRectF(line.line.p1(), line.line.p2()).normalized());
-    drawing.bounds = bounds.adjusted(-boundsMargin, -boundsMargin, boundsMargin, boundsMargin);
+    drawing.bounds = treeDrawingBounds(drawing);
     return drawing;
 }
 

@@ -32,6 +32,10 @@ struct TreeBox {
     bool mainLine = false;  // the top person or a family's line child, with ViewMainLine
     bool selected = false;
     QRectF mark;  // the mark of a person with descendants; empty when none
+    // Beside the box of an ancestor met again: "= n", the place where their
+    // forebears go on, in a frame of its own; empty when none.
+    QString reference;
+    QRectF referenceFrame;
 };
 
 struct TreeLine {
@@ -53,6 +57,30 @@ struct TreeDrawing {
     int32_t slotAt(QPointF point) const;
     const TreeBox* box(int32_t slot) const;
 };
+
+// The frame drawn around a label written in `text`: the label with a box's
+// padding on each side, and wide enough to show when the label is empty.
+QRectF treeBoxFrame(const QRectF& text);
+
+// Lines one unit wide lie on the middle of a unit, so that they are crisp
+// at the natural size.
+double crispLine(double v);
+
+// Collects the lines of a drawing: the plain ones first, then those of the
+// main line, which are painted over them. A line of no length is left out.
+class TreeLineMaker {
+public:
+    void add(QPointF from, QPointF to, bool mainLine);
+    std::vector<TreeLine> take();
+
+private:
+    std::vector<TreeLine> plain_;
+    std::vector<TreeLine> main_;
+};
+
+// What a drawing paints (boxes with their marks and references, and the
+// lines), with a margin around it.
+QRectF treeDrawingBounds(const TreeDrawing& drawing);
 
 // The drawing of the view under the tree options of the settings, with
 // `selected` highlighted (0 for none).

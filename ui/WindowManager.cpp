@@ -1,5 +1,6 @@
 #include "ui/WindowManager.h"
 
+#include "ui/ancestors/AncestorsWindow.h"
 #include "ui/browser/BrowserWindow.h"
 #include "ui/find/FindWindow.h"
 #include "ui/options/OptionsDialog.h"
@@ -21,6 +22,10 @@ WindowManager::~WindowManager()
     if (tree_) {
         tree_->hide();
         delete tree_.data();
+    }
+    if (ancestors_) {
+        ancestors_->hide();
+        delete ancestors_.data();
     }
 }
 
@@ -60,7 +65,20 @@ void WindowManager::show(const WindowRequest& request)
         }
         break;
     }
-    case AppWindow::Tree: bringUp(tree_, session_)->activateRequest(); break;
+    case AppWindow::Tree: {
+        TreeWindow* tree = bringUp(tree_, session_);
+        connect(tree, &TreeWindow::settingsEdited, this, &WindowManager::settingsChanged,
+                Qt::UniqueConnection);
+        tree->activateRequest();
+        break;
+    }
+    case AppWindow::Ancestors: {
+        AncestorsWindow* ancestors = bringUp(ancestors_, session_);
+        connect(ancestors, &AncestorsWindow::settingsEdited, this, &WindowManager::settingsChanged,
+                Qt::UniqueConnection);
+        ancestors->activateRequest();
+        break;
+    }
     case AppWindow::Options: {
         OptionsDialog dialog(session_, store_, mainWindow_);
         if (dialog.exec() == QDialog::Accepted)
@@ -78,6 +96,8 @@ FindWindow* WindowManager::findWindow() const { return find_; }
 
 TreeWindow* WindowManager::treeWindow() const { return tree_; }
 
+AncestorsWindow* WindowManager::ancestorsWindow() const { return ancestors_; }
+
 void WindowManager::fileReplaced()
 {
     if (browser_)
@@ -85,6 +105,10 @@ void WindowManager::fileReplaced()
     if (tree_) {
         tree_->close();
         tree_ = nullptr;  // a new tree is a new window, even before this one is gone
+    }
+    if (ancestors_) {
+        ancestors_->close();
+        ancestors_ = nullptr;
     }
     if (find_)
         find_->resultsCleared();
@@ -99,12 +123,15 @@ void WindowManager::settingsChanged()
         find_->relist();
     if (tree_)
         tree_->settingsChanged();
+    if (ancestors_)
+        ancestors_->settingsChanged();
     session_.notifyChanged();
 }
 
 void WindowManager::closeAll()
 {
-    // In the main window's order: text viewer, find window, browser, tree.
+    // In the main window's order: text viewer, find window, browser, tree,
+    // then the ancestors chart.
     if (text_)
         text_->close();
     if (find_)
@@ -113,6 +140,8 @@ void WindowManager::closeAll()
         browser_->close();
     if (tree_)
         tree_->close();
+    if (ancestors_)
+        ancestors_->close();
 }
 
 }  // namespace tav

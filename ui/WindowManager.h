@@ -10,6 +10,7 @@ class QWidget;
 namespace tav {
 
 class RegistryStore;
+class AncestorsWindow;
 class BrowserWindow;
 class FindWindow;
 class TextViewer;
@@ -21,20 +22,23 @@ class WindowManager : public QObject {
     Q_OBJECT
 public:
     WindowManager(Session& session, RegistryStore& store, QWidget* mainWindow);
-    // The tree window goes with it: it works on the session's records.
+    // The tree window and the ancestors chart go with it: they work on the
+    // session's records.
     ~WindowManager() override;
 
     void show(const WindowRequest& request);
     void closeAll();
     // Another file was opened: the windows that hold its old slots let go.
     void fileReplaced();
-    // The options were changed: every open window shows them.
+    // The options were changed (in the options dialog, the tree window or
+    // the ancestors chart): every open window shows them.
     void settingsChanged();
 
     TextViewer* textViewer() const;
     BrowserWindow* browser() const;
     FindWindow* findWindow() const;
     TreeWindow* treeWindow() const;
+    AncestorsWindow* ancestorsWindow() const;
 
 private:
     Session& session_;
@@ -44,6 +48,7 @@ private:
     QPointer<BrowserWindow> browser_;
     QPointer<FindWindow> find_;
     QPointer<TreeWindow> tree_;
+    QPointer<AncestorsWindow> ancestors_;
 };
 
 }  // namespace tav

@@ -18,6 +18,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 
@@ -59,6 +60,19 @@ std::vector<tav::Monkey::WindowOpener> viewerWindows()
          }},
         {"options dialog", "tav::OptionsDialog",
          [](Session& s) { s.showWindow(tav::AppWindow::Options); }},
+        {"ancestors chart", "tav::AncestorsWindow",
+         [](Session& s) {
+             // Someone with forebears, a different person each time.
+             static int32_t next = 0;
+             const int32_t count = s.records.individualCount();
+             for (int tries = 0; count > 0 && tries < count; ++tries) {
+                 next = next % count + 1;
+                 if (s.records.childFamilyOf(s.records.individual(next)) != 0)
+                     break;
+             }
+             s.curInd = std::max(next, 1);
+             s.showWindow(tav::AppWindow::Ancestors);
+         }},
     };
 }
 

@@ -110,7 +110,7 @@ TEST_F(TreeWindowTest, TheSelectorOpensTheTreeOfTheNumberOrOfTheTop)
 
     MainWindow window(session, store, dir.path());
     window.startUp(writeFile(grayFile, "gray.ged"));
-    ASSERT_EQ(window.treeSelector()->count(), 2);
+    ASSERT_EQ(window.treeSelector()->count(), 3);
     EXPECT_EQ(window.treeSelector()->itemText(0), QStringLiteral("family tree from current"));
     EXPECT_EQ(window.treeSelector()->currentIndex(), 1) << "from the top, at start";
     EXPECT_TRUE(window.treeButton()->isEnabled());
@@ -188,15 +188,17 @@ TEST_F(TreeWindowTest, TheContextMenuOffersWhatAppliesToTheBoxClicked)
     ASSERT_TRUE(load(grayFile));
     const auto tree = openTree(1);
     EXPECT_EQ(tree->findChild<QToolBar*>()->height(), treeToolbarHeight);
-    // Most, eldest, next spouse, set top, parents; count, relationship, browser.
+    // Most, eldest, next spouse, set top, parents; count, relationship,
+    // browser, ancestors.
     using Enabled = std::vector<bool>;
-    EXPECT_EQ(menuFor(*tree, 1), (Enabled{true, true, false, false, false, true, true, true}))
+    EXPECT_EQ(menuFor(*tree, 1), (Enabled{true, true, false, false, false, true, true, true, true}))
         << "the top person";
-    EXPECT_EQ(menuFor(*tree, 2), (Enabled{false, false, false, true, false, true, true, true}))
+    EXPECT_EQ(menuFor(*tree, 2),
+              (Enabled{false, false, false, true, false, true, true, true, true}))
         << "a spouse";
-    EXPECT_EQ(menuFor(*tree, 3), (Enabled{true, true, true, true, true, true, true, true}))
+    EXPECT_EQ(menuFor(*tree, 3), (Enabled{true, true, true, true, true, true, true, true, true}))
         << "Dan, the line child";
-    EXPECT_EQ(menuFor(*tree, 6), (Enabled{false, false, false, true, true, true, true, true}))
+    EXPECT_EQ(menuFor(*tree, 6), (Enabled{false, false, false, true, true, true, true, true, true}))
         << "Lou, a child without a family";
     EXPECT_EQ(tree->logic().statusText(), QStringLiteral("GRAY, Lou (7)"));
 

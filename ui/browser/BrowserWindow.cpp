@@ -96,6 +96,10 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
                                   [this] { command([this] { logic_.famTree(); }); });
     famTree_->setToolTip(
         QStringLiteral("The family tree of this individual, or of this family's husband (Ctrl+T)"));
+    ancestors_ = toolbar->addAction(tavIcon("ancestors"), QStringLiteral("Ancestors"), this,
+                                    [this] { command([this] { logic_.ancestors(); }); });
+    ancestors_->setToolTip(QStringLiteral("The ancestors chart of this individual, or of this "
+                                          "family's husband (Ctrl+Shift+T)"));
     toolbar->addSeparator();
     const auto addMove = [this, toolbar](BrowserMove move, const char* icon, const char* tip) {
         QAction* action =
@@ -153,6 +157,7 @@ BrowserWindow::BrowserWindow(Session& session, QWidget* parent)
     key(QKeySequence(Qt::CTRL | Qt::Key_L), listAll_);
     key(QKeySequence(Qt::CTRL | Qt::Key_F), find_);
     key(QKeySequence(Qt::CTRL | Qt::Key_T), famTree_);
+    key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T), ancestors_);
     key(QKeySequence(Qt::ALT | Qt::Key_Left), back_);
     key(QKeySequence(Qt::ALT | Qt::Key_Right), forward_);
     closeOnEscape(this);
@@ -184,7 +189,8 @@ BrowserWindow::~BrowserWindow()
 QAction* BrowserWindow::action(const char* key) const
 {
     const QString name = QLatin1String(key);
-    for (QAction* a : {top_, listAll_, find_, famTree_, back_, forward_, previous_, next_}) {
+    for (QAction* a :
+         {top_, listAll_, find_, famTree_, ancestors_, back_, forward_, previous_, next_}) {
         if (a->text() == name)
             return a;
     }
@@ -255,6 +261,7 @@ void BrowserWindow::refresh()
     previous_->setEnabled(logic_.nextPreviousEnabled());
     next_->setEnabled(logic_.nextPreviousEnabled());
     famTree_->setEnabled(logic_.famTreeEnabled());
+    ancestors_->setEnabled(logic_.ancestorsEnabled());
     const bool list = logic_.grid().isList();
     const bool notes = logic_.grid().listKind == ViewKind::AllNotes;
     QHeaderView* rows = view_->verticalHeader();

@@ -52,6 +52,7 @@ private:
     QAction* listAll_;
     QAction* find_;
     QAction* famTree_;
+    QAction* ancestors_;
     QAction* back_;
     QAction* forward_;
     QAction* previous_;

@@ -227,10 +227,12 @@ void MainWindow::buildCentre()
     combo3_->addItems(MainWindowLogic::treeChoices());
     combo3_->setCurrentIndex(logic_.treeIndex());
     combo3_->setMinimumWidth(240);
-    combo3_->setToolTip(QStringLiteral("Where the family tree starts"));
+    combo3_->setToolTip(
+        QStringLiteral("Where the family tree starts, or the ancestors chart of the "
+                       "current individual"));
     actOnChoice(combo3_, [this](int index) { busy([this, index] { logic_.treeChosen(index); }); });
     command11_ = new QPushButton(QStringLiteral("G&o"), central);
-    command11_->setToolTip(QStringLiteral("Show the family tree again"));
+    command11_->setToolTip(QStringLiteral("Show the family tree (or the ancestors) again"));
     connect(command11_, &QPushButton::clicked, this,
             [this] { busy([this] { logic_.treeChosen(combo3_->currentIndex()); }); });
     auto* treeLabel = new QLabel(QStringLiteral("Family &tree:"), central);
@@ -245,6 +247,11 @@ void MainWindow::buildCentre()
     new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_T), this, [this] {
         if (logic_.commandsEnabled())
             busy([this] { logic_.treeChosen(0); });
+    });
+    // Ctrl+Shift+T: the ancestors chart of the individual in the box.
+    new QShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T), this, [this] {
+        if (logic_.commandsEnabled())
+            busy([this] { logic_.treeChosen(2); });
     });
     grid->setColumnStretch(1, 1);
     layout->addLayout(grid);

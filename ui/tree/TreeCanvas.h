@@ -1,80 +1,38 @@
 #pragma once
 
 #include "draw/TreePainter.h"
+#include "ui/DrawingCanvas.h"
 #include "windowlogic/tree/TreeWindowLogic.h"
-
-#include <QAbstractScrollArea>
 
 namespace tav {
 
-// The tree window's drawing surface: paints the logic's drawing (or its
-// triangle view) at a zoom, scrolls both ways, pans when the background is
-// dragged, zooms with Ctrl+wheel about the pointer, and reports clicks,
-// right clicks and arrow keys to its window.
-class TreeCanvas : public QAbstractScrollArea {
+// The tree window's drawing surface: the logic's drawing, or its triangle
+// view, which a click on the apex leaves.
+class TreeCanvas : public DrawingCanvas {
     Q_OBJECT
 public:
-    static constexpr double minZoom = 0.1;
-    static constexpr double maxZoom = 8.0;
-
     TreeCanvas(const TreeWindowLogic& logic, QWidget* parent = nullptr);
 
-    double zoom() const { return zoom_; }
-    // Zooms about a point of the viewport (its centre by default).
-    void setZoom(double zoom, QPointF anchor = QPointF(-1, -1));
-    void zoomIn();
-    void zoomOut();
-    // The whole tree in the window, centred, without scroll bars (never
-    // larger than twice its size); it stays fitted as the window is resized,
-    // until the view is zoomed, moved or shows another tree.
-    void fit();
     // The top person centred at the top of the window.
-    void showTopAtTop();
-    // Brings the selected box into sight when it is out of it.
-    void ensureSelectedVisible();
-    // The logic's drawing changed: new scroll ranges, then a repaint.
-    void viewChanged();
-
-    // Between viewport pixels and tree units.
-    QPointF treePoint(QPointF viewportPoint) const;
-    QPointF viewportPoint(QPointF treePoint) const;
+    void showTopAtTop() { showHome(); }
 
 signals:
-    void boxClicked(int32_t slot);
-    void contextMenuWanted(int32_t slot, QPoint globalPosition);
     void apexClicked();
-    void moveWanted(TreeMove move);
-    void zoomChanged();
 
 protected:
+    const TreeDrawing* drawing() const override;
+    int32_t selectedSlot() const override { return logic_.selected(); }
+    QString toolTipFor(int32_t slot) const override { return logic_.toolTip(slot); }
+    QColor background() const override;
+    QPoint homePosition() const override;
+    QPointF keptInMiddle() const override;
+    QRectF contentRect() const override;
+    void layOutContent() override;
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    bool viewportEvent(QEvent* event) override;
-    void scrollContentsBy(int dx, int dy) override;
 
 private:
-    // The content's extent in viewport pixels at the zoom.
-    QRectF contentRect() const;
-    void updateRanges();
-    // The zoom at which the whole tree fits the window without scroll bars.
-    void applyFit();
-    QPointF origin() const;
-
     const TreeWindowLogic& logic_;
-    double zoom_ = 1.0;
-    bool dragging_ = false;
-    QPoint dragFrom_;
-    // Re-centre the top person when the window is resized, until the user
-    // moves the view.
-    bool followTop_ = false;
-    // Fitted by Fit, and the bounds it fitted.
-    bool fitted_ = false;
-    QRectF fittedBounds_;
     TrianglePicture triangle_;
 };
 

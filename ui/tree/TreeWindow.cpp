@@ -1,31 +1,25 @@
 #include "ui/tree/TreeWindow.h"
 
 #include "app/Session.h"
-#include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
 #include "tree/TreeLayout.h"
 #include "ui/BusyPointer.h"
+#include "ui/DrawingWindowParts.h"
 #include "ui/Icons.h"
-#include "ui/PicturePrinting.h"
 #include "ui/WindowFrames.h"
 #include "ui/tree/TreeCanvas.h"
 
 #include <QAction>
-#include <QActionGroup>
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
-#include <QUrl>
-#include <cmath>
 
 namespace tav {
 
@@ -37,13 +31,15 @@ constexpr TreeCommand personCommands[] = {
     TreeCommand::NextSpouse,          TreeCommand::SetTop,
     TreeCommand::ShowParents,         TreeCommand::CountDescendants,
     TreeCommand::FindRelationship,    TreeCommand::ShowInBrowser,
+    TreeCommand::Ancestors,
 };
 
 // Commands after which the selected person may stand anywhere.
 bool movesTheView(TreeCommand command)
 {
     return command != TreeCommand::CountDescendants && command != TreeCommand::FindRelationship &&
-           command != TreeCommand::ShowInBrowser && command != TreeCommand::SaveView;
+           command != TreeCommand::ShowInBrowser && command != TreeCommand::Ancestors &&
+           command != TreeCommand::SaveView;
 }
 
 QKeySequence shortcutOf(TreeCommand command)
@@ -55,21 +51,12 @@ QKeySequence shortcutOf(TreeCommand command)
     case TreeCommand::ShowParents: return QKeySequence(Qt::CTRL | Qt::Key_U);
     case TreeCommand::FindRelationship: return QKeySequence(Qt::CTRL | Qt::Key_R);
     case TreeCommand::ShowInBrowser: return QKeySequence(Qt::Key_Return);
+    case TreeCommand::Ancestors: return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T);
     case TreeCommand::GoBack: return QKeySequence(Qt::Key_Backspace);
     case TreeCommand::SaveView: return QKeySequence(Qt::CTRL | Qt::Key_S);
     case TreeCommand::OpenView: return QKeySequence(Qt::CTRL | Qt::Key_O);
     case TreeCommand::TriangleView: return QKeySequence(Qt::CTRL | Qt::Key_G);
     default: return QKeySequence();
-    }
-}
-
-QString fontSizeText(int fontSize)
-{
-    switch (fontSize) {
-    case 1: return QStringLiteral("Small (6 point)");
-    case 3: return QStringLiteral("Medium (9.75 point)");
-    case 4: return QStringLiteral("Large (12 point)");
-    default: return QStringLiteral("Normal (8.25 point)");
     }
 }
 
@@ -86,17 +73,18 @@ TreeWindow::TreeWindow(Session& session, QWidget* parent)
     buildMenus();
     buildToolbar();
 
-    status_ = new QLabel(this);
-    statusBar()->addWidget(status_, 1);
-    zoomLabel_ = new QLabel(this);
-    statusBar()->addPermanentWidget(zoomLabel_);
+    status_ = addDrawingStatus(this);
 
     connect(canvas_, &TreeCanvas::boxClicked, this, &TreeWindow::select);
     connect(canvas_, &TreeCanvas::contextMenuWanted, this,
             [this](int32_t, QPoint at) { contextMenu_->popup(at); });
     connect(canvas_, &TreeCanvas::apexClicked, this,
             [this] { runCommand(TreeCommand::TriangleView); });
-    connect(canvas_, &TreeCanvas::moveWanted, this, [this](TreeMove move) {
+    connect(canvas_, &TreeCanvas::arrowPressed, this, [this](Qt::Key key) {
+        const TreeMove move = key == Qt::Key_Left    ? TreeMove::Left
+                              : key == Qt::Key_Right ? TreeMove::Right
+                              : key == Qt::Key_Up    ? TreeMove::Up
+                                                     : TreeMove::Down;
         if (logic_.move(move)) {
             canvas_->viewport()->update();
             canvas_->ensureSelectedVisible();
@@ -134,45 +122,29 @@ void TreeWindow::buildMenus()
     openViewFrom_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
     file->addSeparator();
     file->addAction(commandAction(TreeCommand::HtmlReport));
-    exportPicture_ =
-        file->addAction(QStringLiteral("&Export picture..."), this, &TreeWindow::chooseExportFile);
-    print_ = file->addAction(QStringLiteral("&Print..."), this, [this] {
-        previewAndPrint(this, treePicture(logic_.outputDrawing()), windowTitle());
-    });
-    print_->setShortcut(QKeySequence::Print);
-    file->addSeparator();
-    QAction* close = file->addAction(QStringLiteral("&Close"), this, &QWidget::close);
-    close->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+    pictureItems_ = addPictureItems(
+        file, this, QStringLiteral("family-tree.png"),
+        [this] { return treePicture(logic_.outputDrawing()); },
+        [this](const QString& path) { return exportTo(path); });
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
-    QMenu* sizes = view->addMenu(QStringLiteral("&Font size"));
-    auto* sizeGroup = new QActionGroup(this);
-    for (int fontSize = 1; fontSize <= 4; ++fontSize) {
-        QAction* size = sizes->addAction(fontSizeText(fontSize), this, [this, fontSize] {
-            logic_.setFontSize(fontSize);
-            viewChanged();
-        });
-        size->setCheckable(true);
-        sizeGroup->addAction(size);
-        fontSizes_[fontSize] = size;
-    }
+    fontSizes_ = addFontSizeMenu(view, this, [this](int fontSize) {
+        logic_.setFontSize(fontSize);
+        viewChanged();
+        emit settingsEdited();
+    });
     view->addSeparator();
     for (const TreeOption option : treeOptions) {
         QAction* item = view->addAction(treeOptionText(option), this, [this, option](bool on) {
             logic_.setOption(option, on);
             viewChanged();
+            emit settingsEdited();
         });
         item->setCheckable(true);
         options_[option] = item;
     }
     view->addSeparator();
-    QAction* zoomIn = view->addAction(QStringLiteral("Zoom &in"), canvas_, &TreeCanvas::zoomIn);
-    zoomIn->setShortcuts({QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)});
-    QAction* zoomOut = view->addAction(QStringLiteral("Zoom &out"), canvas_, &TreeCanvas::zoomOut);
-    zoomOut->setShortcut(QKeySequence::ZoomOut);
-    QAction* fit =
-        view->addAction(QStringLiteral("&Fit the whole tree"), canvas_, &TreeCanvas::fit);
-    fit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
+    addZoomItems(view, canvas_, QStringLiteral("&Fit the whole tree"));
     view->addSeparator();
     QAction* triangle = commandAction(TreeCommand::TriangleView);
     triangle->setCheckable(true);
@@ -273,16 +245,8 @@ void TreeWindow::runCommand(TreeCommand command)
     if (movesTheView(command))
         canvas_->ensureSelectedVisible();
     refresh();
-    const QString notice = logic_.takeNotice();
-    if (!notice.isEmpty())
-        statusBar()->showMessage(notice, 5000);
-    const QString report = logic_.takeReportToOpen();
-    if (!report.isEmpty())
-        if (!openInBrowser(report))
-            session_.messages().message(
-                QStringLiteral("The report was written to %1, but no web browser could be "
-                               "started to show it.")
-                    .arg(QDir::toNativeSeparators(report)));
+    showCommandOutcome(this, logic_.takeNotice(), logic_.takeReportToOpen(), openInBrowser,
+                       session_.messages());
 }
 
 void TreeWindow::chooseViewToSave()
@@ -318,41 +282,12 @@ void TreeWindow::chooseViewToOpen()
 void TreeWindow::afterFileCommand()
 {
     refresh();
-    const QString notice = logic_.takeNotice();
-    if (!notice.isEmpty())
-        statusBar()->showMessage(notice, 5000);
-}
-
-void TreeWindow::chooseExportFile()
-{
-    QString filter;
-    QString path = QFileDialog::getSaveFileName(
-        this, QStringLiteral("Export picture"),
-        QDir::current().filePath(QStringLiteral("family-tree.png")),
-        QStringLiteral("PNG picture (*.png);;SVG drawing (*.svg);;PDF document (*.pdf)"), &filter);
-    if (path.isEmpty())
-        return;
-    // A name without an extension takes the chosen type's.
-    if (!pictureFormatFor(path))
-        path += filter.contains(QLatin1String("svg"))   ? QStringLiteral(".svg")
-                : filter.contains(QLatin1String("pdf")) ? QStringLiteral(".pdf")
-                                                        : QStringLiteral(".png");
-    exportTo(path);
+    showCommandOutcome(this, logic_.takeNotice(), QString(), openInBrowser, session_.messages());
 }
 
 bool TreeWindow::exportTo(const QString& path)
 {
-    const Outcome written = [&] {
-        const BusyPointer pointer;
-        return exportPicture(treePicture(logic_.outputDrawing()), path);
-    }();
-    if (!written) {
-        session_.messages().warning(written.message());
-        return false;
-    }
-    statusBar()->showMessage(
-        QStringLiteral("Picture written to %1").arg(QDir::toNativeSeparators(path)), 5000);
-    return true;
+    return exportPictureTo(this, session_.messages(), treePicture(logic_.outputDrawing()), path);
 }
 
 void TreeWindow::viewChanged()
@@ -381,17 +316,17 @@ void TreeWindow::refresh()
     }
     // Pictures and pages need a tree to show, as saving a view does.
     saveViewAs_->setEnabled(logic_.enabled(TreeCommand::SaveView));
-    exportPicture_->setEnabled(logic_.enabled(TreeCommand::SaveView));
-    print_->setEnabled(logic_.enabled(TreeCommand::SaveView));
+    pictureItems_.exportPicture->setEnabled(logic_.enabled(TreeCommand::SaveView));
+    pictureItems_.print->setEnabled(logic_.enabled(TreeCommand::SaveView));
     for (const auto& [option, action] : options_)
         action->setChecked(logic_.option(option));
     for (const auto& [fontSize, action] : fontSizes_)
         action->setChecked(fontSize == logic_.fontSize());
-    status_->setText(logic_.triangleShown()
-                         ? QStringLiteral("Triangle view of %1 (Escape returns to the tree)")
-                               .arg(logic_.triangleLabel())
-                         : logic_.statusText());
-    zoomLabel_->setText(QStringLiteral("%1%").arg(std::lround(canvas_->zoom() * 100)));
+    status_.show(logic_.triangleShown()
+                     ? QStringLiteral("Triangle view of %1 (Escape returns to the tree)")
+                           .arg(logic_.triangleLabel())
+                     : logic_.statusText(),
+                 canvas_->zoom());
 }
 
 bool TreeWindow::event(QEvent* event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/DrawingWindowParts.h"
 #include "windowlogic/tree/TreeWindowLogic.h"
 
 #include <QDesktopServices>
@@ -50,12 +51,17 @@ public:
     std::function<bool(const QString& path)> openInBrowser = [](const QString& path) {
         return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
     };
-    QAction* exportAction() const { return exportPicture_; }
+    QAction* exportAction() const { return pictureItems_.exportPicture; }
     QAction* saveViewAsAction() const { return saveViewAs_; }
     QAction* openViewFromAction() const { return openViewFrom_; }
-    QAction* printAction() const { return print_; }
+    QAction* printAction() const { return pictureItems_.print; }
     // Shows the logic's state: caption, enabled and checked items, status.
     void refresh();
+
+signals:
+    // The user changed a setting here (an option, the font size): the
+    // other windows follow.
+    void settingsEdited();
 
 protected:
     bool event(QEvent* event) override;
@@ -67,7 +73,6 @@ private:
     // After anything that changed the drawing: canvas, then the rest.
     void viewChanged();
     void escape();
-    void chooseExportFile();
     void chooseViewToSave();
     void chooseViewToOpen();
     // The status bar's note after a command of the File menu.
@@ -81,12 +86,10 @@ private:
     std::map<int, QAction*> fontSizes_;
     std::map<QString, QAction*> buttons_;  // by key, the commands' actions and "Top"
     QMenu* contextMenu_ = nullptr;
-    QLabel* status_ = nullptr;
-    QLabel* zoomLabel_ = nullptr;
+    DrawingStatus status_;
     QAction* saveViewAs_ = nullptr;
     QAction* openViewFrom_ = nullptr;
-    QAction* exportPicture_ = nullptr;
-    QAction* print_ = nullptr;
+    PictureItems pictureItems_;
 };
 
 }  // namespace tav

@@ -107,6 +107,27 @@ void BrowserLogic::famTree()
     session_.showWindow(AppWindow::Tree);
 }
 
+int32_t BrowserLogic::shownPerson() const
+{
+    const ViewKind kind = session_.browser.viewKind;
+    if (kind == ViewKind::Individual)
+        return session_.curInd;
+    if (kind != ViewKind::Family)
+        return 0;
+    const Family& family = session_.records.family(session_.curFam);
+    const int32_t husband = session_.records.husbandOf(family);
+    return husband != 0 ? husband : session_.records.wifeOf(family);
+}
+
+void BrowserLogic::ancestors()
+{
+    const int32_t person = shownPerson();
+    if (person == 0)
+        return;
+    session_.curInd = person;
+    session_.showWindow(AppWindow::Ancestors);
+}
+
 void BrowserLogic::moveBackForward(BrowserMove move)
 {
     session_.guarded([&] {

@@ -38,6 +38,10 @@ public:
     // "FamTree": the family tree of the individual shown, or of the shown
     // family's husband.
     void famTree();
+    // "Ancestors": the ancestors chart of the individual shown, or of the
+    // shown family's husband (its wife when it names none).
+    void ancestors();
+    bool ancestorsEnabled() const { return shownPerson() != 0; }
     // Makes the shown grid again (names follow new settings); the history
     // stays as it is.
     void reloadShown();
@@ -64,6 +68,9 @@ public:
     const QString& forwardHistory() const { return forwardHistory_; }
 
 private:
+    // The individual shown, or the husband (else the wife) of the family
+    // shown; 0 for a list or a family without either.
+    int32_t shownPerson() const;
     // Shows a record or list: the grid is made first, so a fault leaves
     // everything as it was; then the history moves on.
     void load(ViewKind kind, int32_t slot);

@@ -197,15 +197,16 @@ void MainWindowLogic::showChosen(int index)
 
 QStringList MainWindowLogic::treeChoices()
 {
-    return {QStringLiteral("family tree from current"), QStringLiteral("family tree from top")};
+    return {QStringLiteral("family tree from current"), QStringLiteral("family tree from top"),
+            QStringLiteral("ancestors of current")};
 }
 
 void MainWindowLogic::treeChosen(int index)
 {
-    if (index < 0 || index > 1)
+    if (index < 0 || index > 2)
         return;
     treeIndex_ = index;
-    if (index == 0) {
+    if (index == 0 || index == 2) {
         const int32_t slot = typedSlot(ViewKind::Individual);
         if (slot == 0) {
             refuseTypedNumber(ViewKind::Individual);
@@ -224,6 +225,10 @@ void MainWindowLogic::treeChosen(int index)
             }))
             return;
         session_.curInd = top;
+    }
+    if (index == 2) {
+        session_.showWindow(AppWindow::Ancestors);
+        return;
     }
     session_.tree.treeBuilt = false;
     session_.showWindow(AppWindow::Tree);

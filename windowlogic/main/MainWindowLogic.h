@@ -54,7 +54,8 @@ public:
     int treeIndex() const { return treeIndex_; }
     // A choice in the tree selector (its Go button and Ctrl+T repeat it):
     // "from current" the individual in the box, "from top" the individual
-    // with most descendants.
+    // with most descendants; "ancestors of current" the ancestors chart of
+    // the individual in the box.
     void treeChosen(int index);
     // Enter in the current-individual box shows that individual.
     void currentIndividualEntered();

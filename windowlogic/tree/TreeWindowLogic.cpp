@@ -31,6 +31,7 @@ QString treeCommandText(TreeCommand command)
     case TreeCommand::CountDescendants: return QStringLiteral("Count descendants");
     case TreeCommand::FindRelationship: return QStringLiteral("Find relationship");
     case TreeCommand::ShowInBrowser: return QStringLiteral("Show in browser");
+    case TreeCommand::Ancestors: return QStringLiteral("Ancestors");
     case TreeCommand::GoBack: return QStringLiteral("GoBack");
     case TreeCommand::SaveView: return QStringLiteral("Save view");
     case TreeCommand::OpenView: return QStringLiteral("Open view");
@@ -53,9 +54,17 @@ QString treeOptionText(TreeOption option)
     return QString();
 }
 
-namespace {
+QString treeFontSizeText(int fontSize)
+{
+    switch (fontSize) {
+    case 1: return QStringLiteral("Small (6 point)");
+    case 3: return QStringLiteral("Medium (9.75 point)");
+    case 4: return QStringLiteral("Large (12 point)");
+    default: return QStringLiteral("Normal (8.25 point)");
+    }
+}
 
-bool& optionIn(Settings& settings, TreeOption option)
+bool& treeOptionIn(Settings& settings, TreeOption option)
 {
     switch (option) {
     case TreeOption::Dates: return settings.ViewDates;
@@ -67,6 +76,8 @@ bool& optionIn(Settings& settings, TreeOption option)
     }
     return settings.ViewDates;
 }
+
+namespace {
 
 // Individuals with a spouse family that the file's links reach.
 int resolvedSpouseFamilies(const RecordStore& records, int32_t individual)
@@ -307,7 +318,8 @@ bool TreeWindowLogic::enabled(TreeCommand command) const
         return isDescendantSlot(slot) && parentsFamilyOf(records, individual) != 0;
     case TreeCommand::CountDescendants:
     case TreeCommand::FindRelationship:
-    case TreeCommand::ShowInBrowser: return individual != 0;
+    case TreeCommand::ShowInBrowser:
+    case TreeCommand::Ancestors: return individual != 0;
     case TreeCommand::GoBack: return session_.tree.prevViewSaved;
     case TreeCommand::SaveView: return model_.nTreeInd >= 1;
     case TreeCommand::OpenView: return QFileInfo::exists(treeViewFileName());
@@ -356,6 +368,10 @@ void TreeWindowLogic::run(TreeCommand command)
     case TreeCommand::ShowInBrowser:
         session_.openBrowser(ViewKind::Individual, individualAt(slot), BrowserCaller::MainWindow);
         session_.notifyChanged();
+        break;
+    case TreeCommand::Ancestors:
+        session_.curInd = individualAt(slot);
+        session_.showWindow(AppWindow::Ancestors);
         break;
     case TreeCommand::GoBack: goBack(); break;
     case TreeCommand::SaveView: saveView(); break;
@@ -550,12 +566,12 @@ void TreeWindowLogic::setFontSize(int fontSize)
 
 bool TreeWindowLogic::option(TreeOption option) const
 {
-    return optionIn(session_.settings, option);
+    return treeOptionIn(session_.settings, option);
 }
 
 void TreeWindowLogic::setOption(TreeOption option, bool on)
 {
-    optionIn(session_.settings, option) = on;
+    treeOptionIn(session_.settings, option) = on;
     settingsChanged();
 }
 

@@ -12,6 +12,7 @@ namespace tav {
 
 class Session;
 class TextMeasure;
+struct Settings;
 
 // The commands of the tree window, on the selected person or on the view.
 enum class TreeCommand {
@@ -23,6 +24,7 @@ enum class TreeCommand {
     CountDescendants,
     FindRelationship,
     ShowInBrowser,
+    Ancestors,
     GoBack,
     SaveView,
     OpenView,
@@ -40,9 +42,13 @@ constexpr TreeOption treeOptions[] = {TreeOption::Dates,          TreeOption::Su
 // The keyboard's moves of the selection.
 enum class TreeMove { Left, Right, Up, Down };
 
-// What a menu item of a command or option says.
+// What a menu item of a command, an option or a font size says.
 QString treeCommandText(TreeCommand command);
 QString treeOptionText(TreeOption option);
+QString treeFontSizeText(int fontSize);
+
+// The setting an option stands for.
+bool& treeOptionIn(Settings& settings, TreeOption option);
 
 // Makes the text measurement of a FontSize (1 to 4): the window measures
 // with the real font, tests with a stub.
