@@ -189,7 +189,10 @@ int runCommand(const Command& command, const Arguments& arguments, const CliCont
         session.settings.SurnameStyle = *arguments.surnameStyle;
     if (arguments.surnamePosn)
         session.settings.SurnamePosn = *arguments.surnamePosn;
-    if (const Outcome loaded = loadGedcom(session, arguments.positional[1]); !loaded) {
+    // A command line reads its input to the end: a pipe, `<(...)`, /dev/stdin.
+    if (const Outcome loaded =
+            loadGedcom(session, arguments.positional[1], {}, OddFiles::ReadToEnd);
+        !loaded) {
         output.err(loaded.message());
         return 1;
     }

@@ -1,6 +1,7 @@
 #include "app/Session.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
+#include "core/FileNames.h"
 #include "reports/HtmlDescendantsReport.h"
 
 #include <QDir>
@@ -20,7 +21,7 @@ int htmlCommand(CliRun& run)
         run.output.err(written.message());
         return 1;
     }
-    run.print(QDir::toNativeSeparators(*written));
+    run.print(QDir::toNativeSeparators(shownFileName(*written)));
     return 0;
 }
 

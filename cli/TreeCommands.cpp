@@ -1,6 +1,7 @@
 #include "app/Session.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
+#include "core/FileNames.h"
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
@@ -10,7 +11,6 @@
 #include "tree/TreeViewFile.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace tav {
 
@@ -124,7 +124,7 @@ int exportCommand(CliRun& run)
         run.output.err(written.message());
         return 1;
     }
-    run.print(QDir::toNativeSeparators(QFileInfo(out).absoluteFilePath()));
+    run.print(QDir::toNativeSeparators(shownFileName(absoluteFileName(out))));
     return 0;
 }
 

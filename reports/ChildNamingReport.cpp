@@ -2,6 +2,7 @@
 
 #include "app/Session.h"
 #include "calc/NameTallies.h"
+#include "core/FileNames.h"
 #include "reports/ReportLabels.h"
 
 #include <array>
@@ -122,7 +123,7 @@ QStringList childNamingReport(Session& session)
             followingEvery.push_back(slot);
     }
 
-    QStringList lines{QStringLiteral("File: ") + records.fileName, QString()};
+    QStringList lines{QStringLiteral("File: ") + shownFileName(records.fileName), QString()};
     for (size_t r = 0; r < namingRules.size(); ++r)
         lines << QLatin1String(namingRules[r].text) + QStringLiteral(": ") +
                      shareText(followed[r], known[r]);

@@ -4,6 +4,7 @@
 #include "calc/Dates.h"
 #include "calc/DescendantCounting.h"
 #include "core/Fault.h"
+#include "core/FileNames.h"
 #include "core/RecordStore.h"
 #include "reports/DescendancyOutline.h"
 #include "reports/HtmlText.h"
@@ -232,7 +233,7 @@ private:
 
     void writeFooter()
     {
-        const QString file = QFileInfo(records_.fileName).fileName();
+        const QString file = shownFileName(QFileInfo(records_.fileName).fileName());
         html_ += QStringLiteral("<footer><p>From %1, %2. Written by Tav.</p></footer>\n")
                      .arg(htmlEscaped(file),
                           QLocale::c().toString(today_, QStringLiteral("d MMMM yyyy")));

@@ -2,14 +2,13 @@
 
 #include "core/AtomicFile.h"
 #include "core/Fault.h"
+#include "core/FileNames.h"
+#include "core/FileReading.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
 #include "tree/TextMeasure.h"
 #include "tree/TreeModel.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 
 namespace tav {
 
@@ -22,7 +21,7 @@ const QLatin1String endMarker("ENDTREEVIEW");
 QString gedcomPathOf(const TreeModel& model)
 {
     const QString& name = model.records().fileName;
-    return name.isEmpty() ? name : QDir::cleanPath(QFileInfo(name).absoluteFilePath());
+    return name.isEmpty() ? name : absoluteFileName(name);
 }
 
 QString quoted(const QString& text) { return QLatin1Char('"') + text + QLatin1Char('"'); }
@@ -193,18 +192,23 @@ QStringList treeViewLines(const TreeModel& model)
     return lines;
 }
 
+// The text is UTF-8; a GEDCOM path whose name is other bytes is written
+// as those bytes, so the view names the same file when it is read.
 Outcome treeSaveToFile(const TreeModel& model, const QString& path)
 {
     const QString lineEnd = QStringLiteral("\r\n");
-    return writeFileAtomically(path, (treeViewLines(model).join(lineEnd) + lineEnd).toUtf8());
+    return writeFileAtomically(path, fileNameToBytes(treeViewLines(model).join(lineEnd) + lineEnd));
 }
 
 SavedView treeReadFromFile(const TreeModel& model, const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    // Not a file (a named pipe, which would wait for a writer for ever, a
+    // folder, a device) is no view file either; nor is one larger than a
+    // view of the tree's capacity could be.
+    const Result<QByteArray> bytes = readWholeFile(path, largestTreeViewFile, OddFiles::Refused);
+    if (!bytes)
         raiseFault(RuntimeFault::FileNotFound);
-    return treeReadFromText(model, QString::fromUtf8(file.readAll()));
+    return treeReadFromText(model, fileNameFromBytes(*bytes));
 }
 
 SavedView treeReadFromText(const TreeModel& model, const QString& text)
@@ -222,7 +226,8 @@ SavedView treeReadFromText(const TreeModel& model, const QString& text)
 
 QString SavedView::otherFileQuestion() const
 {
-    return QStringLiteral("This view was saved with %1. Show it anyway?").arg(gedcomPath);
+    return QStringLiteral("This view was saved with %1. Show it anyway?")
+        .arg(shownFileName(gedcomPath));
 }
 
 void showSavedView(TreeModel& model, SavedView view)

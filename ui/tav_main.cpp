@@ -1,5 +1,6 @@
 // tav: the viewer.
 #include "app/Session.h"
+#include "core/FileNames.h"
 #include "settings/RegistryStore.h"
 #include "ui/QtMessages.h"
 #include "ui/main/MainWindow.h"
@@ -57,8 +58,12 @@ int main(int argc, char* argv[])
     tav::Session session(messages);
     tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
     // The command line taken whole, as one path: a name with blanks need not
-    // be quoted.
-    const QString commandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+    // be quoted. Its bytes are the file's name, whatever they are (what
+    // QApplication took for itself is gone from argv by now).
+    QStringList words;
+    for (int i = 1; i < argc; ++i)
+        words << tav::fileNameFromBytes(argv[i]);
+    const QString commandLine = words.join(QLatin1Char(' '));
     window.show();
     window.startUp(commandLine);
 

@@ -1,6 +1,7 @@
 #include "ui/main/MainWindow.h"
 
 #include "app/Session.h"
+#include "core/FileNames.h"
 #include "core/TextNumbers.h"
 #include "ui/BusyPointer.h"
 #include "ui/ChoiceBox.h"
@@ -341,7 +342,7 @@ void MainWindow::chooseFile()
     const QString path =
         dialog->exec() == QDialog::Accepted ? dialog->selectedFiles().value(0) : QString();
     if (!path.isEmpty())
-        setWindowTitle(path);
+        setWindowTitle(shownFileName(path));
     busy([&] { logic_.fileOpenChosen(path); });
 }
 

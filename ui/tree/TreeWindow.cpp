@@ -1,6 +1,7 @@
 #include "ui/tree/TreeWindow.h"
 
 #include "app/Session.h"
+#include "core/FileNames.h"
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
@@ -282,7 +283,7 @@ void TreeWindow::runCommand(TreeCommand command)
             session_.messages().message(
                 QStringLiteral("The report was written to %1, but no web browser could be "
                                "started to show it.")
-                    .arg(QDir::toNativeSeparators(report)));
+                    .arg(QDir::toNativeSeparators(shownFileName(report))));
 }
 
 void TreeWindow::chooseViewToSave()
@@ -351,7 +352,8 @@ bool TreeWindow::exportTo(const QString& path)
         return false;
     }
     statusBar()->showMessage(
-        QStringLiteral("Picture written to %1").arg(QDir::toNativeSeparators(path)), 5000);
+        QStringLiteral("Picture written to %1").arg(QDir::toNativeSeparators(shownFileName(path))),
+        5000);
     return true;
 }
 

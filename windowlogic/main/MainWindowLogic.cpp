@@ -4,6 +4,7 @@
 #include "calc/DescendantCounting.h"
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
+#include "core/FileNames.h"
 #include "core/TextNumbers.h"
 #include "settings/RegistryStore.h"
 #include "settings/SettingsPersistence.h"
@@ -13,7 +14,6 @@
 #include "windowlogic/main/WorkingFolder.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -34,15 +34,16 @@ void MainWindowLogic::startUp(const QString& commandLine)
         path.remove(0, 1);
     if (path.endsWith(QLatin1Char('"')))
         path.chop(1);
-    if (!path.isEmpty() && QFileInfo(path).isRelative())
-        path = QFileInfo(path).absoluteFilePath();
+    if (!path.isEmpty())
+        path = absoluteFileName(path);
 
     loadSettings(session_.settings, store_, QStringLiteral("ALL"));
     const Settings& settings = session_.settings;
     // At start the items carry the bare file names; the numbers come with the
     // first file opened.
     for (int i = 1; i <= settings.recentCount; ++i)
-        recentItems_[size_t(i)] = {true, fileNamePart(settings.recentFiles[size_t(i)])};
+        recentItems_[size_t(i)] = {true,
+                                   shownFileName(fileNamePart(settings.recentFiles[size_t(i)]))};
     recentSeparatorVisible_ = settings.recentCount > 0;
     session_.lineSeparator = QStringLiteral("\r\n");
 
@@ -51,7 +52,7 @@ void MainWindowLogic::startUp(const QString& commandLine)
         QString name, folder;
         splitPath(path, name, folder);
         if (!folder.isEmpty())
-            QDir::setCurrent(folder);
+            changeFolder(folder);
         openFile(path);
     } else if (!settings.autoLoadFile.isEmpty()) {
         openFile(settings.autoLoadFile);
@@ -77,7 +78,7 @@ void MainWindowLogic::openFile(const QString& path)
     // While the file is read the caption names it alone; a file that cannot
     // be opened leaves the window as it was.
     const QString before = caption_;
-    caption_ = path;
+    caption_ = shownFileName(path);
     if (const Outcome loaded = loadGedcom(session_, path, progress_); !loaded) {
         caption_ = before;
         session_.messages().warning(loaded.message());
@@ -108,7 +109,9 @@ void MainWindowLogic::recentFileChosen(int index)
     if (index < 1 || index > Settings::maxRecentFiles)
         return;
     const QString path = session_.settings.recentFiles[size_t(index)];
-    if (path.trimmed().isEmpty() || !QFileInfo(path).isFile()) {
+    // Anything there is opened, and a file that cannot be (a named pipe)
+    // says why.
+    if (path.trimmed().isEmpty() || fileKindOf(path) == FileKind::Missing) {
         session_.messages().warning(QStringLiteral("File not found."));
         return;
     }
@@ -122,7 +125,8 @@ void MainWindowLogic::updateRecentItems(bool grew)
         recentItems_[size_t(settings.recentCount)].visible = true;
     for (int i = 1; i <= settings.recentCount; ++i)
         recentItems_[size_t(i)].caption =
-            QStringLiteral("&%1 %2").arg(i - 1).arg(fileNamePart(settings.recentFiles[size_t(i)]));
+            QStringLiteral("&%1 %2").arg(i - 1).arg(
+                shownFileName(fileNamePart(settings.recentFiles[size_t(i)])));
     if (settings.recentCount == 1)
         recentSeparatorVisible_ = true;
 }

@@ -7,6 +7,7 @@
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
 #include "core/Fault.h"
+#include "core/FileNames.h"
 #include "tree/TextMeasure.h"
 #include "tree/TreeLabels.h"
 #include "tree/TreeLayout.h"
@@ -376,7 +377,8 @@ void TreeWindowLogic::writeHtmlReport()
         session_.messages().warning(written.message());
         return;
     }
-    notice_ = QStringLiteral("Report written to %1").arg(QDir::toNativeSeparators(*written));
+    notice_ = QStringLiteral("Report written to %1")
+                  .arg(QDir::toNativeSeparators(shownFileName(*written)));
     reportToOpen_ = *written;
 }
 
@@ -424,19 +426,20 @@ void TreeWindowLogic::goBack()
 
 void TreeWindowLogic::saveView()
 {
-    writeView(QDir::current().absoluteFilePath(treeViewFileName()));
+    writeView(absoluteFileName(treeViewFileName()));
 }
 
 void TreeWindowLogic::openView()
 {
-    readView(QDir::current().absoluteFilePath(treeViewFileName()));
+    readView(absoluteFileName(treeViewFileName()));
 }
 
 bool TreeWindowLogic::writeView(const QString& path)
 {
     const Outcome saved = treeSaveToFile(model_, path);
     if (saved)
-        notice_ = QStringLiteral("View saved in %1").arg(QDir::toNativeSeparators(path));
+        notice_ = QStringLiteral("View saved in %1")
+                      .arg(QDir::toNativeSeparators(shownFileName(path)));
     else
         session_.messages().warning(saved.message());
     return bool(saved);
@@ -451,7 +454,8 @@ void TreeWindowLogic::readView(const QString& path)
         showSavedView(model_, std::move(view));
         triangleShown_ = false;
         model_.selInd = 1;
-        notice_ = QStringLiteral("View opened from %1").arg(QDir::toNativeSeparators(path));
+        notice_ = QStringLiteral("View opened from %1")
+                      .arg(QDir::toNativeSeparators(shownFileName(path)));
     });
     redraw();
 }
@@ -471,7 +475,7 @@ void TreeWindowLogic::openViewFrom(const QString& path)
 QString TreeWindowLogic::viewFolder() const
 {
     const QString& folder = session_.settings.viewFolder;
-    return !folder.isEmpty() && QFileInfo(folder).isDir() ? folder : QDir::currentPath();
+    return fileKindOf(folder) == FileKind::Folder ? folder : QDir::currentPath();
 }
 
 void TreeWindowLogic::countDescendantsOfSelected()
