@@ -23,8 +23,8 @@ double crisp(double v) { return std::floor(v) + 0.5; }
 
 QRectF frameOf(const TreePerson& person)
 {
-    QRectF frame(person.x - framePadding, person.y - framePadding, person.width + 2 * framePadding,
-                 person.height + 2 * framePadding);
+    QRectF frame(person.x - framePadding, person.y - framePadding,
+                 double(person.width) + 2 * framePadding, double(person.height) + 2 * framePadding);
     if (frame.width() < minFrameWidth) {
         const double centre = frame.center().x();
         frame.setLeft(centre - minFrameWidth / 2);
@@ -44,7 +44,13 @@ QRectF markOf(const QRectF& frame, TreeBoxRole role)
     return QRectF(left, top, markWidth, markHeight);
 }
 
+// Places are worked out in doubles: a view read from a file may put boxes
+// anywhere layout can, and two of its numbers added may pass 32 bits.
 double centreOf(const TreePerson& person) { return person.x + person.width / 2.0; }
+double bottomOf(const TreePerson& person)
+{
+    return double(person.y) + double(person.height) + framePadding;
+}
 
 class LineMaker {
 public:
@@ -114,7 +120,7 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
         if (family.head < 1 || family.head > count || !onLine[size_t(family.head)])
             continue;
         familyOnLine[size_t(f)] = true;
-        const int32_t child = family.indSt + family.childShown;
+        const int64_t child = int64_t(family.indSt) + family.childShown;
         if (family.childShown >= 1 && family.childShown <= family.nChildren && child <= count)
             onLine[size_t(child)] = true;
     }
@@ -150,14 +156,14 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
         const bool main = settings.ViewMainLine && familyOnLine[size_t(f)];
         const TreePerson& head = tree.person(family.head);
         const TreePerson& spouse = tree.person(family.indSt);
-        const QPointF headBottom(crisp(centreOf(head)), head.y + head.height + framePadding);
+        const QPointF headBottom(crisp(centreOf(head)), bottomOf(head));
         QPointF start = headBottom;
         if (spousesShown) {
             const double x = crisp(centreOf(spouse));
             const double spouseTop = spouse.y - framePadding;
             if (spouseTop > headBottom.y())
                 lines.add(headBottom, QPointF(x, spouseTop), main);
-            start = QPointF(x, spouse.y + spouse.height + framePadding);
+            start = QPointF(x, bottomOf(spouse));
         }
 
         const int32_t last = std::min(family.nChildren, count - family.indSt);

@@ -129,22 +129,27 @@ private:
 };
 
 // Reads the persons and families of a view into `view`, checking every
-// index against the loaded file and the tree's own tables.
+// index against the loaded file and the tree's own tables, and every place,
+// size and count against what layout and the walks can make.
 void readTables(ItemReader& items, const TreeModel& model, TreeTables& view)
 {
     const RecordStore& records = model.records();
-    view.nTreeInd = items.numberWithin(1, TreeTables::personCapacity);
+    constexpr int32_t limit = TreeTables::geometryLimit;
+    constexpr int32_t persons = TreeTables::personCapacity;
+    view.nTreeInd = items.numberWithin(1, persons);
     view.nTreeFam = items.numberWithin(0, TreeTables::familyCapacity);
     for (int32_t slot = 1; slot <= view.nTreeInd; ++slot) {
         TreePerson& person = view.person(slot);
         person.indIdx = items.numberWithin(0, records.individualCount());
         person.label = items.next();
-        person.childNo = items.number();
-        person.descendant = items.number();
-        person.x = items.number();
-        person.width = items.number();
-        person.y = items.number();
-        person.height = items.number();
+        person.childNo = items.numberWithin(0, persons);
+        person.descendant = items.numberWithin(0, 1);
+        person.x = items.numberWithin(-limit, limit);
+        person.width = items.numberWithin(0, limit);
+        person.y = items.numberWithin(-limit, limit);
+        person.height = items.numberWithin(0, limit);
+        if (int64_t(person.x) + person.width > limit || int64_t(person.y) + person.height > limit)
+            raiseFault(RuntimeFault::SubscriptOutOfRange);
     }
     const int32_t gap = generationGap(model.settings().FontSize);
     for (int32_t slot = 1; slot <= view.nTreeFam; ++slot) {
@@ -152,11 +157,11 @@ void readTables(ItemReader& items, const TreeModel& model, TreeTables& view)
         family.famIdx = items.numberWithin(0, records.familyCount());
         family.head = items.numberWithin(1, view.nTreeInd);
         family.indSt = items.numberWithin(1, view.nTreeInd);
-        family.childShown = items.number();
-        family.layout1 = items.number();
-        family.layout3 = items.number();
-        family.layout2 = items.number();
-        family.childShown = items.number();
+        family.childShown = items.numberWithin(0, persons);
+        family.layout1 = items.numberWithin(-limit, limit);
+        family.layout3 = items.numberWithin(0, limit);
+        family.layout2 = items.numberWithin(-limit, limit);
+        family.childShown = items.numberWithin(0, persons);
         // What the file does not carry comes from the loaded file and the font.
         family.nChildren = records.family(family.famIdx).childCount;
         if (int64_t(family.indSt) + family.nChildren > view.nTreeInd)

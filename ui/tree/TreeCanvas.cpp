@@ -15,6 +15,14 @@ namespace {
 
 constexpr double zoomStep = 1.25;
 
+// A place for a scroll bar, whose values are ints: the far parts of a view
+// larger than they reach stop at their ends instead of overflowing.
+int scrollPlace(double value)
+{
+    constexpr double furthest = 1 << 30;
+    return int(std::clamp(value, -furthest, furthest));
+}
+
 }  // namespace
 
 TreeCanvas::TreeCanvas(const TreeWindowLogic& logic, QWidget* parent)
@@ -49,18 +57,18 @@ void TreeCanvas::updateRanges()
     if (content.width() <= page.width()) {
         const TreeBox* top = logic_.triangleShown() ? nullptr : logic_.drawing().box(1);
         const double centre = top ? top->frame.center().x() * zoom_ : content.center().x();
-        const int fixed = std::clamp(int(std::lround(centre - page.width() / 2.0)),
-                                     int(std::ceil(content.right())) - page.width(),
-                                     int(std::floor(content.left())));
+        const int fixed = std::clamp(scrollPlace(std::round(centre - page.width() / 2.0)),
+                                     scrollPlace(std::ceil(content.right())) - page.width(),
+                                     scrollPlace(std::floor(content.left())));
         h->setRange(fixed, fixed);
     } else {
-        h->setRange(int(std::floor(content.left())),
-                    int(std::ceil(content.right())) - page.width());
+        h->setRange(scrollPlace(std::floor(content.left())),
+                    scrollPlace(std::ceil(content.right())) - page.width());
     }
     h->setPageStep(page.width());
     QScrollBar* v = verticalScrollBar();
-    const int top = int(std::floor(content.top()));
-    v->setRange(top, std::max(top, int(std::ceil(content.bottom())) - page.height()));
+    const int top = scrollPlace(std::floor(content.top()));
+    v->setRange(top, std::max(top, scrollPlace(std::ceil(content.bottom())) - page.height()));
     v->setPageStep(page.height());
 }
 
@@ -94,8 +102,8 @@ void TreeCanvas::setZoom(double zoom, QPointF anchor)
     followTop_ = false;
     updateRanges();
     const QPointF now = fixed * zoom_ - anchor;
-    horizontalScrollBar()->setValue(int(std::lround(now.x())));
-    verticalScrollBar()->setValue(int(std::lround(now.y())));
+    horizontalScrollBar()->setValue(scrollPlace(std::round(now.x())));
+    verticalScrollBar()->setValue(scrollPlace(std::round(now.y())));
     viewport()->update();
     emit zoomChanged();
 }
@@ -126,7 +134,8 @@ void TreeCanvas::showTopAtTop()
     updateRanges();
     const TreeBox* top = logic_.drawing().box(1);
     const double centre = top ? top->frame.center().x() : 0;
-    horizontalScrollBar()->setValue(int(std::lround(centre * zoom_ - viewport()->width() / 2.0)));
+    horizontalScrollBar()->setValue(
+        scrollPlace(std::round(centre * zoom_ - viewport()->width() / 2.0)));
     verticalScrollBar()->setValue(verticalScrollBar()->minimum());
     viewport()->update();
 }
@@ -143,8 +152,9 @@ void TreeCanvas::ensureSelectedVisible()
     // Out of sight: the box comes to the middle of the window.
     followTop_ = false;
     const QPointF centre = box->frame.center() * zoom_;
-    horizontalScrollBar()->setValue(int(std::lround(centre.x() - viewport()->width() / 2.0)));
-    verticalScrollBar()->setValue(int(std::lround(centre.y() - viewport()->height() / 2.0)));
+    horizontalScrollBar()->setValue(
+        scrollPlace(std::round(centre.x() - viewport()->width() / 2.0)));
+    verticalScrollBar()->setValue(scrollPlace(std::round(centre.y() - viewport()->height() / 2.0)));
     viewport()->update();
 }
 
