@@ -18,4 +18,22 @@ inline QString onOneLine(QString text)
     return text.replace(QLatin1String("\r\n"), QLatin1String("  "));
 }
 
+// A text shown on one line (a box of the tree, a caption, a row of a list,
+// a status bar) is at most this many characters long: a file may hold a
+// name of a million, which no window can show and every layout of it
+// slows. Tooltips and grids keep the whole text.
+constexpr qsizetype longestShownText = 500;
+
+// The text, or when it is longer than longestShownText its beginning and
+// "..." in that many characters (a character's surrogate pair kept whole).
+inline QString shortenedText(const QString& text)
+{
+    if (text.size() <= longestShownText)
+        return text;
+    qsizetype kept = longestShownText - 3;
+    if (text[kept - 1].isHighSurrogate())
+        --kept;
+    return text.left(kept) + QLatin1String("...");
+}
+
 }  // namespace tav

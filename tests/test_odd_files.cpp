@@ -80,17 +80,17 @@ TEST_F(OddFilesTest, ANamedPipeKeepsNeitherProgramWaiting)
     const QString pipe = makePipe("family.ged");
     MainWindowLogic main(session, store, dir.path());
     expectEndsWithoutWaiting(pipe, [&] { main.openFile(pipe); });
-    EXPECT_EQ(messages.texts(),
-              QStringList{QStringLiteral("Cannot open %1: it is a named pipe, not a file").arg(pipe)});
+    EXPECT_EQ(
+        messages.texts(),
+        QStringList{QStringLiteral("Cannot open %1: it is a named pipe, not a file").arg(pipe)});
 
     ASSERT_TRUE(load(twoPeople));
     TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
                     [this] { return session.today(); }};
     const QString view = makePipe("temp.gds");
     messages.clear();
-    expectEndsWithoutWaiting(view, [&] {
-        EXPECT_FALSE(session.guarded([&] { treeReadFromFile(model, view); }));
-    });
+    expectEndsWithoutWaiting(
+        view, [&] { EXPECT_FALSE(session.guarded([&] { treeReadFromFile(model, view); })); });
     EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  53 File not found")});
 
     makePipe("help.txt");
@@ -117,7 +117,8 @@ TEST_F(OddFilesTest, ANamedPipeKeepsNeitherProgramWaiting)
 TEST_F(OddFilesTest, TavCliReadsAPipeToItsEnd)
 {
     QProcess cli;
-    cli.start(QStringLiteral(TAV_CLI_PROGRAM), {QStringLiteral("info"), QStringLiteral("/dev/stdin")});
+    cli.start(QStringLiteral(TAV_CLI_PROGRAM),
+              {QStringLiteral("info"), QStringLiteral("/dev/stdin")});
     ASSERT_TRUE(cli.waitForStarted());
     cli.write(twoPeople);
     cli.closeWriteChannel();

@@ -3,6 +3,7 @@
 #include "app/Session.h"
 #include "calc/Dates.h"
 #include "calc/Names.h"
+#include "core/DisplayText.h"
 #include "core/TextNumbers.h"
 
 namespace tav {
@@ -116,8 +117,8 @@ Grid individualGrid(const Session& session, int32_t slot)
     const RecordStore& r = session.records;
     const Individual& p = r.individual(slot);
     Grid grid;
-    grid.caption =
-        personName(session, slot) + QStringLiteral(" (") + QString::number(slot) + QLatin1Char(')');
+    grid.caption = shortenedText(personName(session, slot)) + QStringLiteral(" (") +
+                   QString::number(slot) + QLatin1Char(')');
     addHeading(grid);
     addRow(grid, QStringLiteral("No."), signedText(slot));
     addRow(grid, QStringLiteral("Name"), personName(session, slot));

@@ -2,6 +2,7 @@
 
 #include "app/Session.h"
 #include "calc/Names.h"
+#include "core/DisplayText.h"
 #include "windowlogic/browser/RecordGrids.h"
 
 namespace tav {
@@ -72,6 +73,8 @@ QStringList resultLines(const Session& session)
     }
     if (results.total == 0)
         lines << QStringLiteral("-------NO RECORDS-------");
+    for (QString& line : lines)
+        line = shortenedText(line);
     return lines;
 }
 

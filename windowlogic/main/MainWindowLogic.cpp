@@ -4,6 +4,7 @@
 #include "calc/DescendantCounting.h"
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
+#include "core/DisplayText.h"
 #include "core/FileNames.h"
 #include "core/TextNumbers.h"
 #include "settings/RegistryStore.h"
@@ -124,9 +125,8 @@ void MainWindowLogic::updateRecentItems(bool grew)
     if (grew)
         recentItems_[size_t(settings.recentCount)].visible = true;
     for (int i = 1; i <= settings.recentCount; ++i)
-        recentItems_[size_t(i)].caption =
-            QStringLiteral("&%1 %2").arg(i - 1).arg(
-                shownFileName(fileNamePart(settings.recentFiles[size_t(i)])));
+        recentItems_[size_t(i)].caption = QStringLiteral("&%1 %2").arg(i - 1).arg(
+            shownFileName(fileNamePart(settings.recentFiles[size_t(i)])));
     if (settings.recentCount == 1)
         recentSeparatorVisible_ = true;
 }
@@ -259,7 +259,7 @@ void MainWindowLogic::followCurrentIndividual()
 QString MainWindowLogic::currentIndividualName() const
 {
     const int32_t slot = typedSlot(ViewKind::Individual);
-    return slot ? listName(session_.records, slot, session_.nameStyle()) : QString();
+    return slot ? shortenedText(listName(session_.records, slot, session_.nameStyle())) : QString();
 }
 
 std::vector<MainWindowLogic::Completion> MainWindowLogic::completions(const QString& typed)
@@ -269,8 +269,8 @@ std::vector<MainWindowLogic::Completion> MainWindowLogic::completions(const QStr
         return lines;
     const RecordStore& records = session_.records;
     for (const int32_t slot : session_.nameSearch.find(records, typed, completionsShown)) {
-        QString text =
-            listName(records, slot, session_.nameStyle()) + QStringLiteral(" (%1)").arg(slot);
+        QString text = shortenedText(listName(records, slot, session_.nameStyle())) +
+                       QStringLiteral(" (%1)").arg(slot);
         const QString years = personYears(records, slot, session_.today());
         if (!years.isEmpty())
             text += QStringLiteral("  ") + years;

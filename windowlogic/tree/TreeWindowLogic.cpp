@@ -6,6 +6,7 @@
 #include "calc/DescendantCounting.h"
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
+#include "core/DisplayText.h"
 #include "core/Fault.h"
 #include "core/FileNames.h"
 #include "tree/TextMeasure.h"
@@ -176,9 +177,9 @@ int32_t TreeWindowLogic::nextSpouseNumber(int32_t slot) const
 QString TreeWindowLogic::caption() const
 {
     const int32_t top = individualAt(1);
-    return QStringLiteral("Family tree - ") + formatName(session_.records.individual(top).name,
-                                                         NameSurname | NameGivenAsWritten,
-                                                         session_.nameStyle());
+    return QStringLiteral("Family tree - ") +
+           shortenedText(formatName(session_.records.individual(top).name,
+                                    NameSurname | NameGivenAsWritten, session_.nameStyle()));
 }
 
 QString TreeWindowLogic::statusText() const
@@ -190,7 +191,7 @@ QString TreeWindowLogic::statusText() const
     if (individual == 0)
         return QStringLiteral("? (no spouse in the file for this family)");
     return QStringLiteral("%1 (%2)")
-        .arg(listName(session_.records, individual, session_.nameStyle()))
+        .arg(shortenedText(listName(session_.records, individual, session_.nameStyle())))
         .arg(individual);
 }
 
@@ -424,22 +425,16 @@ void TreeWindowLogic::goBack()
     redraw();
 }
 
-void TreeWindowLogic::saveView()
-{
-    writeView(absoluteFileName(treeViewFileName()));
-}
+void TreeWindowLogic::saveView() { writeView(absoluteFileName(treeViewFileName())); }
 
-void TreeWindowLogic::openView()
-{
-    readView(absoluteFileName(treeViewFileName()));
-}
+void TreeWindowLogic::openView() { readView(absoluteFileName(treeViewFileName())); }
 
 bool TreeWindowLogic::writeView(const QString& path)
 {
     const Outcome saved = treeSaveToFile(model_, path);
     if (saved)
-        notice_ = QStringLiteral("View saved in %1")
-                      .arg(QDir::toNativeSeparators(shownFileName(path)));
+        notice_ =
+            QStringLiteral("View saved in %1").arg(QDir::toNativeSeparators(shownFileName(path)));
     else
         session_.messages().warning(saved.message());
     return bool(saved);
@@ -525,7 +520,8 @@ void TreeWindowLogic::toggleTriangle()
 QString TreeWindowLogic::triangleLabel() const
 {
     const int32_t individual = triangle_.individual;
-    const QString name = listName(session_.records, individual, session_.nameStyle());
+    const QString name =
+        shortenedText(listName(session_.records, individual, session_.nameStyle()));
     const QString years = personYears(session_.records, individual, session_.today());
     return years.isEmpty() ? name : name + QLatin1Char(' ') + years;
 }
