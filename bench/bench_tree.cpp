@@ -390,7 +390,7 @@ void BM_ExportThousandBoxes(benchmark::State& state)
     const tav::PictureFormat format = tav::PictureFormat(state.range(0));
     qsizetype bytes = 0;
     for (auto _ : state)
-        bytes = tav::pictureBytes(picture, format).size();
+        bytes = tav::pictureBytes(picture, format)->size();
     state.SetLabel(format == tav::PictureFormat::Png   ? "PNG"
                    : format == tav::PictureFormat::Svg ? "SVG"
                                                        : "PDF");

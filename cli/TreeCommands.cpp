@@ -118,12 +118,14 @@ int exportCommand(CliRun& run)
         return 3;
     // Drawn as the tree window paints it, with the settings' options and no
     // person selected.
-    const Outcome written = exportPicture(
-        treePicture(treeDrawing(model, run.session.records, run.session.settings, 0)), out);
-    if (!written) {
+    const Picture picture =
+        treePicture(treeDrawing(model, run.session.records, run.session.settings, 0));
+    if (const Outcome written = exportPicture(picture, out); !written) {
         run.output.err(written.message());
         return 1;
     }
+    if (const QString note = pictureNote(picture, out); !note.isEmpty())
+        run.output.err(note);
     run.print(QDir::toNativeSeparators(shownFileName(absoluteFileName(out))));
     return 0;
 }

@@ -127,11 +127,11 @@ void TreeWindow::buildMenus()
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addAction(commandAction(TreeCommand::SaveView));
     file->addAction(commandAction(TreeCommand::OpenView));
-    saveViewAs_ = file->addAction(QStringLiteral("Save view &as..."), this,
-                                  &TreeWindow::chooseViewToSave);
+    saveViewAs_ =
+        file->addAction(QStringLiteral("Save view &as..."), this, &TreeWindow::chooseViewToSave);
     saveViewAs_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
-    openViewFrom_ = file->addAction(QStringLiteral("Open &view..."), this,
-                                    &TreeWindow::chooseViewToOpen);
+    openViewFrom_ =
+        file->addAction(QStringLiteral("Open &view..."), this, &TreeWindow::chooseViewToOpen);
     openViewFrom_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
     file->addSeparator();
     file->addAction(commandAction(TreeCommand::HtmlReport));
@@ -343,14 +343,17 @@ void TreeWindow::chooseExportFile()
 
 bool TreeWindow::exportTo(const QString& path)
 {
+    const Picture picture = treePicture(logic_.outputDrawing());
     const Outcome written = [&] {
         const BusyPointer pointer;
-        return exportPicture(treePicture(logic_.outputDrawing()), path);
+        return exportPicture(picture, path);
     }();
     if (!written) {
         session_.messages().warning(written.message());
         return false;
     }
+    if (const QString note = pictureNote(picture, path); !note.isEmpty())
+        session_.messages().message(note, QStringLiteral("Export picture"));
     statusBar()->showMessage(
         QStringLiteral("Picture written to %1").arg(QDir::toNativeSeparators(shownFileName(path))),
         5000);
