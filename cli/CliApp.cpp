@@ -165,6 +165,10 @@ int runHelp(const QString& key, const CliOutput& output, const QString& programF
         output.err(help.message());
         return 1;
     }
+    if (!hasHelpTopic(*help, key)) {
+        output.err(QStringLiteral("There is no help topic %1.").arg(withControlsShown(key)));
+        return 1;
+    }
     StderrMessages messages(output.err);
     Session session(messages);
     CliRun run{output, session, {}};

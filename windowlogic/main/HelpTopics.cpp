@@ -29,6 +29,11 @@ QString helpTopic(const QString& helpText, const QString& key)
     return helpText.mid(start, length);
 }
 
+bool hasHelpTopic(const QString& helpText, const QString& key)
+{
+    return !key.isEmpty() && helpText.contains(QStringLiteral("***!!!") + key);
+}
+
 QStringList helpFilePlaces(const QString& programFolder)
 {
     QStringList places = {QStringLiteral("help.txt")};
