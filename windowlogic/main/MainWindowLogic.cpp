@@ -355,7 +355,11 @@ QString MainWindowLogic::aboutText(const QString& lineBreak)
            lineBreak + lineBreak +
            QStringLiteral("A viewer and analyser of GEDCOM genealogy files.") + lineBreak +
            QStringLiteral("Written by the Tav developers with C++ and Qt ") +
-           QString::fromLatin1(qVersion()) + QLatin1Char('.');
+           QString::fromLatin1(qVersion()) + QLatin1Char('.') + lineBreak + lineBreak +
+           QStringLiteral("Copyright 2026 Wendrake Tav developers. Free software under the GNU "
+                          "General Public License, version 3 or later (GPL-3.0-or-later), with "
+                          "no warranty.") +
+           lineBreak + QStringLiteral("https://github.com/wendrake/tav");
 }
 
 QString MainWindowLogic::creditText()
