@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QMessageBox>
 #include <QTimer>
 #include <cstdio>
 
@@ -64,12 +65,25 @@ int main(int argc, char* argv[])
     for (int i = 1; i < argc; ++i)
         words << tav::fileNameFromBytes(argv[i]);
     const QString commandLine = words.join(QLatin1Char(' '));
+
+    // TAV_SCREENSHOT=file.png: save a picture of the main window and quit
+    // (the README's run command uses it where there is no display). With
+    // nobody to read them, message boxes go to standard error and are
+    // answered with OK.
+    const QString screenshot = qEnvironmentVariable("TAV_SCREENSHOT");
+    QTimer answering;
+    if (!screenshot.isEmpty()) {
+        QObject::connect(&answering, &QTimer::timeout, [] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                std::fprintf(stderr, "tav: message: %s\n", qPrintable(box->text()));
+                box->accept();
+            }
+        });
+        answering.start(100);
+    }
     window.show();
     window.startUp(commandLine);
 
-    // TAV_SCREENSHOT=file.png: save a picture of the main window and quit
-    // (the README's run command uses it where there is no display).
-    const QString screenshot = qEnvironmentVariable("TAV_SCREENSHOT");
     if (qEnvironmentVariableIsSet("TAV_STARTUP_TIME"))
         std::fprintf(stderr, "tav: caption \"%s\" shown %lld ms after start\n",
                      qPrintable(window.windowTitle()),
