@@ -36,4 +36,19 @@ inline QString shortenedText(const QString& text)
     return text.left(kept) + QLatin1String("...");
 }
 
+// Whether a text holds a word (a run without blanks or line ends) longer
+// than `longest` characters. Text laid out in lines is wrapped at word
+// boundaries; a word of a million characters takes that seconds, and such
+// a text is wrapped anywhere instead.
+inline bool hasWordLongerThan(const QString& text, qsizetype longest = 1000)
+{
+    qsizetype run = 0;
+    for (QChar c : text) {
+        run = c.isSpace() ? 0 : run + 1;
+        if (run > longest)
+            return true;
+    }
+    return false;
+}
+
 }  // namespace tav

@@ -74,6 +74,8 @@ TEST_F(LongValuesTest, OneLineDisplaysShortenALongNameAndGridsKeepItWhole)
               QString(497, QLatin1Char('x')) + QStringLiteral("..."));
     const QString emoji = QString(496, QLatin1Char('x')) + QStringLiteral("\U0001F600 and more");
     EXPECT_EQ(shortenedText(emoji).size(), 499) << "a surrogate pair is never cut";
+    EXPECT_FALSE(hasWordLongerThan(QStringLiteral("Statistics\r\nFile: a.ged")));
+    EXPECT_TRUE(hasWordLongerThan(QStringLiteral("1\t") + QString(1001, QLatin1Char('W'))));
 
     TreeWindowLogic tree(session, [](int) { return std::make_unique<test::StubMeasure>(); });
     session.curInd = 1;

@@ -199,6 +199,9 @@ void MainWindow::buildCentre()
     QFont bold = name_->font();
     bold.setBold(true);
     name_->setFont(bold);
+    // The name takes the room there is: a long one is cut at the window's
+    // edge instead of widening the window past the screen.
+    name_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* individualRow = new QHBoxLayout;
     individualRow->setSpacing(12);
     individualRow->addWidget(text1_);

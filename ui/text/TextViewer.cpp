@@ -12,10 +12,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
 #include <QToolBar>
@@ -77,8 +77,11 @@ TextViewer::TextViewer(Session& session, QWidget* parent)
 void TextViewer::refresh()
 {
     const QString text = withNewlines(logic_.text());
-    if (text_->toPlainText() != text)
+    if (text_->toPlainText() != text) {
+        text_->setWordWrapMode(hasWordLongerThan(text) ? QTextOption::WrapAnywhere
+                                                       : QTextOption::WordWrap);
         text_->setPlainText(text);
+    }
     setWindowTitle(logic_.title());
 }
 
@@ -101,9 +104,10 @@ void TextViewer::selectAll() { text_->selectAll(); }
 
 void TextViewer::chooseSaveFile()
 {
-    QString path = QFileDialog::getSaveFileName(
-        this, QStringLiteral("Save as"), QDir(lastSaveFolder()).filePath(logic_.suggestedFileName()),
-        QStringLiteral("Text files (*.txt);;All files (*)"));
+    QString path =
+        QFileDialog::getSaveFileName(this, QStringLiteral("Save as"),
+                                     QDir(lastSaveFolder()).filePath(logic_.suggestedFileName()),
+                                     QStringLiteral("Text files (*.txt);;All files (*)"));
     if (path.isEmpty())
         return;
     setLastSaveFolder(QFileInfo(path).absolutePath());

@@ -88,6 +88,8 @@ TreeWindow::TreeWindow(Session& session, QWidget* parent)
     buildToolbar();
 
     status_ = new QLabel(this);
+    // A long name is cut at the window's edge; it never widens the window.
+    status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(status_, 1);
     zoomLabel_ = new QLabel(this);
     statusBar()->addPermanentWidget(zoomLabel_);
