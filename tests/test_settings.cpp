@@ -26,10 +26,15 @@ protected:
 
     void writeRegFile(const QByteArray& body)
     {
+        writeRegBytes("Windows Registry Editor Version 5.00\r\n\r\n" + body);
+    }
+    // The settings file's bytes, whatever they are.
+    void writeRegBytes(const QByteArray& bytes)
+    {
         QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
         QFile file(regPath());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("Windows Registry Editor Version 5.00\r\n\r\n" + body);
+        file.write(bytes);
     }
 
     Settings loaded(const QString& section = QStringLiteral("ALL"))
@@ -259,12 +264,7 @@ TEST_F(SettingsTest, ABadLineCostsOnlyItselfAndTheDamagedFileIsKeptOnce)
                                "garbage \xff\r\n"
                                "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\Tree]\r\n"
                                "\"ViewMainLine\"=hex:01,00\r\n";
-    QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
-    {
-        QFile file(regPath());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(damaged);
-    }
+    writeRegBytes(damaged);
     RegistryStore store(regPath());
     EXPECT_EQ(store.loadProblems(),
               QStringList({QStringLiteral("the settings file %1, line 4: a value that cannot be "
@@ -359,12 +359,7 @@ TEST_F(SettingsTest, ALargeOrBinaryFileIsSetAsideWholeWithOneNote)
     } cases[] = {{large, "is larger than 1 MB"}, {binary, "is not text"}};
     for (const auto& file : cases) {
         QDir(dir.path()).removeRecursively();
-        QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
-        {
-            QFile out(regPath());
-            ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-            out.write(file.bytes);
-        }
+        writeRegBytes(file.bytes);
         RegistryStore store(regPath());
         EXPECT_EQ(store.loadProblems(),
                   QStringList{QStringLiteral("the settings file %1 %2; the defaults are used, and "
@@ -392,12 +387,7 @@ TEST_F(SettingsTest, LinesASaveDropsAreKeptAndManyBadLinesAreSummed)
                                  "; my note: style 5 is for the club\r\n"
                                  "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\r\n"
                                  "\"SurnameStyle\"=dword:00000005\r\n";
-    QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
-    {
-        QFile out(regPath());
-        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-        out.write(commented);
-    }
+    writeRegBytes(commented);
     {
         RegistryStore store(regPath());
         EXPECT_TRUE(store.loadProblems().isEmpty());
