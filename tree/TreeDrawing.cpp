@@ -23,8 +23,8 @@ double crisp(double v) { return std::floor(v) + 0.5; }
 
 QRectF frameOf(const TreePerson& person)
 {
-    QRectF frame(person.x - framePadding, person.y - framePadding,
-                 double(person.width) + 2 * framePadding, double(person.height) + 2 * framePadding);
+    QRectF frame(person.x - framePadding, person.y - framePadding, person.width + 2 * framePadding,
+                 person.height + 2 * framePadding);
     if (frame.width() < minFrameWidth) {
         const double centre = frame.center().x();
         frame.setLeft(centre - minFrameWidth / 2);

@@ -12,10 +12,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QToolBar>
@@ -104,10 +104,9 @@ void TextViewer::selectAll() { text_->selectAll(); }
 
 void TextViewer::chooseSaveFile()
 {
-    QString path =
-        QFileDialog::getSaveFileName(this, QStringLiteral("Save as"),
-                                     QDir(lastSaveFolder()).filePath(logic_.suggestedFileName()),
-                                     QStringLiteral("Text files (*.txt);;All files (*)"));
+    QString path = QFileDialog::getSaveFileName(
+        this, QStringLiteral("Save as"), QDir(lastSaveFolder()).filePath(logic_.suggestedFileName()),
+        QStringLiteral("Text files (*.txt);;All files (*)"));
     if (path.isEmpty())
         return;
     setLastSaveFolder(QFileInfo(path).absolutePath());

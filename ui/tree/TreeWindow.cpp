@@ -129,11 +129,11 @@ void TreeWindow::buildMenus()
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addAction(commandAction(TreeCommand::SaveView));
     file->addAction(commandAction(TreeCommand::OpenView));
-    saveViewAs_ =
-        file->addAction(QStringLiteral("Save view &as..."), this, &TreeWindow::chooseViewToSave);
+    saveViewAs_ = file->addAction(QStringLiteral("Save view &as..."), this,
+                                  &TreeWindow::chooseViewToSave);
     saveViewAs_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
-    openViewFrom_ =
-        file->addAction(QStringLiteral("Open &view..."), this, &TreeWindow::chooseViewToOpen);
+    openViewFrom_ = file->addAction(QStringLiteral("Open &view..."), this,
+                                    &TreeWindow::chooseViewToOpen);
     openViewFrom_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
     file->addSeparator();
     file->addAction(commandAction(TreeCommand::HtmlReport));
