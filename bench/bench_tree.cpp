@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The family tree: "family tree from top" on a generated file of 40000
 // individuals, one walk with its layout, and a view file of 1000 persons
 // written and read; the tree window from the choice to its first painting,

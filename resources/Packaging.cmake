@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The Debian package (scripts/package.sh): cpack -G DEB in the build folder
 # gives tav_VERSION_ARCH.deb of what `cmake --install` lays out, under /usr.
 set(TAV_PACKAGE_MAINTAINER "Wendrake Tav developers <tav@wendrake.org>"

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds the Debian package (scripts/package.sh) and checks it without
 # installing it: its control fields and file list, lintian, the desktop entry
 # and AppStream data through their validators, the manual pages, and the programs

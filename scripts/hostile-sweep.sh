@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The hostile user's cases, run against the built programs: pictures of any
 # size, pipes and devices, file names in any bytes, over-long values, huge
 # and damaged settings, extreme views, tav-cli's refusals. Each case prints

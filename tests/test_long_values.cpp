@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Values far beyond GEDCOM's 255 characters a line: cut at 1 MB when read,
 // shortened where one line shows them, whole where the text is the point.
 #include "core/DisplayText.h"

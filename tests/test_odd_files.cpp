@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Paths that are no ordinary file: named pipes, devices, pipes on standard
 // input, and names whose bytes are not UTF-8.
 #include "core/Fault.h"
