@@ -1,5 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/FileReading.h"
 #include "core/Outcome.h"
 
 #include <QString>
@@ -25,9 +27,11 @@ constexpr qint64 largestGedcomFile = 0x7FFFFFFF - 200;
 // Reads the GEDCOM file `path` into the session: the store is rebuilt and
 // the current individual becomes 1. Load messages go to the session's
 // message boxes. When the file cannot be read (missing, a folder, larger
-// than largestGedcomFile, more than memory holds) nothing changes, and it
-// fails with "Cannot open FILE: reason".
-Outcome loadGedcom(Session& session, const QString& path, const LoadProgress& progress = {});
+// than largestGedcomFile, more than memory holds, a pipe or a device unless
+// `oddFiles` reads them) nothing changes, and it fails with "Cannot open
+// FILE: reason".
+Outcome loadGedcom(Session& session, const QString& path, const LoadProgress& progress = {},
+                   OddFiles oddFiles = OddFiles::Refused);
 
 // The load itself, from the bytes of a file named `path` (which may be
 // changed in place: a UTF-16 file is converted).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main() of the benchmarks that need widgets: an application on the
 // offscreen platform around Google Benchmark's run.
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ancestors chart of ten generations on the generated file of 40000
 // individuals, for the person with the most known forebears there, and on
 // a file where all 1023 places of ten generations are known, each person

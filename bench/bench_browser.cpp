@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Record browser benchmarks on a generated file of 40000 individuals: the
 // list of all individuals from the choice to the painted grid, one record
 // grid, and Back and Forward deep in a long history.

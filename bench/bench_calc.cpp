@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Calculation benchmarks: descendant counting over whole files, the
 // relationship finder on deep royal ancestries, and date parsing.
 #include "app/GedcomLoading.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Find window benchmarks on a generated file of 40000 individuals: a find
 // of two words over the four kinds, and each of the fifteen queries (the
 // descendant queries from an empty cache). Also the main window's name box:

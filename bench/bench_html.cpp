@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The HTML descendants report on the generated file of 40000 individuals,
 // for the person with the most descendants: the page from an empty
 // descendant cache, and the page written to a file. Then a file made to be

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Load benchmarks: a generated file of 40000 individuals (about 12 MB) and of
 // 10000 for the linearity check, beside `wc -l` on the same files; the
 // 40000 file also with its records shuffled (the second argument), whose

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text report benchmarks on a generated file of 40000 individuals: each
 // report's text (the reports that count descendants from an empty cache),
 // each report from the menu to the filled text viewer, and the names report

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The family tree: "family tree from top" on a generated file of 40000
 // individuals, one walk with its layout, and a view file of 1000 persons
 // written and read; the tree window from the choice to its first painting,
@@ -22,6 +23,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
+
+#include <sys/resource.h>
 
 namespace {
 
@@ -384,7 +387,7 @@ void BM_ExportThousandBoxes(benchmark::State& state)
     const tav::PictureFormat format = tav::PictureFormat(state.range(0));
     qsizetype bytes = 0;
     for (auto _ : state)
-        bytes = tav::pictureBytes(picture, format).size();
+        bytes = tav::pictureBytes(picture, format)->size();
     state.SetLabel(format == tav::PictureFormat::Png   ? "PNG"
                    : format == tav::PictureFormat::Svg ? "SVG"
                                                        : "PDF");
@@ -392,6 +395,36 @@ void BM_ExportThousandBoxes(benchmark::State& state)
     state.counters["width"] = picture.bounds.width();
 }
 BENCHMARK(BM_ExportThousandBoxes)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
+
+// The largest PNG made: 16384 x 8192 pixels (128 megapixels) of the view of
+// 1000 boxes, with the peak memory of the process, which must stay under
+// 1 GB whatever the tree.
+void BM_LargestPng(benchmark::State& state)
+{
+    FullView view;
+    const tav::TreeDrawing drawing =
+        tav::treeDrawing(view.model, view.loaded.session.records, view.loaded.session.settings, 0);
+    const QRectF bounds(0, 0, tav::largestPngSide / tav::pngScale - 2 * tav::pictureMargin,
+                        tav::largestPngSide / 2 / tav::pngScale - 2 * tav::pictureMargin);
+    const tav::Picture picture{bounds, [&](QPainter& painter) {
+                                   const double scale =
+                                       std::min(bounds.width() / drawing.bounds.width(),
+                                                bounds.height() / drawing.bounds.height());
+                                   painter.scale(scale, scale);
+                                   painter.translate(-drawing.bounds.topLeft());
+                                   tav::treePicture(drawing).paint(painter);
+                               }};
+    qsizetype bytes = 0;
+    for (auto _ : state)
+        bytes = tav::pictureBytes(picture, tav::PictureFormat::Png)->size();
+    const QSize size = tav::pngSize(picture, tav::pngScaleFor(picture));
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    state.counters["megapixels"] = double(size.width()) * size.height() / (1 << 20);
+    state.counters["KB"] = double(bytes) / 1024;
+    state.counters["peak MB"] = double(usage.ru_maxrss) / 1024;
+}
+BENCHMARK(BM_LargestPng)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The family tree window itself on a generated file of 40000 individuals:
 // from the main window's "family tree from top" to the painted window, and
 // each command of the Tree menu through the repaint of the canvas.

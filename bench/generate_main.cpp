@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tav-generate: writes a generated GEDCOM file for benchmarks and demos.
 #include "bench/GedcomGenerator.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Session.h"
 #include "calc/Ahnentafel.h"
 #include "calc/Names.h"

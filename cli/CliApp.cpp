@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliApp.h"
 
 #include "app/GedcomLoading.h"
@@ -169,6 +170,10 @@ int runHelp(const QString& key, const CliOutput& output, const QString& programF
         output.err(help.message());
         return 1;
     }
+    if (!hasHelpTopic(*help, key)) {
+        output.err(QStringLiteral("There is no help topic %1.").arg(withControlsShown(key)));
+        return 1;
+    }
     StderrMessages messages(output.err);
     Session session(messages);
     CliRun run{output, session, {}};
@@ -193,7 +198,10 @@ int runCommand(const Command& command, const Arguments& arguments, const CliCont
         session.settings.SurnameStyle = *arguments.surnameStyle;
     if (arguments.surnamePosn)
         session.settings.SurnamePosn = *arguments.surnamePosn;
-    if (const Outcome loaded = loadGedcom(session, arguments.positional[1]); !loaded) {
+    // A command line reads its input to the end: a pipe, `<(...)`, /dev/stdin.
+    if (const Outcome loaded =
+            loadGedcom(session, arguments.positional[1], {}, OddFiles::ReadToEnd);
+        !loaded) {
         output.err(loaded.message());
         return 1;
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliRun.h"
 
 #include "app/Session.h"
@@ -6,7 +7,40 @@
 #include "core/TableText.h"
 #include "windowlogic/browser/BrowserLogic.h"
 
+#include <algorithm>
+
 namespace tav {
+
+namespace {
+
+// A control character that a terminal would act on rather than show.
+bool isHiddenControl(char16_t c) { return c < 0x20 || c == 0x7F || (c >= 0x80 && c <= 0x9F); }
+
+QString controlEscape(char16_t c)
+{
+    return QStringLiteral("\\x") +
+           QStringLiteral("%1").arg(uint(c), 2, 16, QLatin1Char('0')).toUpper();
+}
+
+}  // namespace
+
+QString withControlsShown(const QString& text)
+{
+    if (std::none_of(text.begin(), text.end(), [](QChar c) {
+            return isHiddenControl(c.unicode()) && c != u'\t' && c != u'\r' && c != u'\n';
+        }))
+        return text;
+    QString out;
+    for (QChar c : text) {
+        if (isHiddenControl(c.unicode()) && c != u'\t' && c != u'\r' && c != u'\n')
+            out += controlEscape(c.unicode());
+        else
+            out += c;
+    }
+    return out;
+}
+
+void CliRun::print(const QString& line) const { output.out(withControlsShown(line)); }
 
 void CliRun::printReport(const QString& text) const
 {
@@ -27,22 +61,37 @@ void CliRun::printBytes(const QByteArray& bytes) const
         print(line);
 }
 
+bool CliRun::isWholeNumberText(const QString& text)
+{
+    const QString number = text.trimmed();
+    const qsizetype first = number.startsWith(u'-') || number.startsWith(u'+') ? 1 : 0;
+    return number.size() > first && std::all_of(number.begin() + first, number.end(),
+                                                [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
 Result<int32_t> CliRun::integerArgument(const QString& text)
 {
     bool ok = false;
     const int value = text.toInt(&ok);
-    if (!ok)
-        return Outcome::failed(
-            usageProblem(QStringLiteral("\"%1\" is not a whole number").arg(text)));
-    return value;
+    if (ok)
+        return value;
+    return Outcome::failed(usageProblem(
+        isWholeNumberText(text) ? QStringLiteral("\"%1\" is too large a number").arg(text)
+                                : QStringLiteral("\"%1\" is not a whole number").arg(text)));
 }
 
 Result<int32_t> CliRun::slotArg(qsizetype i, ViewKind kind) const
 {
-    const Result<int32_t> slot = intArg(i);
-    if (slot && !namesRecord(session.records, kind, *slot))
-        return Outcome::failed(noSuchRecordText(kind, args.value(i)));
-    return slot;
+    const QString text = args.value(i);
+    // A number of any size names a record or none; only the file can say.
+    if (isWholeNumberText(text)) {
+        bool fits = false;
+        const int32_t slot = text.toInt(&fits);
+        if (!fits || !namesRecord(session.records, kind, slot))
+            return Outcome::failed(noSuchRecordText(kind, text.trimmed()));
+        return slot;
+    }
+    return intArg(i);
 }
 
 int CliRun::refuse(const QString& message) const
@@ -77,7 +126,7 @@ QString escaped(const QString& text)
         case u'\r': out += QLatin1String("\\r"); break;
         case u'\n': out += QLatin1String("\\n"); break;
         case u'\t': out += QLatin1String("\\t"); break;
-        default: out += c;
+        default: out += isHiddenControl(c.unicode()) ? controlEscape(c.unicode()) : QString(c);
         }
     }
     return out;

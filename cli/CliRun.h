@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/ViewKinds.h"
@@ -27,17 +28,23 @@ struct CliRun {
     Session& session;
     QStringList args;
 
-    void print(const QString& line) const { output.out(line); }
+    // A line of standard output, with control characters shown (see
+    // withControlsShown).
+    void print(const QString& line) const;
     // A report text, its CR LF line breaks printed as newlines.
     void printReport(const QString& text) const;
     // A file's bytes as they stand.
     void printBytes(const QByteArray& bytes) const;
-    // The whole-number argument at `i`; a usage problem when it is not one.
+    // The whole-number argument at `i`; a usage problem when it is not one
+    // or does not fit 32 bits.
     Result<int32_t> intArg(qsizetype i) const { return integerArgument(args.value(i)); }
-    // The argument at `i` as a slot of a record kind: a whole number from 1
-    // to the count of that kind, else "There is no individual N in this file."
+    // The argument at `i` as a slot of a record kind: a whole number of any
+    // size from 1 to the count of that kind, else "There is no individual N
+    // in this file."; anything but a whole number is a usage problem.
     Result<int32_t> slotArg(qsizetype i, ViewKind kind) const;
     static Result<int32_t> integerArgument(const QString& text);
+    // Digits, with a sign or none: a whole number, however large.
+    static bool isWholeNumberText(const QString& text);
     // Refuses the arguments: the message on standard error, status 2.
     int refuse(const QString& message) const;
     // Runs a routine of the viewer; a fault it raises is reported as the
@@ -50,8 +57,11 @@ struct CliRun {
 Result<int32_t> generationsArgument(const QString& text);
 
 // Grid cells and list lines with their control characters made visible:
-// \\ for a backslash, \r, \n and \t.
+// \\ for a backslash, \r, \n and \t, \xHH for any other (a NUL, an escape).
 QString escaped(const QString& text);
+// Any other text printed: control characters but TAB, CR and LF as \xHH,
+// so that none reaches the terminal raw.
+QString withControlsShown(const QString& text);
 
 // The browser's caption and every grid row: item, TAB, details, and in the
 // family grid TAB and the hidden slot where there is one.

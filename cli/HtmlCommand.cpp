@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Session.h"
 #include "calc/Ahnentafel.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
+#include "core/FileNames.h"
 #include "reports/HtmlAncestorsReport.h"
 #include "reports/HtmlDescendantsReport.h"
 
@@ -48,7 +50,7 @@ int htmlCommand(CliRun& run)
         run.output.err(written.message());
         return 1;
     }
-    run.print(QDir::toNativeSeparators(*written));
+    run.print(QDir::toNativeSeparators(shownFileName(*written)));
     return 0;
 }
 

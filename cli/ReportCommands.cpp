@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Session.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"

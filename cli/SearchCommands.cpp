@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Session.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
+#include "core/TextNumbers.h"
 #include "windowlogic/browser/BrowserLogic.h"
 #include "windowlogic/find/FindLogic.h"
 
@@ -72,9 +74,9 @@ int findCommand(CliRun& run)
 int queryCommand(CliRun& run)
 {
     const Result<int32_t> index = run.intArg(0);
-    if (!index)
+    if (!index && !CliRun::isWholeNumberText(run.args.value(0)))
         return run.refuse(index.message());
-    if (!isQueryIndex(*index))
+    if (!index || !isQueryIndex(*index))
         return run.refuse(usageProblem(QStringLiteral("INDEX is 0 to 14")));
     const Query query = queryAt(*index);
     const bool takesNumber = queryTakesNumber(query);
@@ -82,6 +84,10 @@ int queryCommand(CliRun& run)
         return run.refuse(usageProblem(takesNumber
                                            ? QStringLiteral("query %1 needs N").arg(*index)
                                            : QStringLiteral("query %1 takes no N").arg(*index)));
+    // N as the window's box takes it; anything else is no number at all.
+    if (takesNumber && !isWholeNumber(run.args[1]))
+        return run.refuse(
+            usageProblem(QStringLiteral("N must be a whole number, not \"%1\"").arg(run.args[1])));
     FindLogic find(run.session);
     const BrowserWatch watch(run.session);
     bool done = find.queryChosen(query);

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Session.h"
 #include "calc/Ahnentafel.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
+#include "core/FileNames.h"
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
@@ -12,7 +14,6 @@
 #include "tree/TreeViewFile.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace tav {
 
@@ -151,12 +152,14 @@ int exportCommand(CliRun& run)
         // no person selected.
         drawing = treeDrawing(model, session.records, session.settings, 0);
     }
-    const Outcome written = exportPicture(treePicture(drawing), out);
-    if (!written) {
+    const Picture picture = treePicture(drawing);
+    if (const Outcome written = exportPicture(picture, out); !written) {
         run.output.err(written.message());
         return 1;
     }
-    run.print(QDir::toNativeSeparators(QFileInfo(out).absoluteFilePath()));
+    if (const QString note = pictureNote(picture, out); !note.isEmpty())
+        run.output.err(note);
+    run.print(QDir::toNativeSeparators(shownFileName(absoluteFileName(out))));
     return 0;
 }
 

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CliApp.h"
+#include "core/FileNames.h"
 
 #include <QFileInfo>
 #include <QStringList>
@@ -11,7 +13,7 @@ namespace {
 QString programFolder(const char* argv0)
 {
     const QString self = QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath();
-    return QFileInfo(self.isEmpty() ? QString::fromLocal8Bit(argv0) : self).absolutePath();
+    return QFileInfo(self.isEmpty() ? tav::fileNameFromBytes(argv0) : self).absolutePath();
 }
 
 void writeLine(std::FILE* stream, const QString& line)
@@ -24,9 +26,11 @@ void writeLine(std::FILE* stream, const QString& line)
 
 int main(int argc, char* argv[])
 {
+    // Arguments are file names as often as not: their bytes are kept, so a
+    // name that is not UTF-8 still names its file.
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
-        arguments << QString::fromLocal8Bit(argv[i]);
+        arguments << tav::fileNameFromBytes(argv[i]);
     const tav::CliContext context{{[](const QString& line) { writeLine(stdout, line); },
                                    [](const QString& line) { writeLine(stderr, line); },
                                    [](const QByteArray& bytes) {

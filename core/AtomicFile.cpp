@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/AtomicFile.h"
+
+#include "core/FileNames.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -9,7 +12,9 @@
 #include <QRandomGenerator>
 
 #include <cerrno>
+#include <climits>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -22,20 +27,8 @@ namespace {
 
 Outcome failed(const QString& path, const QString& reason)
 {
-    return Outcome::failed(
-        QStringLiteral("Cannot save %1: %2.").arg(QDir::toNativeSeparators(path), reason));
-}
-
-// The file a write replaces: the target of a symbolic link (a settings
-// file linked into a folder of dotfiles stays a link), else the path itself.
-QString writtenPath(const QString& path)
-{
-    const QFileInfo info(path);
-    if (info.isSymLink()) {
-        const QString target = info.canonicalFilePath();
-        return target.isEmpty() ? info.symLinkTarget() : target;
-    }
-    return path;
+    return Outcome::failed(QStringLiteral("Cannot save %1: %2.")
+                               .arg(QDir::toNativeSeparators(shownFileName(path)), reason));
 }
 
 }  // namespace
@@ -55,6 +48,32 @@ Outcome writeFileAtomically(const QString& path, const QByteArray& bytes)
 #else
 
 namespace {
+
+// The file a write replaces: the target of a symbolic link (a settings
+// file linked into a folder of dotfiles stays a link), else the path itself.
+// The name's bytes are the system's own, which need not be UTF-8.
+QByteArray writtenPath(const QString& path)
+{
+    const QByteArray name = fileNameToBytes(path);
+    struct stat link {};
+    if (::lstat(name.constData(), &link) != 0 || !S_ISLNK(link.st_mode))
+        return name;
+    if (char* target = ::realpath(name.constData(), nullptr)) {
+        const QByteArray resolved(target);
+        std::free(target);
+        return resolved;
+    }
+    // A link to a file not there yet: the file it names, beside the link.
+    QByteArray target(PATH_MAX, '\0');
+    const ssize_t length = ::readlink(name.constData(), target.data(), size_t(target.size()));
+    if (length <= 0)
+        return name;
+    target.truncate(length);
+    if (target.startsWith('/'))
+        return target;
+    const qsizetype slash = name.lastIndexOf('/');
+    return slash < 0 ? target : name.left(slash + 1) + target;
+}
 
 // A write past the file size limit (ulimit -f) must fail with EFBIG like
 // any other failed write, not end the program: SIGXFSZ is ignored unless
@@ -104,16 +123,23 @@ bool writeAll(int fd, const QByteArray& bytes)
     return true;
 }
 
+// The folder of a file's name ("." for a bare name).
+QByteArray folderOf(const QByteArray& name)
+{
+    const qsizetype slash = name.lastIndexOf('/');
+    return slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : name.left(slash);
+}
+
 // A new file beside the target, named so no other writer (another copy of
 // the program saving at the same moment) picks the same one.
-int createTemporary(const QString& target, QByteArray& name)
+int createTemporary(const QByteArray& target, QByteArray& name)
 {
-    const QFileInfo info(target);
+    const qsizetype slash = target.lastIndexOf('/');
+    const QByteArray base = target.mid(slash + 1);
     for (int attempt = 0; attempt < 100; ++attempt) {
-        name = QFile::encodeName(
-            QStringLiteral("%1/.%2.%3.tmp")
-                .arg(info.absolutePath(), info.fileName())
-                .arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0')));
+        name = (slash < 0 ? QByteArray() : target.left(slash + 1)) + '.' + base + '.' +
+               QByteArray::number(QRandomGenerator::system()->generate(), 16).rightJustified(8, '0') +
+               ".tmp";
         const int fd = ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd >= 0 || errno != EEXIST)
             return fd;
@@ -127,8 +153,7 @@ int createTemporary(const QString& target, QByteArray& name)
 Outcome writeFileAtomically(const QString& path, const QByteArray& bytes)
 {
     ignoreFileSizeSignal();
-    const QString target = writtenPath(path);
-    const QByteArray targetName = QFile::encodeName(target);
+    const QByteArray targetName = writtenPath(path);
     struct stat existing {};
     const bool exists = ::stat(targetName.constData(), &existing) == 0;
     if (exists && S_ISDIR(existing.st_mode))
@@ -139,7 +164,7 @@ Outcome writeFileAtomically(const QString& path, const QByteArray& bytes)
         return failed(path, QStringLiteral("the file is read-only"));
 
     QByteArray temporary;
-    const int fd = createTemporary(target, temporary);
+    const int fd = createTemporary(targetName, temporary);
     if (fd < 0)
         return failed(path, reasonFor(errno));
     // The new file keeps the old one's permissions (a private settings file
@@ -165,8 +190,7 @@ Outcome writeFileAtomically(const QString& path, const QByteArray& bytes)
         return failed(path, reasonFor(renameError));
     }
     // The rename itself is on disk once the folder is.
-    const int folder =
-        ::open(QFile::encodeName(QFileInfo(target).absolutePath()).constData(), O_RDONLY);
+    const int folder = ::open(folderOf(targetName).constData(), O_RDONLY | O_CLOEXEC);
     if (folder >= 0) {
         ::fsync(folder);
         ::close(folder);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/GedcomReader.h"
 
 #include "core/Fault.h"
@@ -21,6 +22,16 @@ inline qsizetype indexOf(const char* line, qsizetype length, char c, qsizetype f
 }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The length of a line cut to at most `longest` bytes, not inside a UTF-8
+// character.
+qsizetype cutLength(const char* line, qsizetype longest)
+{
+    qsizetype length = longest;
+    for (int back = 0; back < 3 && length > 0 && (uchar(line[length]) & 0xC0) == 0x80; ++back)
+        --length;
+    return length;
+}
 
 }  // namespace
 
@@ -60,11 +71,19 @@ void GedcomReader::read(QByteArrayView bytes)
     sharedTexts_.clear();
     sharedValues_.clear();
     level0Lines_ = 0;
+    longLines_ = 0;
 
     LineSplitter lines(bytes.data(), bytes.size());
     const char* line;
     qsizetype length;
+    int64_t lineNumber = 0;
     while (lines.next(line, length)) {
+        ++lineNumber;
+        if (length > longestLine) {
+            if (longLines_++ == 0)
+                firstLongLine_ = lineNumber;
+            length = cutLength(line, longestLine);
+        }
         readLine(line, length);
         if (progressDue_) {
             progressDue_ = false;
@@ -75,6 +94,14 @@ void GedcomReader::read(QByteArrayView bytes)
     sharedTexts_.clear();
     sharedValues_ = {};
     store_.resolveLinks();
+    if (longLines_ > 0 && report_)
+        report_(longLines_ == 1
+                    ? QStringLiteral("Line %1 is longer than 1 MB; it is cut there.")
+                          .arg(firstLongLine_)
+                    : QStringLiteral("%1 lines are longer than 1 MB (the first is line %2); they "
+                                     "are cut there.")
+                          .arg(longLines_)
+                          .arg(firstLongLine_));
 }
 
 void GedcomReader::readLine(const char* line, qsizetype length)

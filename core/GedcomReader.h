@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "core/CharsetDecoder.h"
@@ -22,6 +23,11 @@ public:
     using Progress = std::function<void(qint64 position)>;
 
     GedcomReader(RecordStore& store, Report report, Progress progress = {});
+
+    // GEDCOM's own limit is 255 characters a line. A line longer than this
+    // (a name of 200 MB) is cut here, with one message for the load, so the
+    // values the program keeps and shows stay within a few times the file.
+    static constexpr qsizetype longestLine = 1024 * 1024;
 
     // `bytes` is the file with any byte order mark removed and UTF-16 turned
     // into UTF-8 (see prepareFileBytes). Starts by clearing the store.
@@ -62,6 +68,8 @@ private:
     std::vector<QString> sharedValues_;
     int64_t level0Lines_ = 0;
     bool progressDue_ = false;
+    int64_t longLines_ = 0;      // lines cut at longestLine
+    int64_t firstLongLine_ = 0;  // the number of the first
 };
 
 }  // namespace tav

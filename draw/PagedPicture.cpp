@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "draw/PagedPicture.h"
 
 #include "core/Units.h"
@@ -13,15 +14,23 @@ namespace tav {
 
 namespace {
 
+qreal stepOf(qreal page, qreal overlap) { return std::max<qreal>(1, page - overlap); }
+
 // Where the pages of one direction start: every `step` units until the
 // area's end is inside the last page.
 std::vector<qreal> starts(qreal area, qreal page, qreal overlap)
 {
     std::vector<qreal> at{0};
-    const qreal step = std::max<qreal>(1, page - overlap);
+    const qreal step = stepOf(page, overlap);
     while (at.back() + page < area)
         at.push_back(at.back() + step);
     return at;
+}
+
+// The number of those starts.
+double startCount(qreal area, qreal page, qreal overlap)
+{
+    return area <= page ? 1 : 1 + std::ceil((area - page) / stepOf(page, overlap));
 }
 
 // Short strokes at the edges of a page where the neighbouring page's part
@@ -46,6 +55,13 @@ void paintOverlapMarks(QPainter& painter, const QRectF& tile, const QSizeF& area
 
 }  // namespace
 
+qint64 pageCount(QSizeF area, QSizeF page, qreal overlap)
+{
+    const double count = startCount(area.width(), page.width(), overlap) *
+                         startCount(area.height(), page.height(), overlap);
+    return count < 1e15 ? qint64(count) : qint64(1e15);
+}
+
 std::vector<QRectF> pageTiles(QSizeF area, QSizeF page, qreal overlap)
 {
     std::vector<QRectF> tiles;
@@ -69,14 +85,26 @@ int paintOnPages(QPagedPaintDevice& device, const Picture& picture, PageScale sc
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.scale(unitScale, unitScale);
 
-    if (scale == PageScale::FitOnePage) {
+    const qint64 fullSizePages = pageCount(frame.size(), page, pageOverlap);
+    if (scale == PageScale::FitOnePage || fullSizePages > mostFullSizePages) {
         const qreal fit =
             std::min({qreal(1), page.width() / frame.width(), page.height() / frame.height()});
+        painter.save();
         // Centred across the page, from its top.
         painter.translate((page.width() - frame.width() * fit) / 2, 0);
         painter.scale(fit, fit);
         painter.translate(-frame.topLeft());
         picture.paint(painter);
+        painter.restore();
+        if (scale == PageScale::FullSize) {
+            painter.setPen(QColor(120, 120, 120));
+            painter.drawText(QRectF(0, page.height() - 14, page.width(), 14),
+                             Qt::AlignLeft | Qt::AlignBottom,
+                             QStringLiteral("At full size this picture would take %1 pages (at "
+                                            "most %2); it is scaled to fit this page.")
+                                 .arg(fullSizePages)
+                                 .arg(mostFullSizePages));
+        }
         return 1;
     }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "draw/Picture.h"
@@ -23,6 +24,14 @@ constexpr qreal pageOverlap = 24;
 // rectangles relative to the area's top left; neighbours overlap by
 // `overlap`.
 std::vector<QRectF> pageTiles(QSizeF area, QSizeF page, qreal overlap);
+
+// The most pages a picture is printed on at full size; a picture that
+// needs more (a view of boxes a million units apart) is printed on one
+// page, scaled to fit, with a line that says so.
+constexpr qint64 mostFullSizePages = 1000;
+
+// How many pages pageTiles gives, worked out without making them.
+qint64 pageCount(QSizeF area, QSizeF page, qreal overlap);
 
 // Paints the picture (with a margin) on a printer or PDF writer within its
 // page layout's printable area, at the chosen scale. At full size each

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "draw/PictureExport.h"
 
 #include "core/AtomicFile.h"
+#include "core/FileNames.h"
 #include "core/Units.h"
 
 #include <QBuffer>
@@ -11,6 +13,8 @@
 #include <QPdfWriter>
 #include <QSvgGenerator>
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
 
 namespace tav {
@@ -43,24 +47,49 @@ QByteArray bufferBytes(Write&& write)
     return bytes;
 }
 
-QByteArray pngBytes(const Picture& picture)
+QString largestPngText()
 {
+    return QStringLiteral("at most %1 pixels a side and %2 megapixels")
+        .arg(largestPngSide)
+        .arg(largestPngPixels / (1024 * 1024));
+}
+
+Result<QByteArray> pngBytes(const Picture& picture)
+{
+    const double scale = pngScaleFor(picture);
+    if (scale <= 0) {
+        const QSize full = pngSize(picture);
+        return Outcome::failed(QStringLiteral("the picture would be %1 x %2 pixels (%3)")
+                                   .arg(full.width())
+                                   .arg(full.height())
+                                   .arg(largestPngText()));
+    }
     // Opaque: the picture paints its own background.
-    QImage image(pngSize(picture), QImage::Format_RGB32);
+    QImage image(pngSize(picture, scale), QImage::Format_RGB32);
+    if (image.isNull())
+        return Outcome::failed(
+            QStringLiteral("there is not enough memory for a picture of %1 x %2 pixels")
+                .arg(image.width())
+                .arg(image.height()));
     image.fill(Qt::white);
-    const int dotsPerMetre = int(std::lround(pngScale * pixelsPerInch / 0.0254));
+    const int dotsPerMetre = int(std::lround(scale * pixelsPerInch / 0.0254));
     image.setDotsPerMeterX(dotsPerMetre);
     image.setDotsPerMeterY(dotsPerMetre);
     {
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setRenderHint(QPainter::TextAntialiasing);
-        painter.scale(pngScale, pngScale);
+        painter.scale(scale, scale);
         paintFramed(painter, picture);
     }
     // A light compression: a large tree is many megapixels, and the file's
     // few percent more are worth the seconds saved.
-    return bufferBytes([&image](QBuffer& buffer) { image.save(&buffer, "PNG", 80); });
+    bool saved = false;
+    QByteArray bytes =
+        bufferBytes([&](QBuffer& buffer) { saved = image.save(&buffer, "PNG", 80); });
+    if (!saved || bytes.isEmpty())
+        return Outcome::failed(QStringLiteral("the PNG picture could not be made"));
+    return bytes;
 }
 
 QByteArray svgBytes(const Picture& picture)
@@ -113,9 +142,28 @@ std::optional<PictureFormat> pictureFormatFor(const QString& path)
     return std::nullopt;
 }
 
-QSize pngSize(const Picture& picture) { return framed(picture).size() * pngScale; }
+QSize pngSize(const Picture& picture, double scale)
+{
+    // Whole pixels; at a scale below the usual the last part pixel falls in
+    // the margin.
+    const QSize frame = framed(picture).size();
+    const auto pixels = [scale](int units) {
+        return int(std::clamp(std::floor(units * scale + 1e-6), 1.0, double(INT_MAX)));
+    };
+    return QSize(pixels(frame.width()), pixels(frame.height()));
+}
 
-QByteArray pictureBytes(const Picture& picture, PictureFormat format)
+double pngScaleFor(const Picture& picture)
+{
+    const QSize frame = framed(picture).size();
+    const double width = std::max(1, frame.width()), height = std::max(1, frame.height());
+    const double scale =
+        std::min({double(pngScale), largestPngSide / width, largestPngSide / height,
+                  std::sqrt(double(largestPngPixels) / (width * height))});
+    return scale >= smallestPngScale ? scale : 0;
+}
+
+Result<QByteArray> pictureBytes(const Picture& picture, PictureFormat format)
 {
     switch (format) {
     case PictureFormat::Png: return pngBytes(picture);
@@ -127,12 +175,32 @@ QByteArray pictureBytes(const Picture& picture, PictureFormat format)
 
 Outcome exportPicture(const Picture& picture, const QString& path)
 {
+    const QString shown = QDir::toNativeSeparators(shownFileName(path));
     const std::optional<PictureFormat> format = pictureFormatFor(path);
     if (!format)
         return Outcome::failed(QStringLiteral("Cannot save %1: the name must end in .png, .svg "
                                               "or .pdf.")
-                                   .arg(QDir::toNativeSeparators(path)));
-    return writeFileAtomically(path, pictureBytes(picture, *format));
+                                   .arg(shown));
+    // Nothing is written when the picture cannot be made: the old file stays.
+    const Result<QByteArray> bytes = pictureBytes(picture, *format);
+    if (!bytes)
+        return Outcome::failed(QStringLiteral("Cannot save %1: %2.").arg(shown, bytes.message()));
+    return writeFileAtomically(path, *bytes);
+}
+
+QString pictureNote(const Picture& picture, const QString& path)
+{
+    const double scale = pngScaleFor(picture);
+    if (pictureFormatFor(path) != PictureFormat::Png || scale <= 0 || scale >= pngScale)
+        return QString();
+    const QSize size = pngSize(picture, scale);
+    return QStringLiteral("%1 is drawn at %2% of its usual size, %3 x %4 pixels: a picture is %5. "
+                          "SVG and PDF hold the tree at full size.")
+        .arg(QDir::toNativeSeparators(shownFileName(path)))
+        .arg(int(scale / pngScale * 100))
+        .arg(size.width())
+        .arg(size.height())
+        .arg(largestPngText());
 }
 
 }  // namespace tav

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fuzz target: two date texts, read and measured as every window does.
 #include "calc/Dates.h"
 #include "core/Fault.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fuzz target: a GEDCOM file, loaded as the viewer loads it, then walked by
 // everything that reads what it loaded: every grid and list of the record
 // browser with its links and moves, find, the fifteen queries, the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fuzz target: a GEDCOM name shown with every flag set, in the style the
 // input chooses (styles and positions outside the settings' range too).
 #include "calc/Names.h"

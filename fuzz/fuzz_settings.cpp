@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fuzz target: a settings file as another program or an old version may
 // have left it. It is read as the viewer reads it at start, saved as at
 // exit, and read again: what was saved must read back the same.

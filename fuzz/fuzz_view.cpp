@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fuzz target: a saved tree view ("temp.gds") opened over a generated file
 // of 200 people, as the tree window opens it, then driven by every command
 // of the window. A view the reader takes must be one the window can show.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/BasicStatistics.h"
 
 #include "app/Session.h"
@@ -5,6 +6,7 @@
 #include "calc/DescendantCounting.h"
 #include "calc/NameTallies.h"
 #include "core/Fault.h"
+#include "core/FileNames.h"
 #include "reports/LineageGraph.h"
 #include "reports/ReadDate.h"
 #include "reports/ReportLabels.h"
@@ -33,7 +35,7 @@ void addCounts(QStringList& lines, const RecordStore& records)
         else if (sex == QLatin1String("F"))
             ++females;
     }
-    lines << QStringLiteral("File: ") + records.fileName
+    lines << QStringLiteral("File: ") + shownFileName(records.fileName)
           << QStringLiteral("Individuals: %1").arg(records.individualCount())
           << QStringLiteral("Males: %1").arg(males) << QStringLiteral("Females: %1").arg(females)
           << QStringLiteral("Sex unknown: %1").arg(records.individualCount() - males - females)

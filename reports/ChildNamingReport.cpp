@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/ChildNamingReport.h"
 
 #include "app/Session.h"
 #include "calc/NameTallies.h"
+#include "core/FileNames.h"
 #include "reports/ReportLabels.h"
 
 #include <array>
@@ -122,7 +124,7 @@ QStringList childNamingReport(Session& session)
             followingEvery.push_back(slot);
     }
 
-    QStringList lines{QStringLiteral("File: ") + records.fileName, QString()};
+    QStringList lines{QStringLiteral("File: ") + shownFileName(records.fileName), QString()};
     for (size_t r = 0; r < namingRules.size(); ++r)
         lines << QLatin1String(namingRules[r].text) + QStringLiteral(": ") +
                      shareText(followed[r], known[r]);

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/GivenNamesReport.h"
 
 #include "app/Session.h"
 #include "calc/NameTallies.h"
+#include "core/FileNames.h"
 
 namespace tav {
 
@@ -28,7 +30,7 @@ QStringList givenNamesReport(Session& session)
 {
     const NameTallies& tallies = session.nameTallies;
     tallyNames(session.records, session.nameTallies);
-    QStringList lines{QStringLiteral("File: ") + session.records.fileName};
+    QStringList lines{QStringLiteral("File: ") + shownFileName(session.records.fileName)};
     const QString noGivenName = QStringLiteral("(no given name)");
     addSection(lines, tallies.surnames, "Surnames", QStringLiteral("(no surname)"));
     addSection(lines, tallies.maleGivenNames, "Given names of men", noGivenName);

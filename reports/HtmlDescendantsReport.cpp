@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/HtmlDescendantsReport.h"
 
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
 #include "core/Fault.h"
+#include "core/FileNames.h"
 #include "core/RecordStore.h"
 #include "reports/DescendancyOutline.h"
 #include "reports/HtmlPeople.h"

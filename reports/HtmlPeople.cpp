@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/HtmlPeople.h"
 
 #include "calc/Dates.h"
+#include "core/FileNames.h"
 #include "core/RecordStore.h"
 #include "reports/HtmlText.h"
 
@@ -75,7 +77,7 @@ QString htmlPageStart(const QString& title, QLatin1StringView ownStyle)
 
 QString htmlPageEnd(const RecordStore& records, QDate today)
 {
-    const QString file = QFileInfo(records.fileName).fileName();
+    const QString file = shownFileName(QFileInfo(records.fileName).fileName());
     return QStringLiteral("<footer><p>From %1, %2. Written by Tav.</p></footer>\n"
                           "</body>\n</html>\n")
         .arg(htmlEscaped(file), QLocale::c().toString(today, QStringLiteral("d MMMM yyyy")));

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/IntegrityReport.h"
 
 #include "app/Session.h"
 #include "calc/GedcomDateGrammar.h"
+#include "core/FileNames.h"
 #include "reports/LineageGraph.h"
 #include "reports/ReadDate.h"
 #include "reports/ReportLabels.h"
@@ -385,7 +387,7 @@ QStringList IntegrityCheck::report()
     checkParents();
     checkLineage();
 
-    QStringList lines{QStringLiteral("File: ") + r_.fileName};
+    QStringList lines{QStringLiteral("File: ") + shownFileName(r_.fileName)};
     bool found = false;
     for (const ProblemGroup* group : {&missing_, &oneSided_, &capacity_, &sharedIds_, &outOfOrder_,
                                       &unreadable_, &deathBeforeBirth_, &unlikelyBirths_,

@@ -1,15 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/ReportFile.h"
 
 #include "core/AtomicFile.h"
-
-#include <QDir>
-#include <QFileInfo>
+#include "core/FileNames.h"
 
 namespace tav {
 
 Result<QString> writeWholeFile(const QString& path, const QByteArray& bytes)
 {
-    const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    const QString absolute = absoluteFileName(path);
     if (Outcome written = writeFileAtomically(absolute, bytes); !written)
         return written;
     return absolute;

@@ -1,6 +1,7 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The Debian package (scripts/package.sh): cpack -G DEB in the build folder
 # gives tav_VERSION_ARCH.deb of what `cmake --install` lays out, under /usr.
-set(TAV_PACKAGE_MAINTAINER "Tav developers <tav@wendrake.invalid>"
+set(TAV_PACKAGE_MAINTAINER "Wendrake Tav developers <tav@wendrake.org>"
     CACHE STRING "Maintainer named in the Debian package")
 
 set(CPACK_PACKAGE_NAME tav)
@@ -17,7 +18,7 @@ string(JOIN "\n" CPACK_PACKAGE_DESCRIPTION
     "the file."
     "."
     "tav-cli runs the same logic from the command line, for scripts.")
-set(CPACK_PACKAGE_HOMEPAGE_URL "https://wendrake.github.io/tav/")
+set(CPACK_PACKAGE_HOMEPAGE_URL "https://github.com/wendrake/tav")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_GENERATOR DEB)

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds and runs the benchmarks, then measures the peak memory of tav-cli
 # on a generated file of 40000 individuals.
 set -euo pipefail

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds the Debian package (scripts/package.sh) and checks it without
-# installing it: its control fields and file list, the desktop entry and
-# AppStream data through their validators, the manual pages, and the programs
+# installing it: its control fields and file list, lintian, the desktop entry
+# and AppStream data through their validators, the manual pages, and the programs
 # run from a copy unpacked with dpkg-deb -x (the system's Qt, help.txt found
 # through ../share/tav). Exits non-zero on the first failure.
 set -euo pipefail
@@ -18,7 +19,7 @@ fail() {
 }
 
 echo "=== $deb"
-dpkg-deb --field "$deb" Package Version Architecture Section Depends Recommends
+dpkg-deb --field "$deb" Package Version Architecture Section Maintainer Homepage Depends Recommends
 depends=$(dpkg-deb --field "$deb" Depends)
 for library in libqt6core6 libqt6gui6 libqt6widgets6 libqt6svg6 libc6; do
   grep -q "$library" <<<"$depends" || fail "Depends lacks $library: $depends"
@@ -31,6 +32,8 @@ sort >"$work/expected" <<FILES
 ./usr/bin/tav
 ./usr/bin/tav-cli
 ./usr/share/applications/$id.desktop
+./usr/share/doc/tav/changelog.gz
+./usr/share/doc/tav/copyright
 ./usr/share/icons/hicolor/256x256/apps/$id.png
 ./usr/share/icons/hicolor/48x48/apps/$id.png
 ./usr/share/icons/hicolor/scalable/apps/$id.svg
@@ -43,6 +46,12 @@ diff -u "$work/expected" "$work/files" || fail "the package's files differ from 
 
 root="$work/root"
 dpkg-deb -x "$deb" "$root"
+
+echo "=== lintian"
+# Debian's own checks of a package: no errors and no warnings.
+lintian --fail-on error,warning --tag-display-limit 0 "$deb" ||
+  fail "lintian finds errors or warnings in $deb"
+echo "lintian: no errors, no warnings"
 
 echo "=== desktop-file-validate"
 desktop-file-validate "$root/usr/share/applications/$id.desktop"

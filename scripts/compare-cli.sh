@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs two tav-cli binaries over the same commands on every file of a folder
 # of GEDCOM files (default ../shared/gedcom) and compares what they print,
 # standard output, standard error and exit status, byte for byte. Used to

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Proves the package installs on a fresh Debian 12: makes a minimal Debian 12
 # system with debootstrap in a temporary folder, installs dist/tav_*.deb into
 # it with `apt install`, then, as an ordinary user of that system, runs the

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs every libFuzzer target of fuzz/ for SECONDS each (default 60), built
 # by the "fuzz" preset (clang, AddressSanitizer and UndefinedBehaviorSanitizer).
 # Each starts from seeds made now from the real GEDCOM files of

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds the Debian package dist/tav_VERSION_ARCH.deb from the release build
 # with CPack: the files of `cmake --install` under /usr, stripped, with the
 # dependencies dpkg-shlibdeps finds for the libraries the programs link.

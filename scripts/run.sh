@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds the viewer and opens it on the demo family file. Without a display
 # it runs the viewer under Xvfb, saves a picture of the main window to
 # screenshots/main-window.png and exits.

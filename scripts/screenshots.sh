@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Saves pictures of the viewer's windows on a GEDCOM file (default: the demo
 # file) to screenshots/, under Xvfb when there is no display.
 set -euo pipefail

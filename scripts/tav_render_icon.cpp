@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tav-render-icon SVG SIZE OUT.png: draws the program's SVG icon as a square
 // PNG of SIZE pixels, for the desktop's fixed-size icon folders. Run by the
 // build, so the PNGs always match the SVG.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tav-screenshots FILE OUTDIR: saves pictures of the windows on FILE, for
 // looking at them as a user would (run under Xvfb: scripts/screenshots.sh).
 #include "app/Messages.h"

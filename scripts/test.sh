@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds everything and runs every test twice: an optimised build, then a
 # debug build under AddressSanitizer and UndefinedBehaviorSanitizer. The
 # Debian package is built from the optimised build and checked in between.

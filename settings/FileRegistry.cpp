@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/RegFile.h"
 #include "settings/RegistryBackend.h"
 
 #include "core/AtomicFile.h"
+#include "core/FileNames.h"
+#include "core/FileReading.h"
 
-#include <QFile>
+#include <cstdio>
 
 namespace tav {
 
@@ -28,24 +31,41 @@ class FileRegistry : public RegistryBackend {
 public:
     explicit FileRegistry(const QString& path) : file_(path)
     {
+        const QString shown = shownFileName(path);
         const Result<RegFile::Reading> read = file_.load();
         if (!read) {
             // An unreadable file is never replaced.
             problems_ << QStringLiteral("the settings file %1 cannot be read (%2); the defaults "
                                         "are used and it is not written over")
-                             .arg(path, read.message());
+                             .arg(shown, read.message());
             unwritable_ = Outcome::failed(
                 QStringLiteral("Cannot save %1: it could not be read when Tav started "
                                "(%2), so it is left as it is.")
-                    .arg(path, read.message()));
+                    .arg(shown, read.message()));
             return;
         }
-        for (const QString& problem : read->problems)
+        if (!read->unusable.isEmpty()) {
+            // No settings file at all (a large or a binary file in its
+            // place): one note, and the file goes aside whole before the
+            // first save.
+            problems_ << QStringLiteral("the settings file %1 %2; the defaults are used, and it is "
+                                        "kept as %1.damaged when the settings are saved")
+                             .arg(shown, read->unusable);
+            moveAside_ = true;
+            return;
+        }
+        constexpr qsizetype problemsTold = 20;
+        for (const QString& problem : read->problems.mid(0, problemsTold))
             problems_ << QStringLiteral("the settings file %1, %2: the line is skipped")
-                             .arg(path, problem);
-        // The bytes of a damaged file are kept beside it before it is first
-        // replaced.
-        if (!read->problems.isEmpty())
+                             .arg(shown, problem);
+        if (read->problems.size() > problemsTold)
+            problems_ << QStringLiteral("the settings file %1: %2 more lines that cannot be read "
+                                        "are skipped")
+                             .arg(shown)
+                             .arg(read->problems.size() - problemsTold);
+        // The bytes of a damaged file, or of one with lines a save does not
+        // keep (comments), are kept beside it before it is first replaced.
+        if (!read->problems.isEmpty() || read->dropsLines)
             damagedBytes_ = read->bytes;
     }
 
@@ -119,18 +139,26 @@ private:
         return written_ ? 0 : accessDenied;
     }
 
+    QString damagedPath(int n) const
+    {
+        return file_.path() + QStringLiteral(".damaged") + (n ? QStringLiteral(".%1").arg(n) : "");
+    }
+
     // Writes the damaged file's bytes to "Tav.reg.damaged" (or, when that
-    // holds other bytes already, "Tav.reg.damaged.1" and so on), once.
+    // holds other bytes already, "Tav.reg.damaged.1" and so on), once; a
+    // file that is no settings file is moved there whole.
     Outcome keepDamagedCopy()
     {
+        if (moveAside_)
+            return moveAside();
         if (damagedBytes_.isEmpty())
             return {};
         for (int n = 0; n < 100; ++n) {
-            const QString path =
-                file_.path() + QStringLiteral(".damaged") + (n ? QStringLiteral(".%1").arg(n) : "");
-            QFile existing(path);
-            if (existing.exists()) {
-                if (existing.open(QIODevice::ReadOnly) && existing.readAll() == damagedBytes_)
+            const QString path = damagedPath(n);
+            if (fileKindOf(path) != FileKind::Missing) {
+                const Result<QByteArray> existing =
+                    readWholeFile(path, RegFile::largestFile, OddFiles::Refused);
+                if (existing && *existing == damagedBytes_)
                     break;
                 continue;
             }
@@ -142,9 +170,31 @@ private:
         return {};
     }
 
+    Outcome moveAside()
+    {
+        if (fileKindOf(file_.path()) == FileKind::Missing) {  // gone meanwhile: nothing to keep
+            moveAside_ = false;
+            return {};
+        }
+        for (int n = 0; n < 100; ++n) {
+            const QString path = damagedPath(n);
+            if (fileKindOf(path) != FileKind::Missing)
+                continue;
+            if (std::rename(fileNameToBytes(file_.path()).constData(),
+                            fileNameToBytes(path).constData()) != 0)
+                break;
+            moveAside_ = false;
+            return {};
+        }
+        return Outcome::failed(QStringLiteral("Cannot save %1: it could not be kept beside it as "
+                                              "%1.damaged, so it is left as it is.")
+                                   .arg(shownFileName(file_.path())));
+    }
+
     RegFile file_;
     QStringList problems_;
     QByteArray damagedBytes_;
+    bool moveAside_ = false;  // the file is no settings file: it goes aside whole
     Outcome unwritable_;  // failed when the file is never written, saying why
     Outcome written_;     // the last write, or the batch's
     int batchDepth_ = 0;

@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/RegFile.h"
 
 #include "core/AtomicFile.h"
+#include "core/FileNames.h"
+#include "core/FileReading.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -86,7 +88,7 @@ bool parseValue(const QString& data, RegFile::Value& value)
         if (!readQuoted(data, at, text) || !data.mid(at).trimmed().isEmpty())
             return false;
         value.type = RegFile::String;
-        value.data = text.toUtf8() + '\0';
+        value.data = fileNameToBytes(text) + '\0';
         return true;
     }
     if (startsWithWord(data, QLatin1String("dword:"))) {
@@ -134,7 +136,8 @@ QString withoutLoneSurrogates(QString text)
 }
 
 // The text of a registry file: UTF-16 with its byte order mark as regedit
-// exports it, else UTF-8 (a byte order mark skipped).
+// exports it, else UTF-8 (a byte order mark skipped), any other bytes kept
+// as file names keep them (a recent file whose name is not UTF-8).
 QString decodedText(const QByteArray& bytes)
 {
     if (bytes.startsWith("\xFF\xFE"))
@@ -146,10 +149,19 @@ QString decodedText(const QByteArray& bytes)
             text[i] = QChar(char16_t((uchar(bytes[2 + 2 * i]) << 8) | uchar(bytes[3 + 2 * i])));
         return withoutLoneSurrogates(text);
     }
-    QString text = QString::fromUtf8(bytes);
+    QString text = fileNameFromBytes(bytes);
     if (text.startsWith(QChar(0xFEFF)))
         text.remove(0, 1);
     return text;
+}
+
+// Text has no control characters but tabs and line ends: a file with a NUL
+// or an escape in it is some other file.
+bool isText(const QString& text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar c) {
+        return c.unicode() < 0x20 && c != u'\t' && c != u'\r' && c != u'\n';
+    });
 }
 
 QString valueText(const RegFile::Value& value)
@@ -183,6 +195,28 @@ QString valueText(const RegFile::Value& value)
 
 RegFile::RegFile(QString path) : path_(std::move(path)) {}
 
+RegFile::Value* RegFile::Key::find(const QString& name)
+{
+    const auto found = places.constFind(name.toLower());
+    return found == places.constEnd() ? nullptr : &values[*found];
+}
+
+const RegFile::Value* RegFile::Key::find(const QString& name) const
+{
+    return const_cast<Key*>(this)->find(name);
+}
+
+RegFile::Value& RegFile::Key::place(const QString& name)
+{
+    const QString lower = name.toLower();
+    const auto found = places.constFind(lower);
+    if (found != places.constEnd())
+        return values[*found];
+    places.insert(lower, values.size());
+    values.push_back(Value{name, String, {}});
+    return values.back();
+}
+
 bool RegFile::hasKey(const QString& key) const { return keys_.count(key.toLower()) > 0; }
 
 void RegFile::createKey(const QString& key)
@@ -195,27 +229,15 @@ void RegFile::createKey(const QString& key)
 const RegFile::Value* RegFile::value(const QString& key, const QString& name) const
 {
     const auto found = keys_.find(key.toLower());
-    if (found == keys_.end())
-        return nullptr;
-    for (const Value& v : found->second.values) {
-        if (v.name.compare(name, Qt::CaseInsensitive) == 0)
-            return &v;
-    }
-    return nullptr;
+    return found == keys_.end() ? nullptr : found->second.find(name);
 }
 
 void RegFile::setValue(const QString& key, const Value& value)
 {
     createKey(key);
-    std::vector<Value>& values = keys_[key.toLower()].values;
-    for (Value& v : values) {
-        if (v.name.compare(value.name, Qt::CaseInsensitive) == 0) {
-            v.type = value.type;
-            v.data = value.data;
-            return;
-        }
-    }
-    values.push_back(value);
+    Value& stored = keys_[key.toLower()].place(value.name);
+    stored.type = value.type;
+    stored.data = value.data;
 }
 
 QByteArray RegFile::text() const
@@ -226,16 +248,18 @@ QByteArray RegFile::text() const
         for (const Value& v : key.values)
             out += valueText(v) + QLatin1Char('\n');
     }
-    return out.toUtf8();
+    return fileNameToBytes(out);
 }
 
-QStringList RegFile::parse(const QByteArray& bytes)
+QStringList RegFile::parse(const QByteArray& bytes) { return parseText(decodedText(bytes)); }
+
+QStringList RegFile::parseText(QString text)
 {
     QStringList problems;
     const auto skip = [&problems](qsizetype line, const char* what) {
         problems << QStringLiteral("line %1: %2").arg(line).arg(QLatin1String(what));
     };
-    QString text = decodedText(bytes);
+    droppedLines_ = false;
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     const QStringList lines = text.split(QLatin1Char('\n'));
@@ -251,8 +275,12 @@ QStringList RegFile::parse(const QByteArray& bytes)
             line.chop(1);
             line += lines[++n].trimmed();
         }
-        if (line.isEmpty() || line.startsWith(QLatin1Char(';')))
+        if (line.isEmpty())
             continue;
+        if (line.startsWith(QLatin1Char(';'))) {  // a comment, which a save does not keep
+            droppedLines_ = true;
+            continue;
+        }
         // The header line is expected first; a file without one is read all the same.
         if (!headerSeen) {
             headerSeen = true;
@@ -265,8 +293,10 @@ QStringList RegFile::parse(const QByteArray& bytes)
                 skip(number, "a key that is not closed");
                 continue;
             }
-            if (line[1] == u'-')  // a key deleted by an export: nothing to read
+            if (line[1] == u'-') {  // a key deleted by an export: nothing to read
+                droppedLines_ = true;
                 continue;
+            }
             current = line.mid(1, line.size() - 2);
             keys.try_emplace(current.toLower()).first->second.name = current;
             continue;
@@ -286,8 +316,10 @@ QStringList RegFile::parse(const QByteArray& bytes)
             continue;
         }
         const QString data = line.mid(at + 1).trimmed();
-        if (data == QLatin1String("-"))  // a value deleted by an export
+        if (data == QLatin1String("-")) {  // a value deleted by an export
+            droppedLines_ = true;
             continue;
+        }
         if (current.isEmpty()) {
             skip(number, "a value outside a key");
             continue;
@@ -296,14 +328,14 @@ QStringList RegFile::parse(const QByteArray& bytes)
             skip(number, "a value that cannot be read");
             continue;
         }
-        std::vector<Value>& values = keys[current.toLower()].values;
-        const auto same = std::find_if(values.begin(), values.end(), [&](const Value& v) {
-            return v.name.compare(value.name, Qt::CaseInsensitive) == 0;
-        });
-        if (same != values.end())
-            *same = value;
-        else
-            values.push_back(value);
+        // A value given again replaces the one before, which is then lost.
+        Key& key = keys[current.toLower()];
+        const size_t before = key.values.size();
+        Value& stored = key.place(value.name);
+        if (key.values.size() == before)
+            droppedLines_ = true;
+        stored.type = value.type;
+        stored.data = std::move(value.data);
     }
     keys_ = std::move(keys);
     return problems;
@@ -312,14 +344,29 @@ QStringList RegFile::parse(const QByteArray& bytes)
 Result<RegFile::Reading> RegFile::load()
 {
     keys_.clear();
+    droppedLines_ = false;
     Reading reading;
-    QFile file(path_);
-    if (!file.exists())
+    qint64 size = 0;
+    const FileKind kind = fileKindOf(path_, &size);
+    if (kind == FileKind::Missing)
         return reading;
-    if (!file.open(QIODevice::ReadOnly))
-        return Outcome::failed(file.errorString());
-    reading.bytes = file.readAll();
-    reading.problems = parse(reading.bytes);
+    if (kind != FileKind::Regular)
+        return Outcome::failed(QStringLiteral("it is %1, not a file").arg(fileKindText(kind)));
+    if (size > largestFile) {
+        reading.unusable = QStringLiteral("is larger than %1 MB").arg(largestFile / (1024 * 1024));
+        return reading;
+    }
+    Result<QByteArray> bytes = readWholeFile(path_, largestFile, OddFiles::Refused);
+    if (!bytes)
+        return Outcome::failed(bytes.message());
+    const QString text = decodedText(*bytes);
+    if (!isText(text)) {
+        reading.unusable = QStringLiteral("is not text");
+        return reading;
+    }
+    reading.bytes = std::move(bytes.value());
+    reading.problems = parseText(text);
+    reading.dropsLines = droppedLines_;
     return reading;
 }
 

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/RegistryStore.h"
 
 #include "core/Fault.h"
+#include "core/FileNames.h"
 #include "core/TextNumbers.h"
 #include "settings/IniFile.h"
 #include "settings/RegistryBackend.h"
@@ -48,8 +50,13 @@ RegistryStore::~RegistryStore() = default;
 
 QString RegistryStore::defaultRegistryFile()
 {
-    static const QString path =
-        registryFileFor(qEnvironmentVariable("XDG_CONFIG_HOME"), QDir::homePath());
+    // Folder names are the system's bytes, which need not be UTF-8.
+    const auto folder = [](const char* variable) {
+        return fileNameFromBytes(qgetenv(variable));
+    };
+    static const QString path = registryFileFor(
+        folder("XDG_CONFIG_HOME"), qEnvironmentVariableIsEmpty("HOME") ? QDir::homePath()
+                                                                        : folder("HOME"));
     return path;
 }
 
@@ -113,8 +120,9 @@ int32_t RegistryStore::regRead(const QString& root, const QString& keyPath,
     // The value is read as raw bytes into the buffer the type code expects,
     // whatever type it was stored with.
     if (code == QLatin1String("S")) {
+        // Text is UTF-8; a file name of other bytes keeps them.
         if (!data.isEmpty())
-            result = QString::fromUtf8(data.left(data.size() - 1));
+            result = fileNameFromBytes(data.left(data.size() - 1));
     } else if (code == QLatin1String("B")) {
         if (data.size() > 2)
             return statusMoreData;
@@ -146,7 +154,7 @@ int32_t RegistryStore::regWrite(const QString& root, const QString& keyPath,
     try {
         if (code == QLatin1String("S"))
             status = backend_->setValue(rootKey, keyPath, valueName, typeString,
-                                        value.toString().toUtf8() + '\0');
+                                        fileNameToBytes(value.toString()) + '\0');
         else if (code == QLatin1String("B"))
             status = backend_->setValue(rootKey, keyPath, valueName, typeBinary,
                                         littleEndianBytes(value.toBool() ? -1 : 0, 2));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Windows registry behind the settings store (built on Windows only).
 #include "settings/RegistryBackend.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/AncestorsFixtures.h"
 #include "tests/TreeTestSupport.h"
 #include "windowlogic/ancestors/AncestorsWindowLogic.h"

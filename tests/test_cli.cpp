@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/GedcomLoading.h"
 #include "tests/CliTest.h"
 
@@ -165,8 +166,10 @@ TEST_F(CliTest, HelpPrintsATopicOfTheHelpFileInTheCurrentFolder)
     CliResult r = runTavCli({QStringLiteral("help"), QStringLiteral("Find")});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, QStringList({"", "First line.", "Second line."}));
-    EXPECT_EQ(runTavCli({QStringLiteral("help"), QStringLiteral("Nothing")}).out,
-              QStringList{QString()});
+    const CliResult unknown = runTavCli({QStringLiteral("help"), QStringLiteral("Nothing")});
+    EXPECT_EQ(unknown.status, 1);
+    EXPECT_EQ(unknown.err, QStringList{QStringLiteral("There is no help topic Nothing.")});
+    EXPECT_TRUE(unknown.out.isEmpty());
     QFile::remove(QStringLiteral("help.txt"));
     r = runTavCli({QStringLiteral("help"), QStringLiteral("Find")});
     QDir::setCurrent(before);
@@ -355,8 +358,8 @@ TEST_F(CliTest, QueriesListTheirResultsAndOpenTheBrowserAsTheWindowDoes)
     EXPECT_EQ(r.out, QStringList({"Results (1 item found)", "-------FAMILIES-------",
                                   "F1. SMITH, John & JONES, Mary"}));
     r = runTavCli({QStringLiteral("query"), path, QStringLiteral("8"), QStringLiteral("two")});
-    EXPECT_EQ(r.out, QStringList{QString()})
-        << "a number box that holds no number computes nothing: the list stays as it was";
+    EXPECT_EQ(r.status, 2) << "N that is no number is a usage error, not an empty list";
+    EXPECT_TRUE(r.out.isEmpty());
 }
 
 TEST_F(CliTest, AQueryPastTheResultTablesCapacityListsTheFirst200WithANote)
@@ -372,4 +375,67 @@ TEST_F(CliTest, AQueryPastTheResultTablesCapacityListsTheFirst200WithANote)
     EXPECT_EQ(r.out.value(0), QStringLiteral("Results (200 items found)"));
     EXPECT_EQ(r.out.size(), 202);
     EXPECT_EQ(r.out.last(), QStringLiteral("I200. ?"));
+}
+
+// A number that names no record, whatever its size, is decision of the
+// file: "There is no individual N in this file."; what is no number where
+// one is needed is a usage error. Both exit with status 2 and print nothing.
+TEST_F(CliTest, RefusalsSayWhetherTheNumberOrTheArgumentIsWrong)
+{
+    const QString path =
+        writeFile(test::gedcomText({"0 @I1@ INDI", "1 NAME Ann /Bo/", "0 @I2@ INDI", "0 @F1@ FAM",
+                                    "1 CHIL @I1@", "1 CHIL @I2@"}),
+                  "two.ged");
+    const struct {
+        QStringList arguments;
+        QString firstError;
+    } refused[] = {
+        {{"show", path, "IND", "99999999999"}, "There is no individual 99999999999 in this file."},
+        {{"show", path, "FAM", "-99999999999999999999"},
+         "There is no family -99999999999999999999 in this file."},
+        {{"relate", path, "1", "+3"}, "There is no individual +3 in this file."},
+        {{"descendants", path, "0"}, "There is no individual 0 in this file."},
+        {{"show", path, "IND", "abc"}, "tav-cli: \"abc\" is not a whole number"},
+        {{"query", path, "4", "abc"}, "tav-cli: N must be a whole number, not \"abc\""},
+        {{"query", path, "4", ""}, "tav-cli: N must be a whole number, not \"\""},
+        {{"query", path, "99999999999"}, "tav-cli: INDEX is 0 to 14"},
+        {{"tree", path, "1", "--font-size", "99999999999"},
+         "tav-cli: \"99999999999\" is too large a number"},
+    };
+    for (const auto& c : refused) {
+        const CliResult r = runTavCli(c.arguments);
+        EXPECT_EQ(r.status, 2) << c.arguments.join(' ').toStdString();
+        EXPECT_EQ(r.err.value(0), c.firstError) << c.arguments.join(' ').toStdString();
+        EXPECT_TRUE(r.out.isEmpty()) << c.arguments.join(' ').toStdString();
+    }
+    EXPECT_EQ(runTavCli({"query", path, "4", " 1"}).status, 0) << "N as the window's box takes it";
+}
+
+// Control characters in the file reach standard output as \xHH: a NUL, an
+// escape that would colour the terminal, a C1 control; TAB, CR and LF keep
+// their own escapes in grids and lines, and reports keep line ends.
+TEST_F(CliTest, ControlCharactersArePrintedAsEscapes)
+{
+    const char raw[] = "1 NAME Jo\x01hn\0x\x1B[31m\xC2\x85 /Sm\tith/";
+    const QByteArray name(raw, sizeof raw - 1);
+    const QString path = writeFile("0 @I1@ INDI\n" + name + "\n1 OCCU a\\b\n", "controls.ged");
+    const CliResult shown = runTavCli({"show", path, "IND", "1"});
+    ASSERT_EQ(shown.status, 0);
+    EXPECT_EQ(shown.out.value(0), QStringLiteral("SM\tITH, Jo\\x01hn\\x00x\\x1B[31m\\x85 (1)"));
+    EXPECT_TRUE(
+        shown.out.contains(QStringLiteral("Name\tSM\\tITH, Jo\\x01hn\\x00x\\x1B[31m\\x85")));
+    EXPECT_TRUE(
+        shown.out.filter(QStringLiteral("Occ")).value(0).endsWith(QStringLiteral("\ta\\\\b")))
+        << "a backslash in a cell is doubled";
+    const CliResult found = runTavCli({"find", path, "Jo"});
+    ASSERT_EQ(found.status, 0);
+    EXPECT_TRUE(
+        found.out.contains(QStringLiteral("I001. SM\\tITH, Jo\\x01hn\\x00x\\x1B[31m\\x85")));
+    const CliResult report = runTavCli({"report", path, "GivenNames"});
+    for (const CliResult* r : {&shown, &found, &report}) {
+        for (const QString& line : r->out)
+            EXPECT_FALSE(std::any_of(line.begin(), line.end(), [](QChar c) {
+                return c < u' ' && c != u'\t';
+            })) << line.toStdString();
+    }
 }

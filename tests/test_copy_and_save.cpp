@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Taking what a window shows elsewhere: grids, lists and results as CSV and
 // tab-separated text, reports as text files, and tav-cli printing the same.
 #include "core/TableText.h"

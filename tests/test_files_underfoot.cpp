@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files that other programs change while Tav reads or writes them.
 #include "app/GedcomLoading.h"
 #include "bench/GedcomGenerator.h"

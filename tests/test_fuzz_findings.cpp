@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the fuzz targets of fuzz/ found, each kept as the input that showed
 // it, so the fault stays fixed.
 #include "calc/Dates.h"

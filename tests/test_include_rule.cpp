@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Every library folder uses only the folders below it. The table here is the
 // rule; the README's Layout shows the same table to readers.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Cross-references as codes: the same text always gives the same code,
 // whichever of the two tables it went to, and different texts never share
 // one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Going to a person by name: which people the box offers for the letters
 // typed, and in which order.
 #include "settings/RegistryStore.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/OffscreenGui.h"
 #include "draw/PagedPicture.h"
 #include "draw/PictureExport.h"
@@ -10,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 using namespace tav;
 
@@ -53,18 +56,18 @@ TEST(PictureExportTest, EachFormatHoldsTheWholePicture)
     // The picture is 360 by 40 units with 24 around: 408 by 88, doubled.
     EXPECT_EQ(pngSize(picture), QSize(816, 176));
     QImage png;
-    ASSERT_TRUE(png.loadFromData(pictureBytes(picture, PictureFormat::Png), "PNG"));
+    ASSERT_TRUE(png.loadFromData(*pictureBytes(picture, PictureFormat::Png), "PNG"));
     EXPECT_EQ(png.size(), QSize(816, 176));
     EXPECT_NE(png.pixel(2 * 24, 2 * 24 + 20), QColor(Qt::white).rgb())
         << "the first box's left edge";
     EXPECT_EQ(png.pixel(5, 5), QColor(Qt::white).rgb()) << "the margin";
 
     QString problem;
-    const QStringList texts = svgTexts(pictureBytes(picture, PictureFormat::Svg), &problem);
+    const QStringList texts = svgTexts(*pictureBytes(picture, PictureFormat::Svg), &problem);
     EXPECT_TRUE(problem.isEmpty()) << problem.toStdString();
     EXPECT_EQ(texts, QStringList({"Box 1 <&>", "Box 2 <&>", "Box 3 <&>"})) << "labels as text";
 
-    const QByteArray pdf = pictureBytes(picture, PictureFormat::Pdf);
+    const QByteArray pdf = *pictureBytes(picture, PictureFormat::Pdf);
     EXPECT_TRUE(pdf.startsWith("%PDF-"));
     EXPECT_EQ(pdfPages(pdf), 1);
 }
@@ -123,4 +126,76 @@ TEST(PictureExportTest, PagesHoldTheTreeWholeOrAtFullSizeInReadingOrder)
         print(wide, PageScale::FullSize, QPageLayout::Landscape);
     EXPECT_EQ(landscapePages, landscape);
     EXPECT_LT(landscape, portrait) << "a landscape page holds more of a wide tree";
+}
+
+// A PNG past 16384 pixels a side or 128 megapixels is drawn smaller, down
+// to an eighth of its usual scale, and says so; beyond that it is refused
+// by name and size, and the file there before stays as it was. SVG and PDF
+// hold it whole.
+TEST(PictureExportTest, APngTooLargeIsDrawnSmallerOrRefusedAndTheOldFileStays)
+{
+    ensureOffscreenGui();
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("tree.png"));
+    const auto fileBytes = [&path] {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+
+    // 100 boxes: 12048 units with the margin, 24096 pixels at twice the scale.
+    const Picture wide = labelledBoxes(100);
+    EXPECT_DOUBLE_EQ(pngScaleFor(wide), 16384.0 / 12048);
+    EXPECT_EQ(exportPicture(wide, path).message(), QString());
+    const QImage drawn(path);
+    EXPECT_EQ(drawn.size(), QSize(16384, 119));
+    EXPECT_EQ(pictureNote(wide, path),
+              QStringLiteral("%1 is drawn at 67% of its usual size, 16384 x 119 pixels: a picture "
+                             "is at most 16384 pixels a side and 128 megapixels. SVG and PDF hold "
+                             "the tree at full size.")
+                  .arg(path));
+    EXPECT_EQ(pictureNote(labelledBoxes(3), path), QString()) << "a usual picture";
+
+    // Square: the pixel count, not a side, decides.
+    const Picture square{QRectF(0, 0, 9952, 9952), [](QPainter&) {}};
+    EXPECT_NEAR(pngScaleFor(square), std::sqrt(128.0 * 1024 * 1024) / 10000, 1e-9);
+    const QSize squarePixels = pngSize(square, pngScaleFor(square));
+    EXPECT_LE(qint64(squarePixels.width()) * squarePixels.height(), largestPngPixels);
+
+    // 600 boxes would need less than an eighth of the scale.
+    const QByteArray before = fileBytes();
+    const Picture tooWide = labelledBoxes(600);
+    EXPECT_EQ(pngScaleFor(tooWide), 0);
+    EXPECT_EQ(exportPicture(tooWide, path).message(),
+              QStringLiteral("Cannot save %1: the picture would be 144096 x 176 pixels (at most "
+                             "16384 pixels a side and 128 megapixels).")
+                  .arg(path));
+    EXPECT_EQ(fileBytes(), before) << "the old picture stays, byte for byte";
+    EXPECT_FALSE(pictureBytes(tooWide, PictureFormat::Png));
+    ASSERT_TRUE(pictureBytes(tooWide, PictureFormat::Svg));
+    QString problem;
+    EXPECT_EQ(svgTexts(*pictureBytes(tooWide, PictureFormat::Svg), &problem).size(), 600);
+    EXPECT_EQ(pdfPages(*pictureBytes(tooWide, PictureFormat::Pdf)), 1);
+}
+
+// A picture that would take more than a thousand pages at full size is
+// printed on one page, scaled to fit.
+TEST(PictureExportTest, APictureOfTooManyPagesIsPrintedOnOne)
+{
+    for (const QSizeF area : {QSizeF(250, 120), QSizeF(1000, 100), QSizeF(100, 100)})
+        EXPECT_EQ(pageCount(area, QSizeF(100, 100), 20),
+                  qint64(pageTiles(area, QSizeF(100, 100), 20).size()));
+    EXPECT_GT(pageCount(QSizeF(2e9, 2e9), QSizeF(700, 1000), 24), 1e12);
+
+    ensureOffscreenGui();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter pdf(&buffer);
+    pdf.setPageSize(QPageSize(QPageSize::A4));
+    const Picture huge{QRectF(-1e9, 0, 2e9, 1e5), [](QPainter& painter) {
+                           painter.drawLine(QPointF(-1e9, 0), QPointF(1e9, 1e5));
+                       }};
+    EXPECT_EQ(paintOnPages(pdf, huge, PageScale::FullSize), 1);
+    buffer.close();
+    EXPECT_EQ(pdfPages(bytes), 1);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/DescendantCounting.h"
 #include "reports/ReportKinds.h"
 #include "tests/TestSupport.h"

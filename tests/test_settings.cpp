@@ -1,10 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/RegistryStore.h"
 #include "settings/Settings.h"
 #include "settings/SettingsPersistence.h"
 
 #include "tests/QtPrinters.h"
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
@@ -23,10 +27,15 @@ protected:
 
     void writeRegFile(const QByteArray& body)
     {
+        writeRegBytes("Windows Registry Editor Version 5.00\r\n\r\n" + body);
+    }
+    // The settings file's bytes, whatever they are.
+    void writeRegBytes(const QByteArray& bytes)
+    {
         QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
         QFile file(regPath());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("Windows Registry Editor Version 5.00\r\n\r\n" + body);
+        file.write(bytes);
     }
 
     Settings loaded(const QString& section = QStringLiteral("ALL"))
@@ -256,12 +265,7 @@ TEST_F(SettingsTest, ABadLineCostsOnlyItselfAndTheDamagedFileIsKeptOnce)
                                "garbage \xff\r\n"
                                "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\Tree]\r\n"
                                "\"ViewMainLine\"=hex:01,00\r\n";
-    QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
-    {
-        QFile file(regPath());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(damaged);
-    }
+    writeRegBytes(damaged);
     RegistryStore store(regPath());
     EXPECT_EQ(store.loadProblems(),
               QStringList({QStringLiteral("the settings file %1, line 4: a value that cannot be "
@@ -324,4 +328,116 @@ TEST_F(SettingsTest, AnEmptyOrRelativeConfigHomeIsIgnored)
         RegistryStore::registryFileFor(QStringLiteral("/data/cfg/"), QStringLiteral("/home/ann")),
         QStringLiteral("/data/cfg/Wendrake/Tav.reg"));
     EXPECT_TRUE(QDir::isAbsolutePath(RegistryStore::defaultRegistryFile()));
+}
+
+namespace {
+
+QByteArray fileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+}  // namespace
+
+// A file in the settings' place that is no settings file (larger than 1 MB,
+// or binary): one note, the defaults, and at the first save the file goes
+// aside whole as Tav.reg.damaged before the new one is written.
+TEST_F(SettingsTest, ALargeOrBinaryFileIsSetAsideWholeWithOneNote)
+{
+    QByteArray large = "Windows Registry Editor Version 5.00\r\n\r\n"
+                       "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\r\n"
+                       "\"SurnameStyle\"=dword:00000005\r\n";
+    while (large.size() <= 2 * 1024 * 1024)
+        large += "\"filler\"=\"" + QByteArray(200, 'x') + "\"\r\n";
+    QByteArray binary(4096, '\0');
+    for (int i = 0; i < binary.size(); ++i)
+        binary[i] = char((i * 7919) % 251);
+
+    const struct {
+        QByteArray bytes;
+        const char* why;
+    } cases[] = {{large, "is larger than 1 MB"}, {binary, "is not text"}};
+    for (const auto& file : cases) {
+        QDir(dir.path()).removeRecursively();
+        writeRegBytes(file.bytes);
+        RegistryStore store(regPath());
+        EXPECT_EQ(store.loadProblems(),
+                  QStringList{QStringLiteral("the settings file %1 %2; the defaults are used, and "
+                                             "it is kept as %1.damaged when the settings are saved")
+                                  .arg(regPath(), QLatin1String(file.why))});
+        Settings s;
+        loadSettings(s, store, QStringLiteral("ALL"));
+        EXPECT_EQ(s.SurnameStyle, 2) << file.why << ": nothing of it is read";
+        EXPECT_EQ(fileBytes(regPath()), file.bytes) << "nothing is written before the first save";
+
+        s.SurnamePosn = 3;
+        EXPECT_TRUE(saveSettings(s, store)) << file.why;
+        EXPECT_EQ(fileBytes(regPath() + QStringLiteral(".damaged")), file.bytes) << file.why;
+        EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty());
+        EXPECT_EQ(loaded().SurnamePosn, 3);
+    }
+}
+
+// Lines the writer would not write back (a comment, a deleted value, a value
+// given twice) cost nothing at start, but the file's bytes are kept before
+// the first save; many bad lines are told twenty at a time.
+TEST_F(SettingsTest, LinesASaveDropsAreKeptAndManyBadLinesAreSummed)
+{
+    const QByteArray commented = "Windows Registry Editor Version 5.00\r\n\r\n"
+                                 "; my note: style 5 is for the club\r\n"
+                                 "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\r\n"
+                                 "\"SurnameStyle\"=dword:00000005\r\n";
+    writeRegBytes(commented);
+    {
+        RegistryStore store(regPath());
+        EXPECT_TRUE(store.loadProblems().isEmpty());
+        Settings s;
+        loadSettings(s, store, QStringLiteral("ALL"));
+        EXPECT_EQ(s.SurnameStyle, 5);
+        EXPECT_TRUE(saveSettings(s, store));
+    }
+    EXPECT_FALSE(fileText().contains("my note"));
+    EXPECT_EQ(fileBytes(regPath() + QStringLiteral(".damaged")), commented);
+
+    QByteArray bad;
+    for (int i = 0; i < 25; ++i)
+        bad += "\"v" + QByteArray::number(i) + "\"=dword:zz\r\n";
+    writeRegFile("[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\r\n" + bad);
+    const QStringList problems = RegistryStore(regPath()).loadProblems();
+    ASSERT_EQ(problems.size(), 21);
+    EXPECT_EQ(problems.last(), QStringLiteral("the settings file %1: 5 more lines that cannot be "
+                                              "read are skipped")
+                                   .arg(regPath()));
+}
+
+// Reading grows with the number of values, not with its square: ten times
+// the values take about ten times as long (measured against each other in
+// one run, so a slow machine slows both).
+TEST_F(SettingsTest, ManyValuesInOneKeyAreReadInLinearTime)
+{
+    const auto secondsToRead = [this](int values) {
+        QByteArray body = "[HKEY_CURRENT_USER\\Software\\Wendrake\\Tav\\General]\r\n";
+        for (int i = 0; i < values; ++i)
+            body += "\"Value" + QByteArray::number(i) + "\"=\"text\"\r\n";
+        writeRegFile(body);
+        double best = 1e9;
+        for (int run = 0; run < 3; ++run) {
+            QElapsedTimer timer;
+            timer.start();
+            RegistryStore store(regPath());
+            QVariant value;
+            store.regRead(QStringLiteral("HKCU"), general,
+                          QStringLiteral("Value%1").arg(values - 1), QStringLiteral("S"), {},
+                          value);
+            best = std::min(best, double(timer.nsecsElapsed()) / 1e9);
+            EXPECT_EQ(value.toString(), QStringLiteral("text"));
+        }
+        return best;
+    };
+    const double few = secondsToRead(2000);
+    const double many = secondsToRead(20000);
+    RecordProperty("2000 values (ms)", QString::number(few * 1000, 'f', 2).toStdString());
+    RecordProperty("20000 values (ms)", QString::number(many * 1000, 'f', 2).toStdString());
+    EXPECT_LT(many / few, 30.0) << "2000 values: " << few << " s, 20000: " << many << " s";
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/OffscreenGui.h"
 #include "draw/PagedPicture.h"
 #include "draw/PictureExport.h"
@@ -144,4 +145,50 @@ TEST_F(TreeExportTest, AWideTreeFitsOnePageOrSpreadsOverSeveralAtFullSize)
     // A4 portrait at 96 to the inch is about 700 units wide inside its margins.
     const int full = pages(PageScale::FullSize);
     EXPECT_GE(full, int(picture.bounds.width() / 700));
+}
+
+// The issue of a hostile tree: a surname of 25,000 characters is drawn in
+// a box of the shortened label, and a row too wide for any PNG is refused
+// with exit status 1, the picture there before kept byte for byte.
+TEST_F(TreeExportTest, APngOfAnyTreeIsDrawnOrRefusedWithoutLosingTheOldOne)
+{
+    const QByteArray longName = "Ann /" + QByteArray(25000, 'A') + "/:F";
+    const QString path =
+        writeFile(tav::test::familyFile({longName, "Bob /Birch/:M", "Cy"}, {FileFamily{2, 1, {3}}}),
+                  "long.ged");
+    const QString png = dir.filePath(QStringLiteral("tree.png"));
+    CliResult r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), png});
+    EXPECT_EQ(r.status, 0) << r.err.join('\n').toStdString();
+    EXPECT_TRUE(r.err.isEmpty()) << r.err.join('\n').toStdString();
+    EXPECT_LT(QImage(png).width(), 2 * 24 * 500) << "the label is shortened";
+
+    std::vector<QByteArray> people = {"Ann /Ash/:F", "Bob /Birch/:M"};
+    FileFamily family{2, 1, {}};
+    for (int k = 1; k <= 60; ++k) {
+        people.push_back(QByteArray(600, char('a' + k % 26)) + " /Birch/:M");
+        family.children.push_back(k + 2);
+    }
+    const QString wide = writeFile(tav::test::familyFile(people, {family}), "wide.ged");
+    QFile old(png);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    const QByteArray before = old.readAll();
+    old.close();
+    r = runTavCli({QStringLiteral("export"), wide, QStringLiteral("1"), png});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_TRUE(r.out.isEmpty());
+    ASSERT_EQ(r.err.size(), 1);
+    EXPECT_TRUE(
+        r.err[0].startsWith(QStringLiteral("Cannot save %1: the picture would be ").arg(png)))
+        << r.err[0].toStdString();
+    EXPECT_TRUE(r.err[0].endsWith(
+        QStringLiteral(" pixels (at most 16384 pixels a side and 128 megapixels).")));
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), before) << "the old picture stays";
+
+    const QString svg = dir.filePath(QStringLiteral("wide.svg"));
+    r = runTavCli({QStringLiteral("export"), wide, QStringLiteral("1"), svg});
+    EXPECT_EQ(r.status, 0) << "SVG holds any tree";
+    QFile drawn(svg);
+    ASSERT_TRUE(drawn.open(QIODevice::ReadOnly));
+    EXPECT_EQ(svgTexts(drawn.readAll()).size(), 62);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/TreeTestSupport.h"
 #include "tree/TreeLayout.h"
 #include "tree/TreeTables.h"

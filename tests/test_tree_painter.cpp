@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/OffscreenGui.h"
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
@@ -84,7 +85,7 @@ TEST_F(TreePainterTest, ThePictureKeepsItsTextAsTextAndItsColours)
     logic->settingsChanged();
     const TreeDrawing& drawing = logic->drawing();
     const Picture picture = treePicture(drawing);
-    const QString svg = QString::fromUtf8(pictureBytes(picture, PictureFormat::Svg));
+    const QString svg = QString::fromUtf8(*pictureBytes(picture, PictureFormat::Svg));
     for (const TreeBox& box : drawing.boxes) {
         if (box.label.isEmpty())
             continue;
@@ -94,7 +95,7 @@ TEST_F(TreePainterTest, ThePictureKeepsItsTextAsTextAndItsColours)
 
     // At twice the size: the parchment around, Hal selected, Winifred in the
     // spouses' colour, the children in the descendants'.
-    const QImage png = QImage::fromData(pictureBytes(picture, PictureFormat::Png));
+    const QImage png = QImage::fromData(*pictureBytes(picture, PictureFormat::Png));
     ASSERT_EQ(png.size(), pngSize(picture));
     const QPointF origin = picture.bounds.topLeft() - QPointF(pictureMargin, pictureMargin);
     const auto colourIn = [&](int32_t slot) {

@@ -1,11 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/Fault.h"
 #include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
+#include "tree/TreeDrawing.h"
 #include "tree/TreeLayout.h"
 #include "tree/TreeModel.h"
 #include "tree/TreeViewFile.h"
 
 #include <QFile>
+
+#include <cmath>
 
 using namespace tav;
 
@@ -21,6 +25,20 @@ QByteArray readBytes(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A view file with one number changed: item `item` of the numbers of line
+// `line` (counted from 1), those after the label on a person's line.
+QByteArray withNumber(const QByteArray& file, int line, int item, const char* number)
+{
+    QList<QByteArray> lines = file.split('\n');
+    QByteArray& text = lines[line - 1];
+    const qsizetype label = text.lastIndexOf("\",");
+    const qsizetype start = label < 0 ? 0 : label + 2;
+    QList<QByteArray> numbers = text.mid(start).chopped(1).split(',');
+    numbers[item] = number;
+    text = text.left(start) + numbers.join(',') + '\r';
+    return lines.join('\n');
 }
 
 }  // namespace
@@ -178,6 +196,27 @@ TEST_F(TreeViewFileTest, ADamagedFileSaysWhyAndChangesNothing)
          "Error no:  9 Subscript out of range"},
         {"children beyond the view", replaced("\r\n3,3,5,", "\r\n3,3,6,"),
          "Error no:  9 Subscript out of range"},
+        // Places, sizes and counts that no layout makes (lines 4 to 9 are
+        // the persons, 10 and 11 the families).
+        {"a place near 2^31", withNumber(good, 5, 2, "2147483000"),
+         "Error no:  9 Subscript out of range"},
+        {"a place at -2^31", withNumber(good, 4, 4, "-2147483648"),
+         "Error no:  9 Subscript out of range"},
+        {"a negative width", withNumber(good, 6, 3, "-5"), "Error no:  9 Subscript out of range"},
+        {"a height of 2^31 - 1", withNumber(good, 7, 5, "2147483647"),
+         "Error no:  9 Subscript out of range"},
+        {"a box reaching past the limit", withNumber(good, 8, 2, "999999999"),
+         "Error no:  9 Subscript out of range"},
+        {"a descendant flag of 5", withNumber(good, 5, 1, "5"),
+         "Error no:  9 Subscript out of range"},
+        {"a line child near 2^31", withNumber(good, 10, 3, "2147483647"),
+         "Error no:  9 Subscript out of range"},
+        {"a second line child below 0", withNumber(good, 11, 7, "-1"),
+         "Error no:  9 Subscript out of range"},
+        {"a row left of -2^31", withNumber(good, 11, 4, "-2147483648"),
+         "Error no:  9 Subscript out of range"},
+        {"a number past 32 bits", withNumber(good, 4, 2, "99999999999"),
+         "Error no:  13 Type mismatch"},
     };
     for (const auto& file : damaged) {
         writeFile(file.bytes, "temp.gds");
@@ -195,6 +234,31 @@ TEST_F(TreeViewFileTest, ADamagedFileSaysWhyAndChangesNothing)
     EXPECT_FALSE(session.guarded([&] { read(); }));
     EXPECT_EQ(messages.texts(), QStringList{"Error no:  53 File not found"});
     EXPECT_EQ(model.treeInd, shown.treeInd);
+}
+
+// The furthest places and largest sizes layout can make open and draw:
+// every sum the drawing makes of them fits its numbers.
+TEST_F(TreeViewFileTest, AViewAtTheEdgeOfWhatLayoutMakesOpensAndDraws)
+{
+    build(1);
+    ASSERT_TRUE(save());
+    constexpr int32_t limit = TreeTables::geometryLimit;
+    QByteArray edge = withNumber(readBytes(viewPath), 4, 2, "-1000000000");
+    edge = withNumber(edge, 4, 5, "1000");
+    edge = withNumber(edge, 9, 4, "999999000");
+    edge = withNumber(edge, 9, 5, "1000");
+    edge = withNumber(edge, 5, 3, "1000000000");
+    edge = withNumber(edge, 5, 2, "0");
+    writeFile(edge, "temp.gds");
+    EXPECT_TRUE(session.guarded([&] { read(); }));
+    ASSERT_EQ(model.person(1).x, -limit);
+    ASSERT_EQ(model.person(6).y + model.person(6).height, limit);
+
+    const TreeDrawing drawing = treeDrawing(model, session.records, session.settings, 1);
+    EXPECT_LE(drawing.bounds.left(), -double(limit));
+    EXPECT_GE(drawing.bounds.right(), double(limit));
+    EXPECT_GE(drawing.bounds.bottom(), double(limit));
+    EXPECT_TRUE(std::isfinite(drawing.bounds.width() + drawing.bounds.height()));
 }
 
 TEST_F(TreeViewFileTest, AViewOfAnotherGedcomFileSaysSoBeforeItIsShown)

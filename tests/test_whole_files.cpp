@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files as today's programs and people write them open whole: ids of any
 // shape, any number of spouse families and children, several names, GEDCOM
 // 7 notes and @VOID@, and one message for a whole load.

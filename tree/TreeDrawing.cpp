@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/TreeDrawing.h"
 
 #include "core/RecordStore.h"
@@ -54,6 +55,13 @@ QRectF markOf(const QRectF& frame, TreeBoxRole role)
     const double top =
         role == TreeBoxRole::Spouse ? frame.bottom() + 1 : frame.top() - markHeight - 1;
     return QRectF(left, top, markWidth, markHeight);
+}
+
+// Places are worked out in doubles: a view read from a file may put boxes
+// anywhere layout can, and two of its numbers added may pass 32 bits.
+double bottomOf(const TreePerson& person)
+{
+    return double(person.y) + double(person.height) + framePadding;
 }
 
 using LineMaker = TreeLineMaker;
@@ -147,7 +155,7 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
         if (family.head < 1 || family.head > count || !onLine[size_t(family.head)])
             continue;
         familyOnLine[size_t(f)] = true;
-        const int32_t child = family.indSt + family.childShown;
+        const int64_t child = int64_t(family.indSt) + family.childShown;
         if (family.childShown >= 1 && family.childShown <= family.nChildren && child <= count)
             onLine[size_t(child)] = true;
     }
@@ -182,7 +190,7 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
         const bool main = settings.ViewMainLine && familyOnLine[size_t(f)];
         const TreePerson& head = tree.person(family.head);
         const TreePerson& spouse = tree.person(family.indSt);
-        const QPointF headBottom(crisp(centreOf(head)), head.y + head.height + framePadding);
+        const QPointF headBottom(crisp(centreOf(head)), bottomOf(head));
         QPointF start = headBottom;
         if (spousesShown && spouse.indIdx == 0) {
             // The line passes the "?" beside it and joins it at its middle.
@@ -197,7 +205,7 @@ TreeDrawing treeDrawing(const TreeTables& tree, const RecordStore& records,
             const double spouseTop = spouse.y - framePadding;
             if (spouseTop > headBottom.y())
                 lines.add(headBottom, QPointF(x, spouseTop), main);
-            start = QPointF(x, spouse.y + spouse.height + framePadding);
+            start = QPointF(x, bottomOf(spouse));
         }
 
         const int32_t last = std::min(family.nChildren, count - family.indSt);

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/TreeLabels.h"
 
 #include "calc/Names.h"
+#include "core/DisplayText.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
 
@@ -14,8 +16,9 @@ QString treeLabel(const RecordStore& records, int32_t individual, TreeLabelRole 
     int flags = NameFirstGiven | NameSecondInitial;  // 18
     if (role == TreeLabelRole::TopOrSpouse || settings.ViewSurnames)
         flags |= NameSurname;  // 19
-    QString label = formatName(records.individual(individual).name, flags,
-                               NameStyle{settings.SurnameStyle, settings.SurnamePosn});
+    QString label =
+        shortenedText(formatName(records.individual(individual).name, flags,
+                                 NameStyle{settings.SurnameStyle, settings.SurnamePosn}));
     if (settings.ViewDates) {
         const QString years = personYears(records, individual, today);
         if (!years.isEmpty())

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/TreeLayout.h"
 
 #include "core/Fault.h"
@@ -9,18 +10,27 @@ namespace tav {
 
 namespace {
 
-// Every measured width becomes whole tree units, halves to even.
-int32_t measuredWidth(const TextMeasure& measure, const QString& text)
-{
-    return toLong(measure.textWidth(text));
-}
-
 // Layout's arithmetic is 32-bit: a result outside that range is an overflow.
 int32_t narrow(int64_t value)
 {
     if (value < INT32_MIN || value > INT32_MAX)
         raiseFault(RuntimeFault::Overflow);
     return int32_t(value);
+}
+
+// A place or a size given to a box or a row stays within the geometry
+// limit, so everything that draws the view can add two of them.
+int32_t placed(int64_t value)
+{
+    if (value < -TreeTables::geometryLimit || value > TreeTables::geometryLimit)
+        raiseFault(RuntimeFault::Overflow);
+    return int32_t(value);
+}
+
+// Every measured width becomes whole tree units, halves to even.
+int32_t measuredWidth(const TextMeasure& measure, const QString& text)
+{
+    return placed(toLong(measure.textWidth(text)));
 }
 
 }  // namespace
@@ -36,7 +46,7 @@ void layoutTopPerson(TreeTables& tree, const TextMeasure& measure)
 {
     TreePerson& top = tree.person(1);
     top.width = measuredWidth(measure, top.label);
-    top.height = toLong(measure.lineHeight());
+    top.height = placed(toLong(measure.lineHeight()));
     top.x = toLong(-top.width / 2.0);
     top.y = treeToolbarHeight;
 }
@@ -45,9 +55,9 @@ void layoutFamily(TreeTables& tree, int32_t f, const TextMeasure& measure, int32
 {
     TreeFamily& family = tree.family(f);
     const TreePerson& head = tree.person(family.head);
-    const int32_t lineHeight = toLong(measure.lineHeight());
+    const int32_t lineHeight = placed(toLong(measure.lineHeight()));
     const int32_t centre = toLong(head.x + head.width / 2.0);
-    const int32_t bottom = narrow(int64_t(head.y) + head.height);
+    const int32_t bottom = placed(int64_t(head.y) + head.height);
     family.layout2 = bottom;
     family.layout4 = gap;
 
@@ -55,8 +65,8 @@ void layoutFamily(TreeTables& tree, int32_t f, const TextMeasure& measure, int32
     const int32_t s = family.indSt;
     TreePerson& spouse = tree.person(s);
     spouse.width = measuredWidth(measure, spouse.label);
-    spouse.x = toLong(centre - spouse.width / 2.0);
-    spouse.y = toLong(0.35 * lineHeight + bottom);
+    spouse.x = placed(toLong(centre - spouse.width / 2.0));
+    spouse.y = placed(toLong(0.35 * lineHeight + bottom));
     spouse.height = lineHeight;
 
     // The record's children are the family's entries after the spouse.
@@ -85,16 +95,16 @@ void layoutFamily(TreeTables& tree, int32_t f, const TextMeasure& measure, int32
     // The row starts 47.5 hundredths of its spread left of a head at x = 0,
     // and further left the further right the head stands.
     const int32_t left =
-        narrow(int64_t(centre) - toLong(double(narrow((int64_t(centre) + 475) * spread)) / 1000.0));
+        placed(int64_t(centre) - toLong(double(narrow((int64_t(centre) + 475) * spread)) / 1000.0));
     family.layout1 = left;
-    family.layout3 = spread;
+    family.layout3 = placed(spread);
 
-    const int32_t rowTop = narrow(int64_t(bottom) + gap - lineHeight);
+    const int32_t rowTop = placed(int64_t(bottom) + gap - lineHeight);
     if (n == 1) {
         // A single child stands centred under the head, wherever the row would start.
         TreePerson& child = tree.person(s + 1);
         child.width = measuredWidth(measure, child.label);
-        child.x = toLong(centre - child.width / 2.0);
+        child.x = placed(toLong(centre - child.width / 2.0));
         child.y = rowTop;
         child.height = lineHeight;
         return;
@@ -106,7 +116,7 @@ void layoutFamily(TreeTables& tree, int32_t f, const TextMeasure& measure, int32
         child.width = measuredWidth(measure, child.label);
         child.height = lineHeight;
         child.y = rowTop;
-        x = narrow(int64_t(x) + child.width + childGap);
+        x = placed(int64_t(x) + child.width + childGap);
     }
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QString>
@@ -44,6 +45,11 @@ struct TreeFamily {
 struct TreeTables {
     static constexpr int32_t personCapacity = 1000;
     static constexpr int32_t familyCapacity = 200;
+    // The furthest from 0 that layout puts a box, an edge or a row, and the
+    // largest size it gives one, in tree units: a layout that would pass it
+    // is an Overflow, and a view file that holds more is damaged. Sums of
+    // two such values still fit 32 bits.
+    static constexpr int32_t geometryLimit = 1000000000;
 
     TreeTables();
 

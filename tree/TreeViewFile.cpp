@@ -1,15 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tree/TreeViewFile.h"
 
 #include "core/AtomicFile.h"
 #include "core/Fault.h"
+#include "core/FileNames.h"
+#include "core/FileReading.h"
 #include "core/RecordStore.h"
 #include "settings/Settings.h"
 #include "tree/TextMeasure.h"
 #include "tree/TreeModel.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 
 namespace tav {
 
@@ -22,7 +22,7 @@ const QLatin1String endMarker("ENDTREEVIEW");
 QString gedcomPathOf(const TreeModel& model)
 {
     const QString& name = model.records().fileName;
-    return name.isEmpty() ? name : QDir::cleanPath(QFileInfo(name).absoluteFilePath());
+    return name.isEmpty() ? name : absoluteFileName(name);
 }
 
 QString quoted(const QString& text) { return QLatin1Char('"') + text + QLatin1Char('"'); }
@@ -130,22 +130,27 @@ private:
 };
 
 // Reads the persons and families of a view into `view`, checking every
-// index against the loaded file and the tree's own tables.
+// index against the loaded file and the tree's own tables, and every place,
+// size and count against what layout and the walks can make.
 void readTables(ItemReader& items, const TreeModel& model, TreeTables& view)
 {
     const RecordStore& records = model.records();
-    view.nTreeInd = items.numberWithin(1, TreeTables::personCapacity);
+    constexpr int32_t limit = TreeTables::geometryLimit;
+    constexpr int32_t persons = TreeTables::personCapacity;
+    view.nTreeInd = items.numberWithin(1, persons);
     view.nTreeFam = items.numberWithin(0, TreeTables::familyCapacity);
     for (int32_t slot = 1; slot <= view.nTreeInd; ++slot) {
         TreePerson& person = view.person(slot);
         person.indIdx = items.numberWithin(0, records.individualCount());
         person.label = items.next();
-        person.childNo = items.number();
-        person.descendant = items.number();
-        person.x = items.number();
-        person.width = items.number();
-        person.y = items.number();
-        person.height = items.number();
+        person.childNo = items.numberWithin(0, persons);
+        person.descendant = items.numberWithin(0, 1);
+        person.x = items.numberWithin(-limit, limit);
+        person.width = items.numberWithin(0, limit);
+        person.y = items.numberWithin(-limit, limit);
+        person.height = items.numberWithin(0, limit);
+        if (int64_t(person.x) + person.width > limit || int64_t(person.y) + person.height > limit)
+            raiseFault(RuntimeFault::SubscriptOutOfRange);
     }
     const int32_t gap = generationGap(model.settings().FontSize);
     for (int32_t slot = 1; slot <= view.nTreeFam; ++slot) {
@@ -153,11 +158,11 @@ void readTables(ItemReader& items, const TreeModel& model, TreeTables& view)
         family.famIdx = items.numberWithin(0, records.familyCount());
         family.head = items.numberWithin(1, view.nTreeInd);
         family.indSt = items.numberWithin(1, view.nTreeInd);
-        family.childShown = items.number();
-        family.layout1 = items.number();
-        family.layout3 = items.number();
-        family.layout2 = items.number();
-        family.childShown = items.number();
+        family.childShown = items.numberWithin(0, persons);
+        family.layout1 = items.numberWithin(-limit, limit);
+        family.layout3 = items.numberWithin(0, limit);
+        family.layout2 = items.numberWithin(-limit, limit);
+        family.childShown = items.numberWithin(0, persons);
         // What the file does not carry comes from the loaded file and the font.
         family.nChildren = records.family(family.famIdx).childCount;
         if (int64_t(family.indSt) + family.nChildren > view.nTreeInd)
@@ -193,18 +198,23 @@ QStringList treeViewLines(const TreeModel& model)
     return lines;
 }
 
+// The text is UTF-8; a GEDCOM path whose name is other bytes is written
+// as those bytes, so the view names the same file when it is read.
 Outcome treeSaveToFile(const TreeModel& model, const QString& path)
 {
     const QString lineEnd = QStringLiteral("\r\n");
-    return writeFileAtomically(path, (treeViewLines(model).join(lineEnd) + lineEnd).toUtf8());
+    return writeFileAtomically(path, fileNameToBytes(treeViewLines(model).join(lineEnd) + lineEnd));
 }
 
 SavedView treeReadFromFile(const TreeModel& model, const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    // Not a file (a named pipe, which would wait for a writer for ever, a
+    // folder, a device) is no view file either; nor is one larger than a
+    // view of the tree's capacity could be.
+    const Result<QByteArray> bytes = readWholeFile(path, largestTreeViewFile, OddFiles::Refused);
+    if (!bytes)
         raiseFault(RuntimeFault::FileNotFound);
-    return treeReadFromText(model, QString::fromUtf8(file.readAll()));
+    return treeReadFromText(model, fileNameFromBytes(*bytes));
 }
 
 SavedView treeReadFromText(const TreeModel& model, const QString& text)
@@ -222,7 +232,8 @@ SavedView treeReadFromText(const TreeModel& model, const QString& text)
 
 QString SavedView::otherFileQuestion() const
 {
-    return QStringLiteral("This view was saved with %1. Show it anyway?").arg(gedcomPath);
+    return QStringLiteral("This view was saved with %1. Show it anyway?")
+        .arg(shownFileName(gedcomPath));
 }
 
 void showSavedView(TreeModel& model, SavedView view)

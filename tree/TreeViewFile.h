@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "core/Outcome.h"
@@ -38,10 +39,15 @@ struct SavedView {
     QString otherFileQuestion() const;
 };
 
+// The largest view file read: a view of the tree's capacity with labels of
+// any length the tree shows takes a few megabytes.
+constexpr qint64 largestTreeViewFile = 64 * 1024 * 1024;
+
 // Reads a view for the model's loaded file. A file that cannot be read
-// whole raises the fault that says why (53 no file, 62 an early end, 13 a
-// bad number, 9 an index outside the loaded file or the tree); the model
-// is never touched.
+// whole raises the fault that says why (53 no file, or no regular file, or
+// one larger than largestTreeViewFile; 62 an early end, 13 a bad number, 9
+// an index outside the loaded file or the tree, or a place, size or count
+// that layout cannot make); the model is never touched.
 SavedView treeReadFromFile(const TreeModel& model, const QString& path = treeViewFileName());
 // The same, from the file's text.
 SavedView treeReadFromText(const TreeModel& model, const QString& text);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/DrawingCanvas.h"
 
 #include "draw/TreePainter.h"
@@ -24,17 +25,25 @@ void setAxis(QScrollBar* bar, double start, double end, int page, double middle)
 {
     if (end - start <= page) {
         const int fixed = std::isnan(middle)
-                              ? int(std::floor(start))
-                              : std::clamp(int(std::lround(middle - page / 2.0)),
-                                           int(std::ceil(end)) - page, int(std::floor(start)));
+                              ? DrawingCanvas::scrollPlace(std::floor(start))
+                              : std::clamp(DrawingCanvas::scrollPlace(middle - page / 2.0),
+                                           DrawingCanvas::scrollPlace(std::ceil(end)) - page,
+                                           DrawingCanvas::scrollPlace(std::floor(start)));
         bar->setRange(fixed, fixed);
     } else {
-        bar->setRange(int(std::floor(start)), int(std::ceil(end)) - page);
+        bar->setRange(DrawingCanvas::scrollPlace(std::floor(start)),
+                      DrawingCanvas::scrollPlace(std::ceil(end)) - page);
     }
     bar->setPageStep(page);
 }
 
 }  // namespace
+
+int DrawingCanvas::scrollPlace(double value)
+{
+    constexpr double furthest = 1 << 30;
+    return int(std::clamp(std::round(value), -furthest, furthest));
+}
 
 DrawingCanvas::DrawingCanvas(QWidget* parent) : QAbstractScrollArea(parent)
 {
@@ -120,8 +129,8 @@ void DrawingCanvas::setZoom(double zoom, QPointF anchor)
     fitted_ = false;
     updateRanges();
     const QPointF now = fixed * zoom_ - anchor;
-    horizontalScrollBar()->setValue(int(std::lround(now.x())));
-    verticalScrollBar()->setValue(int(std::lround(now.y())));
+    horizontalScrollBar()->setValue(scrollPlace((now.x())));
+    verticalScrollBar()->setValue(scrollPlace((now.y())));
     viewport()->update();
     emit zoomChanged();
 }
@@ -147,8 +156,8 @@ void DrawingCanvas::applyFit()
     // that rounding never brings a scroll bar back.
     const QRectF& bounds = drawing()->bounds;
     const QSize room = maximumViewportSize();
-    const double zoom = std::min({(room.width() - 2) / bounds.width(),
-                                  (room.height() - 2) / bounds.height(), 2.0});
+    const double zoom =
+        std::min({(room.width() - 2) / bounds.width(), (room.height() - 2) / bounds.height(), 2.0});
     zoom_ = std::clamp(zoom, minZoom, maxZoom);
     updateRanges();
     viewport()->update();
@@ -180,8 +189,8 @@ void DrawingCanvas::ensureSelectedVisible()
     followHome_ = false;
     fitted_ = false;
     const QPointF centre = box->frame.center() * zoom_;
-    horizontalScrollBar()->setValue(int(std::lround(centre.x() - viewport()->width() / 2.0)));
-    verticalScrollBar()->setValue(int(std::lround(centre.y() - viewport()->height() / 2.0)));
+    horizontalScrollBar()->setValue(scrollPlace((centre.x() - viewport()->width() / 2.0)));
+    verticalScrollBar()->setValue(scrollPlace((centre.y() - viewport()->height() / 2.0)));
     viewport()->update();
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "tree/TreeDrawing.h"
@@ -37,6 +38,10 @@ public:
     void ensureSelectedVisible();
     // The drawing changed: new scroll ranges, then a repaint.
     void viewChanged();
+
+    // A place for a scroll bar, whose values are ints: the far parts of a
+    // view larger than they reach stop at their ends instead of overflowing.
+    static int scrollPlace(double value);
 
     // Between viewport pixels and tree units.
     QPointF treePoint(QPointF viewportPoint) const;

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/DrawingWindowParts.h"
 
 #include "app/Messages.h"
+#include "core/FileNames.h"
 #include "draw/PictureExport.h"
 #include "ui/BusyPointer.h"
 #include "ui/DrawingCanvas.h"
@@ -28,6 +30,8 @@ void DrawingStatus::show(const QString& status, double zoomFactor) const
 DrawingStatus addDrawingStatus(QMainWindow* window)
 {
     DrawingStatus status{new QLabel(window), new QLabel(window)};
+    // A long name is cut at the window's edge; it never widens the window.
+    status.text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     window->statusBar()->addWidget(status.text, 1);
     window->statusBar()->addPermanentWidget(status.zoom);
     return status;
@@ -116,8 +120,11 @@ bool exportPictureTo(QMainWindow* window, Messages& messages, const Picture& pic
         messages.warning(written.message());
         return false;
     }
+    if (const QString note = pictureNote(picture, path); !note.isEmpty())
+        messages.message(note, QStringLiteral("Export picture"));
     window->statusBar()->showMessage(
-        QStringLiteral("Picture written to %1").arg(QDir::toNativeSeparators(path)), 5000);
+        QStringLiteral("Picture written to %1").arg(QDir::toNativeSeparators(shownFileName(path))),
+        5000);
     return true;
 }
 
@@ -127,7 +134,7 @@ void openReport(const std::function<bool(const QString&)>& open, Messages& messa
     if (!open(path))
         messages.message(QStringLiteral("The report was written to %1, but no web browser could "
                                         "be started to show it.")
-                             .arg(QDir::toNativeSeparators(path)));
+                             .arg(QDir::toNativeSeparators(shownFileName(path))));
 }
 
 }  // namespace tav

@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tav: the viewer.
 #include "app/Session.h"
+#include "core/FileNames.h"
 #include "settings/RegistryStore.h"
 #include "ui/QtMessages.h"
 #include "ui/main/MainWindow.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QMessageBox>
 #include <QTimer>
 #include <cstdio>
 
@@ -57,14 +60,31 @@ int main(int argc, char* argv[])
     tav::Session session(messages);
     tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
     // The command line taken whole, as one path: a name with blanks need not
-    // be quoted.
-    const QString commandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+    // be quoted. Its bytes are the file's name, whatever they are (what
+    // QApplication took for itself is gone from argv by now).
+    QStringList words;
+    for (int i = 1; i < argc; ++i)
+        words << tav::fileNameFromBytes(argv[i]);
+    const QString commandLine = words.join(QLatin1Char(' '));
+
+    // TAV_SCREENSHOT=file.png: save a picture of the main window and quit
+    // (the README's run command uses it where there is no display). With
+    // nobody to read them, message boxes go to standard error and are
+    // answered with OK.
+    const QString screenshot = qEnvironmentVariable("TAV_SCREENSHOT");
+    QTimer answering;
+    if (!screenshot.isEmpty()) {
+        QObject::connect(&answering, &QTimer::timeout, [] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                std::fprintf(stderr, "tav: message: %s\n", qPrintable(box->text()));
+                box->accept();
+            }
+        });
+        answering.start(100);
+    }
     window.show();
     window.startUp(commandLine);
 
-    // TAV_SCREENSHOT=file.png: save a picture of the main window and quit
-    // (the README's run command uses it where there is no display).
-    const QString screenshot = qEnvironmentVariable("TAV_SCREENSHOT");
     if (qEnvironmentVariableIsSet("TAV_STARTUP_TIME"))
         std::fprintf(stderr, "tav: caption \"%s\" shown %lld ms after start\n",
                      qPrintable(window.windowTitle()),

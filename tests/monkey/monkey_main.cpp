@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tav-monkey: every window of the viewer driven by random clicks, keys,
 // wheel turns, resizes and commands on a real file, on the offscreen
 // platform, for TAV_MONKEY_SECONDS (default 20) with the seed

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tav-test-rewrite-file FILE: another program at work on a file that Tav
 // reads. Keeps the file's bytes, then until its standard input closes it
 // shortens the file in place (to nothing, or to a random length) and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // tav-test-save-settings FILE TAG TIMES: a viewer that closes, TIMES over:
 // reads the settings file FILE, sets the settings that TAG (a number)
 // stands for and saves them, as the viewer does at exit.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/RegistryStore.h"
 #include "tests/AncestorsFixtures.h"
 #include "ui/WindowManager.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the monkey (tests/monkey) found, each kept as the steps that showed
 // it, so the fault stays fixed.
 #include "settings/RegistryStore.h"

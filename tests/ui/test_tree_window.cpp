@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "draw/TreePainter.h"
 #include "settings/RegistryStore.h"
 #include "tests/TestSupport.h"
@@ -16,6 +17,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -23,6 +25,8 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
+
+#include <sys/stat.h>
 
 using namespace tav;
 using tav::test::familyFile;
@@ -370,4 +374,61 @@ TEST_F(TreeWindowTest, TheHtmlReportAndPicturesAreWrittenInTheWorkingFolder)
     EXPECT_FALSE(tree->exportTo(dir.filePath(QStringLiteral("gray.svg/inside.png"))));
     EXPECT_TRUE(messages.texts().last().startsWith(QStringLiteral("Cannot save")));
     EXPECT_TRUE(tree->isVisible());
+}
+
+// A saved view with boxes far apart: "Export picture..." draws a PNG
+// smaller and says so, refuses one too large with a message and keeps the
+// old picture; a view file that is a named pipe is the view files' fault
+// at once, the view on screen unchanged.
+TEST_F(TreeWindowTest, AnyViewExportsOrSaysWhyAndAPipeIsNoViewFile)
+{
+    ASSERT_TRUE(load(grayFile));
+    const std::unique_ptr<TreeWindow> tree = openTree(1);
+    tree->action(TreeCommand::SaveView)->trigger();
+    QFile saved(dir.filePath(QStringLiteral("temp.gds")));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = saved.readAll().split('\n');
+    saved.close();
+    // The last person's box moved right by `distance` units.
+    const auto viewWithBoxAt = [&](int distance) {
+        QList<QByteArray> moved = lines;
+        const int last = 3 + tree->logic().model().nTreeInd - 1;
+        QList<QByteArray> items = moved[last].split(',');
+        items[items.size() - 4] = QByteArray::number(distance);
+        moved[last] = items.join(',');
+        const QString path = dir.filePath(QStringLiteral("far%1.gds").arg(distance));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(moved.join('\n')) > 0);
+        return path;
+    };
+
+    tree->logic().openViewFrom(viewWithBoxAt(20000));
+    ASSERT_EQ(tree->logic().model().person(tree->logic().model().nTreeInd).x, 20000);
+    const QString png = dir.filePath(QStringLiteral("gray.png"));
+    messages.clear();
+    EXPECT_TRUE(tree->exportTo(png));
+    ASSERT_EQ(messages.texts().size(), 1);
+    EXPECT_TRUE(messages.texts()[0].contains(QStringLiteral("of its usual size")));
+    EXPECT_EQ(QImage(png).width(), 16384);
+
+    QFile old(png);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    const QByteArray before = old.readAll();
+    old.close();
+    tree->logic().openViewFrom(viewWithBoxAt(999999000));
+    messages.clear();
+    EXPECT_FALSE(tree->exportTo(png));
+    ASSERT_EQ(messages.texts().size(), 1);
+    EXPECT_TRUE(messages.texts()[0].startsWith(
+        QStringLiteral("Cannot save %1: the picture would be ").arg(png)));
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), before);
+
+    const QString pipe = dir.filePath(QStringLiteral("pipe.gds"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const TreeTables shown = tree->logic().model();
+    messages.clear();
+    tree->logic().openViewFrom(pipe);
+    EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  53 File not found")});
+    EXPECT_EQ(tree->logic().model().treeInd, shown.treeInd);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/RegistryStore.h"
 #include "settings/Settings.h"
 #include "settings/SettingsPersistence.h"
@@ -8,6 +9,7 @@
 #include "ui/main/MainWindow.h"
 #include "ui/options/OptionsDialog.h"
 #include "ui/text/TextViewer.h"
+#include "ui/tree/TreeWindow.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -22,8 +24,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QListView>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressBar>
@@ -593,4 +595,34 @@ TEST_F(WindowTest, TheFindBoxesSelectTheirTextOnFocus)
     find->numberBox()->setFocus();
     QCoreApplication::processEvents();
     EXPECT_EQ(find->numberBox()->selectedText(), QStringLiteral("12"));
+}
+
+// A name of a million characters: the main window keeps its width, the
+// report of it wraps anywhere (wrapping it at word boundaries takes
+// seconds), and the tree window's status bar does not widen the window.
+TEST_F(WindowTest, AMillionCharacterNameWidensNoWindow)
+{
+    const QString path =
+        writeFile("0 HEAD\n1 CHAR UTF-8\n0 @I1@ INDI\n1 NAME John /" + QByteArray(1000000, 'B') +
+                      "/\n1 FAMS @F1@\n0 @I2@ INDI\n1 NAME Kid /X/\n"
+                      "1 FAMC @F1@\n0 @F1@ FAM\n1 HUSB @I1@\n1 CHIL @I2@\n",
+                  "long.ged");
+    MainWindow window(session, store, dir.path());
+    window.show();
+    window.startUp(path);
+    EXPECT_EQ(window.currentIndividualName()->text().size(), 500);
+    EXPECT_LT(window.minimumSizeHint().width(), 1000);
+
+    window.reportAction(ReportKind::GivenNames)->trigger();
+    TextViewer* viewer = window.windows().textViewer();
+    ASSERT_NE(viewer, nullptr);
+    EXPECT_EQ(viewer->textBox()->wordWrapMode(), QTextOption::WrapAnywhere);
+    EXPECT_TRUE(viewer->textBox()->toPlainText().contains(QString(1000000, QLatin1Char('B'))))
+        << "the report holds the whole name";
+
+    window.treeSelector()->setCurrentIndex(0);
+    window.treeButton()->click();
+    TreeWindow* tree = window.windows().treeWindow();
+    ASSERT_NE(tree, nullptr);
+    EXPECT_LT(tree->minimumSizeHint().width(), 1500);
 }

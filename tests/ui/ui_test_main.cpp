@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Widget tests run on the offscreen platform with one application object.
 #include <QApplication>
 #include <gtest/gtest.h>

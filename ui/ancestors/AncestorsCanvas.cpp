@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ancestors/AncestorsCanvas.h"
 
 #include "draw/TreePainter.h"
@@ -25,7 +26,7 @@ double AncestorsCanvas::rootMiddle() const
 QPoint AncestorsCanvas::homePosition() const
 {
     return QPoint(horizontalScrollBar()->minimum(),
-                  int(std::lround(rootMiddle() * zoom() - viewport()->height() / 2.0)));
+                  scrollPlace(rootMiddle() * zoom() - viewport()->height() / 2.0));
 }
 
 QPointF AncestorsCanvas::keptInMiddle() const { return QPointF(qQNaN(), rootMiddle()); }

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/main/MainWindow.h"
 
 #include "app/Session.h"
+#include "core/FileNames.h"
 #include "core/TextNumbers.h"
 #include "ui/BusyPointer.h"
 #include "ui/ChoiceBox.h"
@@ -198,6 +200,9 @@ void MainWindow::buildCentre()
     QFont bold = name_->font();
     bold.setBold(true);
     name_->setFont(bold);
+    // The name takes the room there is: a long one is cut at the window's
+    // edge instead of widening the window past the screen.
+    name_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* individualRow = new QHBoxLayout;
     individualRow->setSpacing(12);
     individualRow->addWidget(text1_);
@@ -348,7 +353,7 @@ void MainWindow::chooseFile()
     const QString path =
         dialog->exec() == QDialog::Accepted ? dialog->selectedFiles().value(0) : QString();
     if (!path.isEmpty())
-        setWindowTitle(path);
+        setWindowTitle(shownFileName(path));
     busy([&] { logic_.fileOpenChosen(path); });
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/text/TextViewer.h"
 
 #include "app/Session.h"
@@ -77,8 +78,11 @@ TextViewer::TextViewer(Session& session, QWidget* parent)
 void TextViewer::refresh()
 {
     const QString text = withNewlines(logic_.text());
-    if (text_->toPlainText() != text)
+    if (text_->toPlainText() != text) {
+        text_->setWordWrapMode(hasWordLongerThan(text) ? QTextOption::WrapAnywhere
+                                                       : QTextOption::WordWrap);
         text_->setPlainText(text);
+    }
     setWindowTitle(logic_.title());
 }
 

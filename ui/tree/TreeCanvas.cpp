@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/tree/TreeCanvas.h"
 
 #include <QMouseEvent>
@@ -25,7 +26,7 @@ QPoint TreeCanvas::homePosition() const
 {
     const TreeBox* top = logic_.drawing().box(1);
     const double centre = top ? top->frame.center().x() : 0;
-    return QPoint(int(std::lround(centre * zoom() - viewport()->width() / 2.0)),
+    return QPoint(scrollPlace(centre * zoom() - viewport()->width() / 2.0),
                   verticalScrollBar()->minimum());
 }
 

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windowlogic/ancestors/AncestorsWindowLogic.h"
 
 #include "app/Session.h"
 #include "calc/Names.h"
+#include "core/DisplayText.h"
 #include "reports/HtmlAncestorsReport.h"
 #include "tree/AncestorsChart.h"
 #include "tree/TextMeasure.h"
@@ -91,9 +93,9 @@ QString AncestorsWindowLogic::caption() const
     const int32_t root = chart_.root();
     if (root == 0)
         return QStringLiteral("Ancestors");
-    return QStringLiteral("Ancestors - ") + formatName(session_.records.individual(root).name,
-                                                       NameSurname | NameGivenAsWritten,
-                                                       session_.nameStyle());
+    return QStringLiteral("Ancestors - ") +
+           shortenedText(formatName(session_.records.individual(root).name,
+                                    NameSurname | NameGivenAsWritten, session_.nameStyle()));
 }
 
 QString AncestorsWindowLogic::statusText() const
@@ -102,7 +104,8 @@ QString AncestorsWindowLogic::statusText() const
     if (individual == 0)
         return QString();
     QString text = QStringLiteral("%1 (%2) - number %3")
-                       .arg(listName(session_.records, individual, session_.nameStyle()))
+                       .arg(shortenedText(
+                           listName(session_.records, individual, session_.nameStyle())))
                        .arg(individual)
                        .arg(selected_);
     if (selected_ > 1)

@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windowlogic/browser/RecordGrids.h"
 
 #include "app/Session.h"
 #include "calc/Dates.h"
 #include "calc/Names.h"
+#include "core/DisplayText.h"
 #include "core/TextNumbers.h"
 
 namespace tav {
@@ -116,8 +118,8 @@ Grid individualGrid(const Session& session, int32_t slot)
     const RecordStore& r = session.records;
     const Individual& p = r.individual(slot);
     Grid grid;
-    grid.caption =
-        personName(session, slot) + QStringLiteral(" (") + QString::number(slot) + QLatin1Char(')');
+    grid.caption = shortenedText(personName(session, slot)) + QStringLiteral(" (") +
+                   QString::number(slot) + QLatin1Char(')');
     addHeading(grid);
     addRow(grid, QStringLiteral("No."), signedText(slot));
     addRow(grid, QStringLiteral("Name"), personName(session, slot));

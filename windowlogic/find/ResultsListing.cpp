@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windowlogic/find/ResultsListing.h"
 
 #include "app/Session.h"
 #include "calc/Names.h"
+#include "core/DisplayText.h"
 #include "windowlogic/browser/RecordGrids.h"
 
 namespace tav {
@@ -72,6 +74,8 @@ QStringList resultLines(const Session& session)
     }
     if (results.total == 0)
         lines << QStringLiteral("-------NO RECORDS-------");
+    for (QString& line : lines)
+        line = shortenedText(line);
     return lines;
 }
 

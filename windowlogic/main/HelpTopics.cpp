@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windowlogic/main/HelpTopics.h"
 
 #include "core/Fault.h"
+#include "core/FileReading.h"
 
 #include <QDir>
-#include <QFile>
 
 namespace tav {
 
@@ -29,6 +30,11 @@ QString helpTopic(const QString& helpText, const QString& key)
     return helpText.mid(start, length);
 }
 
+bool hasHelpTopic(const QString& helpText, const QString& key)
+{
+    return !key.isEmpty() && helpText.contains(QStringLiteral("***!!!") + key);
+}
+
 QStringList helpFilePlaces(const QString& programFolder)
 {
     QStringList places = {QStringLiteral("help.txt")};
@@ -42,13 +48,16 @@ QStringList helpFilePlaces(const QString& programFolder)
 
 Result<QString> readHelpFile(const QString& programFolder)
 {
+    // The help of a few hundred lines; a named pipe in its place is not read
+    // (it would wait for a writer for ever).
+    constexpr qint64 largestHelpFile = 16 * 1024 * 1024;
     QString problem;
     for (const QString& path : helpFilePlaces(programFolder)) {
-        QFile file(path);
-        if (file.open(QIODevice::ReadOnly))
-            return QString::fromUtf8(file.readAll());
+        const Result<QByteArray> bytes = readWholeFile(path, largestHelpFile, OddFiles::Refused);
+        if (bytes)
+            return QString::fromUtf8(*bytes);
         if (problem.isEmpty())
-            problem = QStringLiteral("Cannot open help.txt: %1").arg(file.errorString());
+            problem = QStringLiteral("Cannot open help.txt: %1").arg(bytes.message());
     }
     return Outcome::failed(problem);
 }

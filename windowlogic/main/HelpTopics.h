@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "core/Outcome.h"
@@ -19,6 +20,8 @@ extern const HelpTopic helpTopics[5];
 // key to the next marker, less the line break before it (for the last topic,
 // less the file's last three characters). "" when the key is absent.
 QString helpTopic(const QString& helpText, const QString& key);
+// Whether a help text has a topic `key` (which may be empty).
+bool hasHelpTopic(const QString& helpText, const QString& key);
 
 // Where "help.txt" is looked for, in order: the current folder, beside the
 // program, then ../share/tav from the program's folder (an installed copy).

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windowlogic/main/MainWindowLogic.h"
 
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
+#include "core/DisplayText.h"
+#include "core/FileNames.h"
 #include "core/TextNumbers.h"
 #include "settings/RegistryStore.h"
 #include "settings/SettingsPersistence.h"
@@ -13,7 +16,6 @@
 #include "windowlogic/main/WorkingFolder.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -34,15 +36,16 @@ void MainWindowLogic::startUp(const QString& commandLine)
         path.remove(0, 1);
     if (path.endsWith(QLatin1Char('"')))
         path.chop(1);
-    if (!path.isEmpty() && QFileInfo(path).isRelative())
-        path = QFileInfo(path).absoluteFilePath();
+    if (!path.isEmpty())
+        path = absoluteFileName(path);
 
     loadSettings(session_.settings, store_, QStringLiteral("ALL"));
     const Settings& settings = session_.settings;
     // At start the items carry the bare file names; the numbers come with the
     // first file opened.
     for (int i = 1; i <= settings.recentCount; ++i)
-        recentItems_[size_t(i)] = {true, fileNamePart(settings.recentFiles[size_t(i)])};
+        recentItems_[size_t(i)] = {true,
+                                   shownFileName(fileNamePart(settings.recentFiles[size_t(i)]))};
     recentSeparatorVisible_ = settings.recentCount > 0;
     session_.lineSeparator = QStringLiteral("\r\n");
 
@@ -51,7 +54,7 @@ void MainWindowLogic::startUp(const QString& commandLine)
         QString name, folder;
         splitPath(path, name, folder);
         if (!folder.isEmpty())
-            QDir::setCurrent(folder);
+            changeFolder(folder);
         openFile(path);
     } else if (!settings.autoLoadFile.isEmpty()) {
         openFile(settings.autoLoadFile);
@@ -77,7 +80,7 @@ void MainWindowLogic::openFile(const QString& path)
     // While the file is read the caption names it alone; a file that cannot
     // be opened leaves the window as it was.
     const QString before = caption_;
-    caption_ = path;
+    caption_ = shownFileName(path);
     if (const Outcome loaded = loadGedcom(session_, path, progress_); !loaded) {
         caption_ = before;
         session_.messages().warning(loaded.message());
@@ -108,7 +111,9 @@ void MainWindowLogic::recentFileChosen(int index)
     if (index < 1 || index > Settings::maxRecentFiles)
         return;
     const QString path = session_.settings.recentFiles[size_t(index)];
-    if (path.trimmed().isEmpty() || !QFileInfo(path).isFile()) {
+    // Anything there is opened, and a file that cannot be (a named pipe)
+    // says why.
+    if (path.trimmed().isEmpty() || fileKindOf(path) == FileKind::Missing) {
         session_.messages().warning(QStringLiteral("File not found."));
         return;
     }
@@ -121,8 +126,8 @@ void MainWindowLogic::updateRecentItems(bool grew)
     if (grew)
         recentItems_[size_t(settings.recentCount)].visible = true;
     for (int i = 1; i <= settings.recentCount; ++i)
-        recentItems_[size_t(i)].caption =
-            QStringLiteral("&%1 %2").arg(i - 1).arg(fileNamePart(settings.recentFiles[size_t(i)]));
+        recentItems_[size_t(i)].caption = QStringLiteral("&%1 %2").arg(i - 1).arg(
+            shownFileName(fileNamePart(settings.recentFiles[size_t(i)])));
     if (settings.recentCount == 1)
         recentSeparatorVisible_ = true;
 }
@@ -260,7 +265,7 @@ void MainWindowLogic::followCurrentIndividual()
 QString MainWindowLogic::currentIndividualName() const
 {
     const int32_t slot = typedSlot(ViewKind::Individual);
-    return slot ? listName(session_.records, slot, session_.nameStyle()) : QString();
+    return slot ? shortenedText(listName(session_.records, slot, session_.nameStyle())) : QString();
 }
 
 std::vector<MainWindowLogic::Completion> MainWindowLogic::completions(const QString& typed)
@@ -270,8 +275,8 @@ std::vector<MainWindowLogic::Completion> MainWindowLogic::completions(const QStr
         return lines;
     const RecordStore& records = session_.records;
     for (const int32_t slot : session_.nameSearch.find(records, typed, completionsShown)) {
-        QString text =
-            listName(records, slot, session_.nameStyle()) + QStringLiteral(" (%1)").arg(slot);
+        QString text = shortenedText(listName(records, slot, session_.nameStyle())) +
+                       QStringLiteral(" (%1)").arg(slot);
         const QString years = personYears(records, slot, session_.today());
         if (!years.isEmpty())
             text += QStringLiteral("  ") + years;
@@ -356,7 +361,11 @@ QString MainWindowLogic::aboutText(const QString& lineBreak)
            lineBreak + lineBreak +
            QStringLiteral("A viewer and analyser of GEDCOM genealogy files.") + lineBreak +
            QStringLiteral("Written by the Tav developers with C++ and Qt ") +
-           QString::fromLatin1(qVersion()) + QLatin1Char('.');
+           QString::fromLatin1(qVersion()) + QLatin1Char('.') + lineBreak + lineBreak +
+           QStringLiteral("Copyright 2026 Wendrake Tav developers. Free software under the GNU "
+                          "General Public License, version 3 or later (GPL-3.0-or-later), with "
+                          "no warranty.") +
+           lineBreak + QStringLiteral("https://github.com/wendrake/tav");
 }
 
 QString MainWindowLogic::creditText()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "windowlogic/tree/TreeWindowLogic.h"
 
 #include "reports/HtmlDescendantsReport.h"
@@ -8,6 +9,7 @@
 #include "calc/RelationshipFinder.h"
 #include "core/DisplayText.h"
 #include "core/Fault.h"
+#include "core/FileNames.h"
 #include "tree/TextMeasure.h"
 #include "tree/TreeLabels.h"
 #include "tree/TreeLayout.h"
@@ -187,9 +189,9 @@ int32_t TreeWindowLogic::nextSpouseNumber(int32_t slot) const
 QString TreeWindowLogic::caption() const
 {
     const int32_t top = individualAt(1);
-    return QStringLiteral("Family tree - ") + formatName(session_.records.individual(top).name,
-                                                         NameSurname | NameGivenAsWritten,
-                                                         session_.nameStyle());
+    return QStringLiteral("Family tree - ") +
+           shortenedText(formatName(session_.records.individual(top).name,
+                                    NameSurname | NameGivenAsWritten, session_.nameStyle()));
 }
 
 QString TreeWindowLogic::statusText() const
@@ -201,7 +203,7 @@ QString TreeWindowLogic::statusText() const
     if (individual == 0)
         return QStringLiteral("? (no spouse in the file for this family)");
     return QStringLiteral("%1 (%2)")
-        .arg(listName(session_.records, individual, session_.nameStyle()))
+        .arg(shortenedText(listName(session_.records, individual, session_.nameStyle())))
         .arg(individual);
 }
 
@@ -393,7 +395,8 @@ void TreeWindowLogic::writeHtmlReport()
         session_.messages().warning(written.message());
         return;
     }
-    notice_ = QStringLiteral("Report written to %1").arg(QDir::toNativeSeparators(*written));
+    notice_ = QStringLiteral("Report written to %1")
+                  .arg(QDir::toNativeSeparators(shownFileName(*written)));
     reportToOpen_ = *written;
 }
 
@@ -439,21 +442,16 @@ void TreeWindowLogic::goBack()
     redraw();
 }
 
-void TreeWindowLogic::saveView()
-{
-    writeView(QDir::current().absoluteFilePath(treeViewFileName()));
-}
+void TreeWindowLogic::saveView() { writeView(absoluteFileName(treeViewFileName())); }
 
-void TreeWindowLogic::openView()
-{
-    readView(QDir::current().absoluteFilePath(treeViewFileName()));
-}
+void TreeWindowLogic::openView() { readView(absoluteFileName(treeViewFileName())); }
 
 bool TreeWindowLogic::writeView(const QString& path)
 {
     const Outcome saved = treeSaveToFile(model_, path);
     if (saved)
-        notice_ = QStringLiteral("View saved in %1").arg(QDir::toNativeSeparators(path));
+        notice_ =
+            QStringLiteral("View saved in %1").arg(QDir::toNativeSeparators(shownFileName(path)));
     else
         session_.messages().warning(saved.message());
     return bool(saved);
@@ -468,7 +466,8 @@ void TreeWindowLogic::readView(const QString& path)
         showSavedView(model_, std::move(view));
         triangleShown_ = false;
         model_.selInd = 1;
-        notice_ = QStringLiteral("View opened from %1").arg(QDir::toNativeSeparators(path));
+        notice_ = QStringLiteral("View opened from %1")
+                      .arg(QDir::toNativeSeparators(shownFileName(path)));
     });
     redraw();
 }
@@ -497,7 +496,7 @@ QString TreeWindowLogic::suggestedViewName() const
 QString TreeWindowLogic::viewFolder() const
 {
     const QString& folder = session_.settings.viewFolder;
-    return !folder.isEmpty() && QFileInfo(folder).isDir() ? folder : QDir::currentPath();
+    return fileKindOf(folder) == FileKind::Folder ? folder : QDir::currentPath();
 }
 
 void TreeWindowLogic::countDescendantsOfSelected()
@@ -547,7 +546,8 @@ void TreeWindowLogic::toggleTriangle()
 QString TreeWindowLogic::triangleLabel() const
 {
     const int32_t individual = triangle_.individual;
-    const QString name = listName(session_.records, individual, session_.nameStyle());
+    const QString name =
+        shortenedText(listName(session_.records, individual, session_.nameStyle()));
     const QString years = personYears(session_.records, individual, session_.today());
     return years.isEmpty() ? name : name + QLatin1Char(' ') + years;
 }

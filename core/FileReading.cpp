@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/FileReading.h"
+
+#include "core/FileNames.h"
+
+#include <algorithm>
+#include <new>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#else
+#include <QFile>
+#include <QFileInfo>
+#endif
+
+namespace tav {
+
+QString tooLargeText(qint64 size, qint64 largest)
+{
+    constexpr qint64 megabyte = 1024 * 1024;
+    return QStringLiteral("the file is too large to read (%1 MB; at most %2 MB)")
+        .arg((size + megabyte - 1) / megabyte)
+        .arg(largest / megabyte);
+}
+
+namespace {
+
+QString notAFileText(FileKind kind)
+{
+    return QStringLiteral("it is %1, not a file").arg(fileKindText(kind));
+}
+
+}  // namespace
+
+#ifdef Q_OS_UNIX
+
+namespace {
+
+QString systemReason(int error) { return QString::fromLocal8Bit(std::strerror(error)); }
+
+// Closes the descriptor when it goes.
+struct Descriptor {
+    int fd;
+    ~Descriptor()
+    {
+        if (fd >= 0)
+            ::close(fd);
+    }
+};
+
+Result<QByteArray> readRegular(int fd, qint64 size, qint64 largest)
+{
+    if (size > largest)
+        return Outcome::failed(tooLargeText(size, largest));
+    QByteArray bytes(qsizetype(size), Qt::Uninitialized);
+    qint64 done = 0;
+    while (done < size) {
+        const ssize_t got = ::read(fd, bytes.data() + done, size_t(size - done));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return Outcome::failed(systemReason(errno));
+        if (got == 0)
+            break;
+        done += got;
+    }
+    bytes.truncate(qsizetype(done));
+    return bytes;
+}
+
+// A pipe, a terminal or a device, which tells no length: read in pieces to
+// its end or past `largest`. A named pipe is read without blocking, so one
+// that no program writes to ends the wait after a moment instead of never.
+Result<QByteArray> readStream(int fd, bool pipe, qint64 largest)
+{
+    constexpr qsizetype piece = 1 << 20;
+    QByteArray bytes;
+    qsizetype used = 0;
+    bool writerSeen = false;
+    for (;;) {
+        int ready = 1;
+        if (pipe) {
+            pollfd wait{fd, POLLIN, 0};
+            ready = ::poll(&wait, 1, writerSeen ? -1 : pipeWriterWaitMs);
+            if (ready < 0 && errno == EINTR)
+                continue;
+            if (ready < 0)
+                return Outcome::failed(systemReason(errno));
+        }
+        if (bytes.size() < used + piece) {
+            // Grown by doubling, but never past the limit and a piece.
+            const qsizetype room = std::min<qint64>(std::max(bytes.size() * 2, used + piece),
+                                                    largest + piece);
+            bytes.resize(room);
+        }
+        const ssize_t got = ::read(fd, bytes.data() + used, size_t(piece));
+        if (got > 0) {
+            writerSeen = true;
+            used += got;
+            if (used > largest)
+                return Outcome::failed(tooLargeText(used, largest));
+            continue;
+        }
+        if (got == 0) {
+            // The end, unless nothing was ever written and the wait ran out:
+            // then no program has the pipe open to write.
+            if (pipe && !writerSeen && ready == 0)
+                return Outcome::failed(QStringLiteral("nothing writes to this named pipe"));
+            break;
+        }
+        if (errno == EAGAIN || errno == EWOULDBLOCK) {
+            writerSeen = true;  // a writer is there, with nothing to say yet
+            continue;
+        }
+        if (errno != EINTR)
+            return Outcome::failed(systemReason(errno));
+    }
+    bytes.truncate(used);
+    bytes.squeeze();
+    return bytes;
+}
+
+}  // namespace
+
+Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles oddFiles)
+{
+    const FileKind kind = fileKindOf(path);
+    if (kind == FileKind::Folder)
+        return Outcome::failed(QStringLiteral("Is a directory"));
+    if (kind != FileKind::Regular && kind != FileKind::Missing && oddFiles == OddFiles::Refused)
+        return Outcome::failed(notAFileText(kind));
+    const Descriptor file{
+        ::open(fileNameToBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)};
+    if (file.fd < 0)
+        return Outcome::failed(systemReason(errno));
+    struct stat info {};
+    if (::fstat(file.fd, &info) != 0)
+        return Outcome::failed(systemReason(errno));
+    try {
+        if (S_ISREG(info.st_mode))
+            return readRegular(file.fd, qint64(info.st_size), largest);
+        if (S_ISDIR(info.st_mode))
+            return Outcome::failed(QStringLiteral("Is a directory"));
+        if (oddFiles == OddFiles::Refused)
+            return Outcome::failed(notAFileText(S_ISFIFO(info.st_mode) ? FileKind::Pipe
+                                                                       : FileKind::Device));
+        const bool pipe = S_ISFIFO(info.st_mode);
+        if (!pipe)
+            ::fcntl(file.fd, F_SETFL, ::fcntl(file.fd, F_GETFL) & ~O_NONBLOCK);
+        return readStream(file.fd, pipe, largest);
+    } catch (const std::bad_alloc&) {
+        return Outcome::failed(QStringLiteral("there is not enough memory to read it"));
+    }
+}
+
+#else
+
+Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles oddFiles)
+{
+    const FileKind kind = fileKindOf(path);
+    if (kind == FileKind::Folder)
+        return Outcome::failed(QStringLiteral("Is a directory"));
+    if (kind == FileKind::Other && oddFiles == OddFiles::Refused)
+        return Outcome::failed(notAFileText(kind));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return Outcome::failed(file.errorString());
+    QByteArray bytes;
+    try {
+        const qint64 size = file.size();
+        if (size > largest)
+            return Outcome::failed(tooLargeText(size, largest));
+        bytes.resize(qsizetype(size));
+        qint64 done = 0;
+        while (done < size) {
+            const qint64 got = file.read(bytes.data() + done, size - done);
+            if (got <= 0)
+                break;
+            done += got;
+        }
+        bytes.truncate(qsizetype(done));
+    } catch (const std::bad_alloc&) {
+        return Outcome::failed(QStringLiteral("there is not enough memory to read it"));
+    }
+    if (file.error() != QFileDevice::NoError)
+        return Outcome::failed(file.errorString());
+    return bytes;
+}
+
+#endif
+
+}  // namespace tav
