@@ -4,12 +4,21 @@
 #include "draw/PagedPicture.h"
 
 #include <QComboBox>
+#include <QGraphicsView>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QToolBar>
 
 namespace tav {
+
+void steadyPreview(QPrintPreviewDialog& preview)
+{
+    for (QGraphicsView* pages : preview.findChildren<QGraphicsView*>()) {
+        pages->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        pages->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    }
+}
 
 void previewAndPrint(QWidget* parent, const Picture& picture, const QString& title)
 {
@@ -19,6 +28,7 @@ void previewAndPrint(QWidget* parent, const Picture& picture, const QString& tit
                                    ? QPageLayout::Landscape
                                    : QPageLayout::Portrait);
     QPrintPreviewDialog preview(&printer, parent);
+    steadyPreview(preview);
     preview.setWindowTitle(QStringLiteral("Print - ") + title);
     PageScale scale = PageScale::FitOnePage;
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,

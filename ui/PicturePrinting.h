@@ -5,9 +5,15 @@
 
 #include <QString>
 
+class QPrintPreviewDialog;
 class QWidget;
 
 namespace tav {
+
+// Readies a print preview dialog: its page view keeps both scroll bars,
+// for at some sizes, fitting the page to the width, a scroll bar that comes
+// and goes makes the view fit again without end, and the window freezes.
+void steadyPreview(QPrintPreviewDialog& preview);
 
 // The print preview of a drawing, with the choice between fitting it on one
 // page (the first choice) and printing it at full size across as many pages

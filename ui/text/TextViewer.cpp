@@ -4,6 +4,7 @@
 #include "app/Session.h"
 #include "core/DisplayText.h"
 #include "ui/Icons.h"
+#include "ui/PicturePrinting.h"
 #include "ui/TableCopying.h"
 #include "ui/WindowFrames.h"
 
@@ -120,6 +121,7 @@ void TextViewer::printWithPreview()
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(windowTitle());
     QPrintPreviewDialog preview(&printer, this);
+    steadyPreview(preview);
     preview.setWindowTitle(QStringLiteral("Print - ") + windowTitle());
     connect(&preview, &QPrintPreviewDialog::paintRequested, this,
             [this](QPrinter* target) { text_->document()->print(target); });
