@@ -8,6 +8,7 @@
 #include "bench/BenchPainting.h"
 #include "calc/DescendantCounting.h"
 #include "cli/OffscreenGui.h"
+#include "draw/PagedPicture.h"
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
@@ -17,10 +18,12 @@
 #include "tree/TreeViewFile.h"
 #include "windowlogic/tree/TreeWindowLogic.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QPainter>
 
 #include <QFile>
+#include <QPdfWriter>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
@@ -396,6 +399,26 @@ void BM_ExportThousandBoxes(benchmark::State& state)
 }
 BENCHMARK(BM_ExportThousandBoxes)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 
+// Printing the view of 1000 boxes at full size across pages, into a PDF
+// (bytes, not the disk), as the print preview and the printer ask for it:
+// each page paints only the boxes that meet it.
+void BM_PrintThousandBoxesFullSize(benchmark::State& state)
+{
+    FullView view;
+    const tav::Picture picture = tav::treePicture(
+        tav::treeDrawing(view.model, view.loaded.session.records, view.loaded.session.settings, 0));
+    int pages = 0;
+    for (auto _ : state) {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter writer(&buffer);
+        writer.setResolution(1200);
+        pages = tav::paintOnPages(writer, picture, tav::PageScale::FullSize);
+    }
+    state.counters["pages"] = pages;
+}
+BENCHMARK(BM_PrintThousandBoxesFullSize)->Unit(benchmark::kMillisecond);
+
 // The largest PNG made: 16384 x 8192 pixels (128 megapixels) of the view of
 // 1000 boxes, with the peak memory of the process, which must stay under
 // 1 GB whatever the tree.
@@ -406,13 +429,13 @@ void BM_LargestPng(benchmark::State& state)
         tav::treeDrawing(view.model, view.loaded.session.records, view.loaded.session.settings, 0);
     const QRectF bounds(0, 0, tav::largestPngSide / tav::pngScale - 2 * tav::pictureMargin,
                         tav::largestPngSide / 2 / tav::pngScale - 2 * tav::pictureMargin);
-    const tav::Picture picture{bounds, [&](QPainter& painter) {
+    const tav::Picture picture{bounds, [&](QPainter& painter, const QRectF&) {
                                    const double scale =
                                        std::min(bounds.width() / drawing.bounds.width(),
                                                 bounds.height() / drawing.bounds.height());
                                    painter.scale(scale, scale);
                                    painter.translate(-drawing.bounds.topLeft());
-                                   tav::treePicture(drawing).paint(painter);
+                                   tav::treePicture(drawing).paint(painter, QRectF());
                                }};
     qsizetype bytes = 0;
     for (auto _ : state)

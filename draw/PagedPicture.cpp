@@ -94,7 +94,7 @@ int paintOnPages(QPagedPaintDevice& device, const Picture& picture, PageScale sc
         painter.translate((page.width() - frame.width() * fit) / 2, 0);
         painter.scale(fit, fit);
         painter.translate(-frame.topLeft());
-        picture.paint(painter);
+        picture.paint(painter, QRectF());
         painter.restore();
         if (scale == PageScale::FullSize) {
             painter.setPen(QColor(120, 120, 120));
@@ -116,7 +116,7 @@ int paintOnPages(QPagedPaintDevice& device, const Picture& picture, PageScale sc
         painter.save();
         painter.setClipRect(QRectF(QPointF(0, 0), page));
         painter.translate(-tile.topLeft() - frame.topLeft());
-        picture.paint(painter);
+        picture.paint(painter, tile.translated(frame.topLeft()));
         painter.restore();
         paintOverlapMarks(painter, tile, frame.size());
         painter.save();

@@ -32,7 +32,7 @@ QRect framed(const Picture& picture)
 void paintFramed(QPainter& painter, const Picture& picture)
 {
     painter.translate(-framed(picture).topLeft());
-    picture.paint(painter);
+    picture.paint(painter, QRectF());
 }
 
 // What `write` puts into a buffer; whatever writes into it is finished

@@ -143,13 +143,17 @@ void paintTree(QPainter& painter, const TreeDrawing& drawing, const QRectF& visi
 
 Picture treePicture(const TreeDrawing& drawing)
 {
-    return Picture{drawing.bounds, [drawing](QPainter& painter) {
+    return Picture{drawing.bounds, [drawing](QPainter& painter, const QRectF& visible) {
                        // The background reaches past the bounds, under any margin.
                        const double reach =
                            std::max(drawing.bounds.width(), drawing.bounds.height());
-                       painter.fillRect(drawing.bounds.adjusted(-reach, -reach, reach, reach),
+                       const QRectF all = drawing.bounds.adjusted(-reach, -reach, reach, reach);
+                       painter.fillRect(visible.isEmpty() ? all : all.intersected(visible),
                                         treeBackground(drawing.backColour));
-                       paintTree(painter, drawing);
+                       // A page paints only its own boxes: a print of a
+                       // thousand pages costs the boxes once, not a
+                       // thousand times.
+                       paintTree(painter, drawing, visible);
                    }};
 }
 

@@ -21,7 +21,7 @@ namespace {
 // A row of labelled boxes, as wide as asked, starting left of the origin.
 Picture labelledBoxes(int boxes)
 {
-    return Picture{QRectF(-50, 0, 120.0 * boxes, 40), [boxes](QPainter& painter) {
+    return Picture{QRectF(-50, 0, 120.0 * boxes, 40), [boxes](QPainter& painter, const QRectF&) {
                        for (int k = 0; k < boxes; ++k) {
                            const QRectF box(-50 + 120.0 * k, 0, 100, 40);
                            painter.drawRect(box);
@@ -156,7 +156,7 @@ TEST(PictureExportTest, APngTooLargeIsDrawnSmallerOrRefusedAndTheOldFileStays)
     EXPECT_EQ(pictureNote(labelledBoxes(3), path), QString()) << "a usual picture";
 
     // Square: the pixel count, not a side, decides.
-    const Picture square{QRectF(0, 0, 9952, 9952), [](QPainter&) {}};
+    const Picture square{QRectF(0, 0, 9952, 9952), [](QPainter&, const QRectF&) {}};
     EXPECT_NEAR(pngScaleFor(square), std::sqrt(128.0 * 1024 * 1024) / 10000, 1e-9);
     const QSize squarePixels = pngSize(square, pngScaleFor(square));
     EXPECT_LE(qint64(squarePixels.width()) * squarePixels.height(), largestPngPixels);
@@ -192,7 +192,7 @@ TEST(PictureExportTest, APictureOfTooManyPagesIsPrintedOnOne)
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter pdf(&buffer);
     pdf.setPageSize(QPageSize(QPageSize::A4));
-    const Picture huge{QRectF(-1e9, 0, 2e9, 1e5), [](QPainter& painter) {
+    const Picture huge{QRectF(-1e9, 0, 2e9, 1e5), [](QPainter& painter, const QRectF&) {
                            painter.drawLine(QPointF(-1e9, 0), QPointF(1e9, 1e5));
                        }};
     EXPECT_EQ(paintOnPages(pdf, huge, PageScale::FullSize), 1);
