@@ -124,7 +124,7 @@ namespace {
 
 // The year of a date, false when it has none that can be read (a year past
 // 32 bits included: a label never faults).
-bool yearOf(const QString& date, int32_t& year)
+bool yearOf(QStringView date, int32_t& year)
 {
     int32_t day = 0, month = 0;
     try {

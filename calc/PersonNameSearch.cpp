@@ -108,7 +108,7 @@ void PersonNameSearch::build(const RecordStore& records)
                 folded.surnameEnd = all.size();
             }
         }
-        for (const QString& other : records.otherNames(person))
+        for (const QStringView other : records.otherNames(person))
             appendPadded(all, other);
         if (all.size() == 1)
             all.clear();

@@ -54,7 +54,8 @@ bool isMale(const Individual& person) { return person.sex == QLatin1String("M");
 
 QString sentence(const Individual& first, const QString& word, const Individual& second)
 {
-    return first.name + QStringLiteral(" is ") + word + QStringLiteral(" of ") + second.name;
+    return first.name.toString() + QStringLiteral(" is ") + word + QStringLiteral(" of ") +
+           second.name.toString();
 }
 
 // The word for one side of a line of descent: the elder side (father,
@@ -111,7 +112,7 @@ QString bloodRelationship(const RecordStore& records, int32_t a, int32_t b, cons
     };
 
     if (gA == 0 && gB == 0)
-        return personA.name + QStringLiteral(" is ") + personB.name;
+        return personA.name.toString() + QStringLiteral(" is ") + personB.name.toString();
     if (gA == 1 && gB == 1)
         return pair(maleA ? "the brother" : "the sister", maleB ? "the brother" : "the sister",
                     true);
@@ -145,10 +146,10 @@ QString relationshipText(const RecordStore& records, int32_t a, int32_t b, const
         spouses = (isMale(personA) ? records.wifeOf(family) : records.husbandOf(family)) == b;
     }
     if (spouses) {
-        answer = personA.name + QStringLiteral(" is the ") +
-                 (isMale(personA) ? "husband" : "wife") + QStringLiteral(" of ") + personB.name +
-                 gap + personB.name + QStringLiteral(" is the ") +
-                 (isMale(personB) ? "husband" : "wife") + QStringLiteral(" of ") + personA.name;
+        const QString nameA = personA.name.toString(), nameB = personB.name.toString();
+        answer = nameA + QStringLiteral(" is the ") + (isMale(personA) ? "husband" : "wife") +
+                 QStringLiteral(" of ") + nameB + gap + nameB + QStringLiteral(" is the ") +
+                 (isMale(personB) ? "husband" : "wife") + QStringLiteral(" of ") + nameA;
     } else {
         answer = bloodRelationship(records, a, b, gap);
     }

@@ -119,12 +119,12 @@ private:
     int32_t value_;
 };
 
-const QString& birthOf(const RecordStore& r, int32_t individual)
+QStringView birthOf(const RecordStore& r, int32_t individual)
 {
     return r.individual(individual).birthDate;
 }
 
-bool parses(const QString& date)
+bool parses(QStringView date)
 {
     int32_t d = 0, m = 0, y = 0;
     return parseDate(date, d, m, y) != 0;
@@ -149,7 +149,7 @@ void byBirth(QueryRun& run, bool earliest)
     Best best(run.individuals(), run.candidates.individual, 1, 0);
     QString reference = earliest ? dateText(run.today) : QStringLiteral("15 JUN 100");
     for (int32_t i = 1; i <= run.r.individualCount(); ++i) {
-        const QString& birth = run.r.individual(i).birthDate;
+        const QStringView birth = run.r.individual(i).birthDate;
         const int32_t order = compareDates(reference, birth);
         if (order == (earliest ? 2 : 0))
             best.better(i, 0);
@@ -157,7 +157,7 @@ void byBirth(QueryRun& run, bool earliest)
             best.equal(i);
         else
             continue;
-        reference = birth;
+        reference = birth.toString();
     }
     best.finish();
 }
@@ -234,8 +234,8 @@ void largestAgeGapAtMarriage(QueryRun& run)
     const RecordStore& r = run.r;
     Best best(run.families(), run.candidates.family, 1, 0);
     for (int32_t f = 1; f <= r.familyCount(); ++f) {
-        const QString& husbandBirth = birthOf(r, r.husbandOf(r.family(f)));
-        const QString& wifeBirth = birthOf(r, r.wifeOf(r.family(f)));
+        const QStringView husbandBirth = birthOf(r, r.husbandOf(r.family(f)));
+        const QStringView wifeBirth = birthOf(r, r.wifeOf(r.family(f)));
         QString label;
         const int32_t gap = calcAge(husbandBirth, wifeBirth, label, run.today);
         if (gap >= 0 && parses(husbandBirth) && parses(wifeBirth))

@@ -85,7 +85,7 @@ public:
         parts_.push_back(number_);
         return *this;
     }
-    SearchText& operator<<(const QString& field)
+    SearchText& operator<<(QStringView field)
     {
         if (!field.isEmpty())
             parts_.push_back(field);
@@ -156,7 +156,7 @@ void findByWords(const RecordStore& r, FindResults& results, const QString& text
                 [&](SearchText& s, int32_t k) {
                     const Individual& p = r.individual(k);
                     s.start(u'I', p.id) << p.name;
-                    for (const QString& other : r.otherNames(p))
+                    for (const QStringView other : r.otherNames(p))
                         s << other;
                     s << p.sex << p.occupation << p.birthDate << p.birthPlace << p.deathDate
                       << p.deathPlace << p.note;

@@ -31,6 +31,25 @@ QString decodeWithTable(const char* bytes, qsizetype length, const char16_t* hig
     return text;
 }
 
+qsizetype tableInto(const char* bytes, qsizetype length, const char16_t* high, char16_t* out)
+{
+    for (qsizetype i = 0; i < length; ++i) {
+        const auto b = static_cast<unsigned char>(bytes[i]);
+        out[i] = b < 0x80 ? char16_t(b) : high[b - 0x80];
+    }
+    return length;
+}
+
+qsizetype utf8Into(const char* bytes, qsizetype length, char16_t* out)
+{
+    // Each value on its own, a byte order mark inside it kept, as
+    // QString::fromUtf8 reads it.
+    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless |
+                                                       QStringConverter::Flag::ConvertInitialBom);
+    QChar* const start = reinterpret_cast<QChar*>(out);
+    return decoder.appendToBuffer(start, QByteArrayView(bytes, length)) - start;
+}
+
 char16_t anselChar(unsigned char b)
 {
     if (b < 0x80)
@@ -144,6 +163,29 @@ QString CharsetDecoder::decode(const char* bytes, qsizetype length) const
         return decodeWithTable(bytes, length, codepages::windows1252);
     }
     return QString::fromUtf8(bytes, length);
+}
+
+qsizetype CharsetDecoder::decodeInto(const char* bytes, qsizetype length, char16_t* out) const
+{
+    if (length <= 0)
+        return 0;
+    if (isAscii(bytes, length)) {
+        for (qsizetype i = 0; i < length; ++i)
+            out[i] = char16_t(static_cast<unsigned char>(bytes[i]));
+        return length;
+    }
+    switch (charset_) {
+    case Charset::Utf8: return utf8Into(bytes, length, out);
+    case Charset::Ansel: return -1;
+    case Charset::Windows1252: return tableInto(bytes, length, codepages::windows1252, out);
+    case Charset::CodePage437: return tableInto(bytes, length, codepages::ibm437, out);
+    case Charset::CodePage850: return tableInto(bytes, length, codepages::ibm850, out);
+    case Charset::Automatic:
+        if (isValidUtf8(bytes, length))
+            return utf8Into(bytes, length, out);
+        return tableInto(bytes, length, codepages::windows1252, out);
+    }
+    return utf8Into(bytes, length, out);
 }
 
 QByteArrayView prepareFileBytes(QByteArray& raw)

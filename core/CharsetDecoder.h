@@ -26,6 +26,11 @@ public:
 
     Charset charset() const { return charset_; }
     QString decode(const char* bytes, qsizetype length) const;
+    // Writes the text of the bytes to `out`, which has room for `length`
+    // units (every character set gives at most one unit a byte, UTF-8's
+    // four-byte letters two), and gives the units written; -1 for ANSEL,
+    // whose composed letters need `decode`.
+    qsizetype decodeInto(const char* bytes, qsizetype length, char16_t* out) const;
 
 private:
     Charset charset_;

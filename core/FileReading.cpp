@@ -2,6 +2,7 @@
 #include "core/FileReading.h"
 
 #include "core/FileNames.h"
+#include "core/LargePages.h"
 
 #include <algorithm>
 #include <new>
@@ -58,6 +59,7 @@ Result<QByteArray> readRegular(int fd, qint64 size, qint64 largest)
     if (size > largest)
         return Outcome::failed(tooLargeText(size, largest));
     QByteArray bytes(qsizetype(size), Qt::Uninitialized);
+    prepareForWriting(bytes.data(), size_t(size));
     qint64 done = 0;
     while (done < size) {
         const ssize_t got = ::read(fd, bytes.data() + done, size_t(size - done));

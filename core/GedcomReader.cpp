@@ -23,6 +23,9 @@ inline qsizetype indexOf(const char* line, qsizetype length, char c, qsizetype f
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
+// What a CONT line puts before its text in a note.
+constexpr QLatin1StringView lineSeparator("\r\n");
+
 // The length of a line cut to at most `longest` bytes, not inside a UTF-8
 // character.
 qsizetype cutLength(const char* line, qsizetype longest)
@@ -65,11 +68,13 @@ void GedcomReader::read(QByteArrayView bytes)
     // Room for the cross-references at once: a record with its links takes
     // some 200 to 300 bytes of a file.
     store_.crossReferences().clear(size_t(bytes.size() / 256));
+    store_.expectFileBytes(bytes.size());
     decoder_ = CharsetDecoder(CharsetDecoder::charsetFromName(headerCharsetName(bytes)));
     recordType_ = RecordType::None;
     level1Tag_ = {};
     sharedTexts_.clear();
     sharedValues_.clear();
+    noteField_ = nullptr;
     level0Lines_ = 0;
     longLines_ = 0;
 
@@ -91,6 +96,7 @@ void GedcomReader::read(QByteArrayView bytes)
                 progress_(lines.position());
         }
     }
+    finishNote();
     sharedTexts_.clear();
     sharedValues_ = {};
     store_.resolveLinks();
@@ -160,6 +166,7 @@ void GedcomReader::reportCapacity(bool& truncated, const char* what, int32_t cap
 
 void GedcomReader::readLevel0(const char* line, qsizetype length, qsizetype blank)
 {
+    finishNote();
     progressDue_ = ++level0Lines_ % 80 == 0;
     recordType_ = RecordType::Skipped;
     const qsizetype at = blank + 1;
@@ -214,7 +221,7 @@ void GedcomReader::readLevel0(const char* line, qsizetype length, qsizetype blan
             Note& note = store_.addNote();
             begin(note);
             // Text on the level-0 line is the note's first line.
-            note.text = untrimmedValue(line, length, tagEnd + 1);
+            setNote(note.text, untrimmedValue(line, length, tagEnd + 1));
         } else {
             reportCapacity(store_.notesTruncated, "notes", RecordStore::noteCapacity);
         }
@@ -236,27 +243,63 @@ std::string_view trimmedBytes(const char* line, qsizetype length, qsizetype valu
 
 }  // namespace
 
-QString GedcomReader::trimmedValue(const char* line, qsizetype length, qsizetype valueStart) const
+QStringView GedcomReader::storedText(const char* bytes, qsizetype length)
 {
-    const std::string_view bytes = trimmedBytes(line, length, valueStart);
-    return decoder_.decode(bytes.data(), qsizetype(bytes.size()));
+    if (length <= 0)
+        return {};
+    TextArena& texts = store_.texts();
+    const qsizetype written = decoder_.decodeInto(bytes, length, texts.reserve(length));
+    return written >= 0 ? texts.take(written) : texts.add(decoder_.decode(bytes, length));
 }
 
-QString GedcomReader::sharedValue(const char* line, qsizetype length, qsizetype valueStart)
+QStringView GedcomReader::trimmedValue(const char* line, qsizetype length, qsizetype valueStart)
+{
+    const std::string_view bytes = trimmedBytes(line, length, valueStart);
+    return storedText(bytes.data(), qsizetype(bytes.size()));
+}
+
+QStringView GedcomReader::sharedValue(const char* line, qsizetype length, qsizetype valueStart)
 {
     const std::string_view bytes = trimmedBytes(line, length, valueStart);
     if (bytes.empty())
-        return QString();
+        return {};
     const int32_t code = sharedTexts_.intern(bytes);
     if (size_t(code) == sharedValues_.size())
-        sharedValues_.push_back(decoder_.decode(bytes.data(), qsizetype(bytes.size())));
+        sharedValues_.push_back(storedText(bytes.data(), qsizetype(bytes.size())));
     return sharedValues_[size_t(code)];
 }
 
-QString GedcomReader::untrimmedValue(const char* line, qsizetype length, qsizetype valueStart) const
+QStringView GedcomReader::untrimmedValue(const char* line, qsizetype length, qsizetype valueStart)
 {
-    return valueStart < length ? decoder_.decode(line + valueStart, length - valueStart)
-                               : QString();
+    return valueStart < length ? storedText(line + valueStart, length - valueStart)
+                               : QStringView();
+}
+
+void GedcomReader::setNote(QStringView& field, QStringView text)
+{
+    if (noteField_ == &field)
+        noteField_ = nullptr;
+    field = text;
+}
+
+void GedcomReader::extendNote(QStringView& field, QLatin1StringView separator, const char* line,
+                              qsizetype length, qsizetype valueStart)
+{
+    if (noteField_ != &field) {
+        finishNote();
+        noteField_ = &field;
+        noteText_ = field.toString();
+    }
+    noteText_ += separator;
+    if (valueStart < length)
+        noteText_ += decoder_.decode(line + valueStart, length - valueStart);
+}
+
+void GedcomReader::finishNote()
+{
+    if (noteField_)
+        *noteField_ = store_.texts().add(noteText_);
+    noteField_ = nullptr;
 }
 
 void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype length,
@@ -266,21 +309,21 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
     switch (recordType_) {
     case RecordType::Head:
         if (tag == "DATE")
-            store_.headerDate = trimmedValue(line, length, valueStart);
+            store_.headerDate = trimmedValue(line, length, valueStart).toString();
         else if (tag == "CHAR")
-            store_.characterSet = trimmedValue(line, length, valueStart);
+            store_.characterSet = trimmedValue(line, length, valueStart).toString();
         break;
     case RecordType::Individual: {
         Individual& person = store_.individualAt(store_.individualCount());
         if (tag == "NAME") {
             // The first name is the person's name; later ones are other names.
-            QString name = trimmedValue(line, length, valueStart);
+            const QStringView name = trimmedValue(line, length, valueStart);
             if (name.isEmpty())
                 break;
             if (person.name.isEmpty())
-                person.name = std::move(name);
+                person.name = name;
             else
-                store_.addOtherName(person, std::move(name));
+                store_.addOtherName(person, name);
         } else if (tag == "SEX") {
             person.sex = sharedValue(line, length, valueStart);
         } else if (tag == "OCCU") {
@@ -292,7 +335,7 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
         } else if (tag == "FAMC") {
             trap([&] { person.childFamily.xref = crossReference(line, length, valueStart - 1); });
         } else if (tag == "NOTE" || tag == "SNOTE") {
-            person.note = untrimmedValue(line, length, valueStart);
+            setNote(person.note, untrimmedValue(line, length, valueStart));
         }
         break;
     }
@@ -319,15 +362,15 @@ void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype 
         else if (tag == "PUBL")
             source.publication = trimmedValue(line, length, valueStart);
         else if (tag == "NOTE" || tag == "SNOTE")
-            source.note = trimmedValue(line, length, valueStart);
+            setNote(source.note, trimmedValue(line, length, valueStart));
         break;
     }
     case RecordType::Note: {
         Note& note = store_.noteAt(store_.noteCount());
         if (tag == "CONT")
-            note.text += lineSeparator_ + untrimmedValue(line, length, valueStart);
+            extendNote(note.text, lineSeparator, line, length, valueStart);
         else if (tag == "CONC")
-            note.text += untrimmedValue(line, length, valueStart);
+            extendNote(note.text, {}, line, length, valueStart);
         break;
     }
     case RecordType::None:
@@ -341,7 +384,7 @@ void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype 
     switch (recordType_) {
     case RecordType::Head:
         if (level1Tag_ == "GEDC" && tag == "VERS")
-            store_.gedcomVersion = trimmedValue(line, length, valueStart);
+            store_.gedcomVersion = trimmedValue(line, length, valueStart).toString();
         break;
     case RecordType::Individual: {
         Individual& person = store_.individualAt(store_.individualCount());
@@ -359,9 +402,9 @@ void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype 
                 person.deathPlace = sharedValue(line, length, valueStart);
         } else if (tag == "CONT") {
             // Continuations under any other level-1 tag extend the note.
-            person.note += lineSeparator_ + untrimmedValue(line, length, valueStart);
+            extendNote(person.note, lineSeparator, line, length, valueStart);
         } else if (tag == "CONC") {
-            person.note += untrimmedValue(line, length, valueStart);
+            extendNote(person.note, {}, line, length, valueStart);
         }
         break;
     }

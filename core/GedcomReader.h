@@ -46,11 +46,20 @@ private:
     int32_t crossReference(const char* line, qsizetype length, qsizetype from);
     void reportCapacity(bool& truncated, const char* what, int32_t capacity);
 
-    QString trimmedValue(const char* line, qsizetype length, qsizetype valueStart) const;
+    // Decoded bytes, kept in the store's text arena.
+    QStringView storedText(const char* bytes, qsizetype length);
+    QStringView trimmedValue(const char* line, qsizetype length, qsizetype valueStart);
     // A trimmed value that many records repeat (places, occupations, sex):
     // equal values share one string.
-    QString sharedValue(const char* line, qsizetype length, qsizetype valueStart);
-    QString untrimmedValue(const char* line, qsizetype length, qsizetype valueStart) const;
+    QStringView sharedValue(const char* line, qsizetype length, qsizetype valueStart);
+    QStringView untrimmedValue(const char* line, qsizetype length, qsizetype valueStart);
+    // A note's text, which its CONT and CONC lines extend: set anew, or
+    // extended by a line (after `separator`). An extended text is built
+    // apart and goes to the arena when its record ends.
+    void setNote(QStringView& field, QStringView text);
+    void extendNote(QStringView& field, QLatin1StringView separator, const char* line,
+                    qsizetype length, qsizetype valueStart);
+    void finishNote();
 
     template <typename Statement>
     void trap(Statement&& statement);
@@ -59,13 +68,15 @@ private:
     Report report_;
     Progress progress_;
     CharsetDecoder decoder_;
-    QString lineSeparator_ = QStringLiteral("\r\n");
 
     RecordType recordType_ = RecordType::None;
     std::string_view level1Tag_;  // points into the file bytes, alive for the whole read
     // Values read with sharedValue, by their code in sharedTexts_.
     InternedTexts sharedTexts_;
-    std::vector<QString> sharedValues_;
+    std::vector<QStringView> sharedValues_;
+    // The note being extended, and its text so far.
+    QStringView* noteField_ = nullptr;
+    QString noteText_;
     int64_t level0Lines_ = 0;
     bool progressDue_ = false;
     int64_t longLines_ = 0;      // lines cut at longestLine

@@ -76,10 +76,13 @@ void InternedTexts::clear(size_t expected)
 {
     arena_.clear();
     starts_.assign(1, 0);
-    size_t size = 1024;
-    while (size < 2 * expected)
-        size *= 2;
-    table_.assign(size, Entry{});
+    // Room for the texts at once, so that they are not copied as they come;
+    // the hash table starts small, since numbered texts ("I12") never go
+    // there, and grows with the texts it holds.
+    arena_.reserve(expected * 8);
+    starts_.reserve(expected + 1);
+    table_.assign(1024, Entry{});
+    hashed_ = 0;
     numbered_.clear();
 }
 
@@ -186,7 +189,7 @@ int32_t InternedTexts::intern(std::string_view text)
     const int32_t code = add(text);
     table_[at] = Entry{uint32_t(hashOf(text) >> 32), code};
     // At most half full, so every search meets an empty place soon.
-    if (size_t(count()) * 2 > table_.size())
+    if (++hashed_ * 2 > table_.size())
         grow();
     return code;
 }

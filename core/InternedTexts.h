@@ -69,6 +69,7 @@ private:
     std::string arena_;                // every text, one after another
     std::vector<uint32_t> starts_{0};  // code k is arena_[starts_[k], starts_[k + 1])
     std::vector<Entry> table_ = std::vector<Entry>(1024);
+    size_t hashed_ = 0;  // texts in the hash table
     std::vector<Numbered> numbered_;
 };
 

@@ -37,6 +37,7 @@ void RecordStore::resetRecords()
     notes_.assign(1, Note{});
     links_.clear();
     otherNames_.clear();
+    texts_.clear();
     xrefs_.clear();
     individualByXref_.clear();
     familyByXref_.clear();
@@ -52,6 +53,12 @@ QStringView pointedXref(QStringView value)
     return inner.contains(u'@') || inner.contains(u' ') ? QStringView() : inner;
 }
 
+void RecordStore::expectFileBytes(qsizetype bytes)
+{
+    // A link line takes at least a dozen bytes ("1 CHIL @I1@" and its end).
+    links_.reserve(size_t(bytes / 16));
+}
+
 int32_t RecordStore::addLink(int32_t& first, int32_t& count)
 {
     if (count == 0)
@@ -61,19 +68,19 @@ int32_t RecordStore::addLink(int32_t& first, int32_t& count)
     return int32_t(links_.size()) - 1;
 }
 
-void RecordStore::addOtherName(Individual& person, QString name)
+void RecordStore::addOtherName(Individual& person, QStringView name)
 {
     if (person.otherNameCount == 0)
         person.firstOtherName = int32_t(otherNames_.size());
     ++person.otherNameCount;
-    otherNames_.push_back(std::move(name));
+    otherNames_.push_back(name);
 }
 
 namespace {
 
 // The first slot of each cross-reference code among the records of a table.
-template <typename Record>
-void indexByXref(const std::vector<Record>& table, int32_t codes, std::vector<int32_t>& index)
+template <typename Table>
+void indexByXref(const Table& table, int32_t codes, std::vector<int32_t>& index)
 {
     index.assign(size_t(codes), 0);
     for (size_t slot = table.size() - 1; slot >= 1; --slot) {
@@ -110,9 +117,8 @@ void RecordStore::resolveLinks()
     }
 }
 
-template <typename Record>
-const Record& recordAt(const std::vector<Record>& table, int32_t slot, int32_t capacity,
-                       const Record& empty)
+template <typename Table, typename Record>
+const Record& recordAt(const Table& table, int32_t slot, int32_t capacity, const Record& empty)
 {
     if (slot < 0 || slot > capacity)
         raiseFault(RuntimeFault::SubscriptOutOfRange);

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "core/InternedTexts.h"
+#include "core/LargePages.h"
+#include "core/TextArena.h"
 
 #include <QString>
 #include <QStringView>
@@ -32,16 +34,19 @@ struct Link {
 // pointer ("@N12@" gives "N12"); empty when the value is text.
 QStringView pointedXref(QStringView value);
 
+// A record's texts are views of the store's text arena: they hold while the
+// store holds the file, and whatever keeps one longer copies it
+// (toString()).
 struct Individual {
     int32_t xref = InternedTexts::none;
     int64_t id = 0;
-    QString name;  // the first NAME
-    QString sex;
-    QString occupation;
-    QString birthDate;
-    QString birthPlace;
-    QString deathDate;
-    QString deathPlace;
+    QStringView name;  // the first NAME
+    QStringView sex;
+    QStringView occupation;
+    QStringView birthDate;
+    QStringView birthPlace;
+    QStringView deathDate;
+    QStringView deathPlace;
     // Every FAMS line, in file order: links firstSpouseFamily onwards in
     // the store's links.
     int32_t spouseFamilyCount = 0;
@@ -50,7 +55,7 @@ struct Individual {
     // The later NAME lines, in file order, in the store's other names.
     int32_t otherNameCount = 0;
     int32_t firstOtherName = 0;
-    QString note;
+    QStringView note;
 
     bool hasChildFamily() const { return childFamily.written(); }
 };
@@ -64,24 +69,24 @@ struct Family {
     // store's links.
     int32_t childCount = 0;
     int32_t firstChild = 0;
-    QString marriageDate;
-    QString marriagePlace;
+    QStringView marriageDate;
+    QStringView marriagePlace;
     bool divorced = false;
 };
 
 struct Source {
     int32_t xref = InternedTexts::none;
     int64_t id = 0;
-    QString title;
-    QString author;
-    QString publication;
-    QString note;
+    QStringView title;
+    QStringView author;
+    QStringView publication;
+    QStringView note;
 };
 
 struct Note {
     int32_t xref = InternedTexts::none;
     int64_t id = 0;
-    QString text;
+    QStringView text;
 };
 
 // The whole in-memory picture of one GEDCOM file. The tables are as large as
@@ -124,9 +129,14 @@ public:
     // CHIL lines), which lie together: the reader adds a record's entries
     // before the next record's.
     int32_t addLink(int32_t& first, int32_t& count);
+    // Room for the links of a file of this many bytes, so that they need
+    // not move as it is read.
+    void expectFileBytes(qsizetype bytes);
     Link& linkAt(int32_t index) { return links_[size_t(index)]; }
-    void addOtherName(Individual& person, QString name);
+    void addOtherName(Individual& person, QStringView name);
     InternedTexts& crossReferences() { return xrefs_; }
+    // Where the reader keeps the records' texts.
+    TextArena& texts() { return texts_; }
 
     // Called once the reader has read every record: gives every link the
     // slot of the record it names.
@@ -165,9 +175,9 @@ public:
     }
 
     // The person's names after the first, in file order.
-    std::span<const QString> otherNames(const Individual& person) const
+    std::span<const QStringView> otherNames(const Individual& person) const
     {
-        return std::span<const QString>(otherNames_)
+        return std::span<const QStringView>(otherNames_)
             .subspan(size_t(person.firstOtherName), size_t(person.otherNameCount));
     }
 
@@ -187,12 +197,16 @@ private:
         return k >= 1 && k <= count ? links_[size_t(first + k - 1)] : none;
     }
 
-    std::vector<Individual> individuals_;  // element 0 is the unused slot 0
-    std::vector<Family> families_;
+    template <typename T>
+    using Table = std::vector<T, LargePageAllocator<T>>;
+
+    Table<Individual> individuals_;  // element 0 is the unused slot 0
+    Table<Family> families_;
     std::vector<Source> sources_;
     std::vector<Note> notes_;
-    std::vector<Link> links_;  // every record's FAMS or CHIL lines, a record's together
-    std::vector<QString> otherNames_;
+    Table<Link> links_;  // every record's FAMS or CHIL lines, a record's together
+    std::vector<QStringView> otherNames_;
+    TextArena texts_;
     InternedTexts xrefs_;
     // The first individual (family) slot of each cross-reference code, 0
     // for none; built once per load.

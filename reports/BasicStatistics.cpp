@@ -20,16 +20,16 @@ namespace {
 
 constexpr int topListLength = 10;
 
-QString twoBlanks(const QString& value, const QString& who)
+QString twoBlanks(QStringView value, const QString& who)
 {
-    return value + QStringLiteral("  ") + who;
+    return value.toString() + QStringLiteral("  ") + who;
 }
 
 void addCounts(QStringList& lines, const RecordStore& records)
 {
     int32_t males = 0, females = 0;
     for (int32_t slot = 1; slot <= records.individualCount(); ++slot) {
-        const QString& sex = records.individual(slot).sex;
+        const QStringView sex = records.individual(slot).sex;
         if (sex == QLatin1String("M"))
             ++males;
         else if (sex == QLatin1String("F"))
@@ -50,7 +50,7 @@ void addDates(QStringList& lines, const Session& session)
     // Date texts written, and how many of them can be read.
     enum { Births, Deaths, Marriages };
     int32_t written[3] = {}, readable[3] = {};
-    const auto count = [&](int what, const QString& text) -> std::optional<ReadDate> {
+    const auto count = [&](int what, QStringView text) -> std::optional<ReadDate> {
         if (text.isEmpty())
             return std::nullopt;
         ++written[what];

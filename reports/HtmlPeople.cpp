@@ -83,12 +83,12 @@ QString htmlPageEnd(const RecordStore& records, QDate today)
         .arg(htmlEscaped(file), QLocale::c().toString(today, QStringLiteral("d MMMM yyyy")));
 }
 
-QString placeText(const QString& place)
+QString placeText(QStringView place)
 {
-    QStringList parts = place.split(QLatin1Char(','));
-    for (QString& part : parts)
-        part = part.simplified();
-    parts.removeAll(QString());
+    QStringList parts;
+    for (const QStringView part : place.split(QLatin1Char(',')))
+        if (const QString simple = part.toString().simplified(); !simple.isEmpty())
+            parts << simple;
     return parts.join(QStringLiteral(", "));
 }
 
@@ -98,7 +98,7 @@ HtmlPeople::HtmlPeople(const RecordStore& records, NameStyle style, QDate today)
 
 QString HtmlPeople::name(int32_t slot) const
 {
-    const QString& text = records_.individual(slot).name;
+    const QStringView text = records_.individual(slot).name;
     const QString given = formatName(text, NameGivenAsWritten, style_).simplified();
     if (formatName(text, NameSurname, NameStyle{1, 1}).trimmed().isEmpty())
         return given.isEmpty() ? QStringLiteral("?") : given;
@@ -143,7 +143,7 @@ QString HtmlPeople::marriageDetails(const Family& family, int32_t husband, int32
     if (!marriageShown(family, husband, wife))
         return text;
     for (const QString& part :
-         {family.marriageDate.simplified(), placeText(family.marriagePlace)}) {
+         {family.marriageDate.toString().simplified(), placeText(family.marriagePlace)}) {
         if (!part.isEmpty())
             text += QStringLiteral(", ") + htmlEscaped(part);
     }

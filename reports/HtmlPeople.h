@@ -27,7 +27,7 @@ QString htmlPageEnd(const RecordStore& records, QDate today);
 // A place as a reader writes it, its parts (town, county, country) each
 // followed by a comma and a blank: "Chapel Royal, St. James Palace, England"
 // for "Chapel Royal,St. James Palace,England".
-QString placeText(const QString& place);
+QString placeText(QStringView place);
 
 // People as the reports write them, under the privacy rule of personYears:
 // people who may be living (born less than 100 years ago, no death known)

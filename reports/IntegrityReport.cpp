@@ -27,7 +27,7 @@ struct ProblemGroup {
     qsizetype total = 0;  // may exceed the lines listed
 };
 
-QString quoted(const QString& text) { return QLatin1Char('"') + text + QLatin1Char('"'); }
+QString quoted(QStringView text) { return QLatin1Char('"') + text.toString() + QLatin1Char('"'); }
 
 class IntegrityCheck {
 public:
@@ -112,7 +112,7 @@ void IntegrityCheck::checkLinks()
         const int32_t code =
             r_.crossReferences().find(std::string_view(bytes.constData(), size_t(bytes.size())));
         if (code == InternedTexts::none || !isNote[size_t(code)])
-            add(missing_, person(slot) + QStringLiteral(": NOTE ") + p.note.trimmed() +
+            add(missing_, person(slot) + QStringLiteral(": NOTE ") + p.note.trimmed().toString() +
                               QStringLiteral(" names no note"));
     }
     for (int32_t slot = 1; slot <= r_.familyCount(); ++slot) {
@@ -270,7 +270,7 @@ void IntegrityCheck::checkDates()
 {
     // A date text that is written but is no GEDCOM date is listed, `who`
     // naming its record; the checks that follow need one they can read.
-    const auto readable = [&](const ReadDate& date, const QString& text, const char* what,
+    const auto readable = [&](const ReadDate& date, QStringView text, const char* what,
                               const auto& who) {
         if (!text.isEmpty() && !isGedcomDate(text))
             add(unreadable_,
@@ -327,7 +327,8 @@ void IntegrityCheck::checkParents()
             if (child == 0 || !born.valid)
                 continue;
             const auto start = [&] {
-                return person(child) + QStringLiteral(": born ") + r_.individual(child).birthDate;
+                return person(child) + QStringLiteral(": born ") +
+                       r_.individual(child).birthDate.toString();
             };
             const auto parentAge = [&](int32_t parent, const char* role) {
                 const ReadDate& parentBorn = births_[size_t(parent)];

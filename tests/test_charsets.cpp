@@ -36,7 +36,7 @@ protected:
     QString nameRead(const QByteArray& charset, const QByteArray& nameBytes)
     {
         EXPECT_TRUE(load(personFile(charset, nameBytes)));
-        return ind(1).name;
+        return ind(1).name.toString();
     }
 };
 

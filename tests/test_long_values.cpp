@@ -41,7 +41,7 @@ TEST_F(LongValuesTest, ALineLongerThanOneMegabyteIsCutWithOneMessage)
     EXPECT_EQ(messages.texts(),
               QStringList{QStringLiteral("2 lines are longer than 1 MB (the first is line 4); they "
                                          "are cut there.")});
-    const QString name = ind(1).name;
+    const QString name = ind(1).name.toString();
     EXPECT_EQ(name.size(), GedcomReader::longestLine - qsizetype(sizeof("1 NAME ") - 1));
     EXPECT_TRUE(name.startsWith(QStringLiteral("John /WWW")));
     EXPECT_EQ(ind(2).name, QStringLiteral("Kid /Wu/")) << "the lines after it read as ever";

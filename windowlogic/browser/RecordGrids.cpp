@@ -22,6 +22,12 @@ void addRow(Grid& grid, const QString& item, const QString& details,
     grid.rows.push_back({item, details, hidden});
 }
 
+// A row that shows a record's text as it stands.
+void addRow(Grid& grid, const QString& item, QStringView details)
+{
+    addRow(grid, item, details.toString());
+}
+
 void addHeading(Grid& grid) { addRow(grid, QStringLiteral("Item"), QStringLiteral("Details")); }
 
 // Item numbers as the platform's "##" format prints them: no padding.
@@ -53,7 +59,10 @@ const ListKind* findListKind(ViewKind kind)
     return nullptr;
 }
 
-QString twoBlanks(const QString& a, const QString& b) { return a + QStringLiteral("  ") + b; }
+QString twoBlanks(QStringView a, QStringView b)
+{
+    return a.toString() + QStringLiteral("  ") + b.toString();
+}
 
 // The text of record k in a list.
 QString listText(const Session& session, ViewKind kind, int32_t k)
@@ -66,9 +75,9 @@ QString listText(const Session& session, ViewKind kind, int32_t k)
         return personName(session, r.husbandOf(f)) + QStringLiteral(" & ") +
                personName(session, r.wifeOf(f));
     }
-    case ViewKind::AllSources: return r.source(k).title;
-    case ViewKind::AllNotes: return r.note(k).text;
-    case ViewKind::AllOccupations: return r.individual(k).occupation;
+    case ViewKind::AllSources: return r.source(k).title.toString();
+    case ViewKind::AllNotes: return r.note(k).text.toString();
+    case ViewKind::AllOccupations: return r.individual(k).occupation.toString();
     case ViewKind::AllBirths:
         return twoBlanks(r.individual(k).birthDate, r.individual(k).birthPlace);
     case ViewKind::AllDeaths:
@@ -124,7 +133,7 @@ Grid individualGrid(const Session& session, int32_t slot)
     addRow(grid, QStringLiteral("No."), signedText(slot));
     addRow(grid, QStringLiteral("Name"), personName(session, slot));
     // The file's later NAME lines: a married name, an alias, another script.
-    for (const QString& other : r.otherNames(p))
+    for (const QStringView other : r.otherNames(p))
         addRow(grid, QStringLiteral("Also known as"),
                formatName(other, NameSurname | NameGivenAsWritten, session.nameStyle()));
     addRow(grid, QStringLiteral("Sex"), p.sex);

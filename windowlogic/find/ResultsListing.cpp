@@ -63,14 +63,14 @@ QStringList resultLines(const Session& session)
         lines << QStringLiteral("-------SOURCES-------");
         for (int32_t k = 1; k <= sources.count; ++k)
             lines << numberWithLetter(u'S', sources.entries[size_t(k)]) + QStringLiteral(". ") +
-                         r.source(sources.entries[size_t(k)]).title;
+                         r.source(sources.entries[size_t(k)]).title.toString();
     }
     const FindResults::Table& notes = results[FindResults::Notes];
     if (notes.count > 0) {
         lines << QStringLiteral("-------NOTES-------");
         for (int32_t k = 1; k <= notes.count; ++k)
             lines << numberWithLetter(u'N', notes.entries[size_t(k)]) + QStringLiteral(". ") +
-                         r.note(notes.entries[size_t(k)]).text;
+                         r.note(notes.entries[size_t(k)]).text.toString();
     }
     if (results.total == 0)
         lines << QStringLiteral("-------NO RECORDS-------");
