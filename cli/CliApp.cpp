@@ -6,7 +6,6 @@
 #include "app/Session.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
-#include "cli/OffscreenGui.h"
 #include "settings/RegistryStore.h"
 #include "settings/SettingsPersistence.h"
 #include "windowlogic/main/HelpTopics.h"
@@ -23,43 +22,43 @@ struct Command {
     const char* description;  // lines separated by "\n"
     int minArgs;              // after FILE
     int maxArgs;
-    bool measuresText;  // needs fonts: runs with an offscreen window system
     int (*run)(CliRun&);
+    // A command that measures or paints text: one of the drawing commands.
+    int (*DrawingCommands::*draw)(CliRun&) = nullptr;
 };
 
 // In the order of the usage text.
 const Command commandTable[] = {
-    {"info", "FILE", "caption, source and note counts, GEDCOM header", 0, 0, false, infoCommand},
-    {"relate", "FILE A B", "how individuals A and B (slots) are related", 2, 2, false,
-     relateCommand},
+    {"info", "FILE", "caption, source and note counts, GEDCOM header", 0, 0, infoCommand},
+    {"relate", "FILE A B", "how individuals A and B (slots) are related", 2, 2, relateCommand},
     {"descendants", "FILE SLOT", "descendant, spouse, generation and largest-family totals", 1, 1,
-     false, descendantsCommand},
+     descendantsCommand},
     {"find", "FILE TEXT [--kinds IFSN] [--case]",
-     "records holding the words of TEXT, as the find window lists them", 1, 4, false, findCommand},
+     "records holding the words of TEXT, as the find window lists them", 1, 4, findCommand},
     {"query", "FILE INDEX [N]", "statistical query INDEX (0 to 14; N for 4, 5, 6 and 8)", 1, 2,
-     false, queryCommand},
+     queryCommand},
     {"show", "FILE KIND [SLOT] [--csv]",
      "a record (IND, FAM, SOU, NOT and its SLOT) or a list\n"
      "(ALLINDS, ALLFAMS, ALLSOUR, ALLNOTS, ALLOCCU, ALLBIRT,\n"
      "ALLDEAT, ALLMARR) as the record browser shows it;\n"
      "--csv: as the browser saves it as CSV",
-     1, 3, false, showCommand},
+     1, 3, showCommand},
     {"report", "FILE KIND", "a text report: Basic, GivenNames, ChildNaming or\nGedcomIntegrity", 1,
-     1, false, reportCommand},
+     1, reportCommand},
     {"tree", "FILE SLOT [--walk most|eldest|first] [--font-size N]",
-     "the family tree of SLOT as the view file holds it", 1, 5, true, treeCommand},
+     "the family tree of SLOT as the view file holds it", 1, 5, nullptr, &DrawingCommands::tree},
     {"ancestors", "FILE SLOT [--generations N]",
      "the ancestors chart of SLOT over N generations (2 to 10,\ndefault 5), one line a place: "
      "number, name, slot",
-     1, 3, false, ancestorsCommand},
+     1, 3, ancestorsCommand},
     {"html", "FILE SLOT [OUT] [--ancestors [--generations N]]",
      "writes the HTML descendants report of individual SLOT\nto OUT (default: tav.htm in the "
      "current folder);\n--ancestors: the ancestors report (default\ntav-ancestors.htm)",
-     1, 5, false, htmlCommand},
+     1, 5, htmlCommand},
     {"export", "FILE SLOT OUT [--walk W] [--font-size N] [--ancestors [--generations N]]",
      "draws the tree of `tree` into OUT as the tree window\npaints it: .png, .svg or .pdf by "
      "its extension;\n--ancestors: the ancestors chart instead",
-     2, 9, true, exportCommand},
+     2, 9, nullptr, &DrawingCommands::exportPicture},
 };
 
 // The help command reads no GEDCOM file.
@@ -69,7 +68,6 @@ const Command helpCommand = {"help",
                              "beside tav-cli or ../share/tav from there",
                              1,
                              1,
-                             false,
                              nullptr};
 
 const Command* findCommand(const QString& name)
@@ -205,10 +203,17 @@ int runCommand(const Command& command, const Arguments& arguments, const CliCont
         output.err(loaded.message());
         return 1;
     }
-    if (command.measuresText)
-        ensureOffscreenGui();
     CliRun run{output, session, arguments.positional.mid(2)};
-    return command.run(run);
+    int status;
+    if (command.draw) {
+        context.drawing->prepare();
+        status = (context.drawing->*command.draw)(run);
+    } else {
+        status = command.run(run);
+    }
+    if (context.finished)
+        context.finished(status);
+    return status;
 }
 
 }  // namespace
@@ -246,6 +251,12 @@ int runCli(const QStringList& argumentList, const CliContext& context)
     if (args < command->minArgs || args > command->maxArgs)
         return usage(output,
                      QStringLiteral("wrong number of arguments for \"%1\"").arg(positional[0]));
+    if (command->draw && !context.drawing) {
+        if (context.forwardDrawing)
+            return context.forwardDrawing();
+        output.err(QStringLiteral("tav-cli: this program cannot draw; tav-cli-draw can"));
+        return 1;
+    }
     return runCommand(*command, *arguments, context);
 }
 

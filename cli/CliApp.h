@@ -8,6 +8,19 @@
 
 namespace tav {
 
+struct CliRun;
+
+// The commands that measure or paint text and so need Qt's drawing, which
+// takes a process as long to load as a file of 40000 people takes to read:
+// tav-cli-draw has them; tav-cli, which has not, becomes tav-cli-draw for
+// them (`forwardDrawing`).
+struct DrawingCommands {
+    int (*tree)(CliRun& run);
+    int (*exportPicture)(CliRun& run);
+    // Makes a window system to measure and paint text with.
+    void (*prepare)();
+};
+
 // Output of one tav-cli run: `out` gets standard output lines, `err`
 // standard error lines (each call is one line, without its newline).
 struct CliOutput {
@@ -26,6 +39,15 @@ struct CliContext {
     QString settingsFile;        // "" for the user's own settings file
     QDate today;                 // invalid for the system's date
     QString programFolder = {};  // "" to look in the current folder only
+    // Called with the exit status once a command has run, while the loaded
+    // file is still in memory: a process may end there and then, sparing
+    // itself the freeing of 40000 records it will never read again.
+    std::function<void(int status)> finished = {};
+    // The drawing commands, where this program has them.
+    const DrawingCommands* drawing = nullptr;
+    // Where it has not: runs the command in the program that has them, and
+    // gives the exit status when that cannot start.
+    std::function<int()> forwardDrawing = {};
 };
 
 // Runs tav-cli with its arguments (without the program name) and returns

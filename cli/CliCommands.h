@@ -4,6 +4,7 @@
 namespace tav {
 
 struct CliRun;
+struct DrawingCommands;
 
 // The commands, by group. Each prints what its window would show and
 // returns the exit status (0 done, 2 when it refuses its arguments, 3 after
@@ -25,9 +26,10 @@ int descendantsCommand(CliRun& run);
 int reportCommand(CliRun& run);
 
 // The family tree window's view, and its picture or the ancestors chart's
-// (TreeCommands.cpp).
+// (TreeCommands.cpp), in the library that draws: the drawing commands.
 int treeCommand(CliRun& run);
 int exportCommand(CliRun& run);
+const DrawingCommands& drawingCommands();
 
 // The HTML descendants or ancestors report (HtmlCommand.cpp).
 int htmlCommand(CliRun& run);

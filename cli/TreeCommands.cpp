@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Session.h"
 #include "calc/Ahnentafel.h"
+#include "cli/CliApp.h"
 #include "cli/CliCommands.h"
 #include "cli/CliRun.h"
+#include "cli/OffscreenGui.h"
 #include "core/FileNames.h"
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
@@ -161,6 +163,12 @@ int exportCommand(CliRun& run)
         run.output.err(note);
     run.print(QDir::toNativeSeparators(shownFileName(absoluteFileName(out))));
     return 0;
+}
+
+const DrawingCommands& drawingCommands()
+{
+    static const DrawingCommands commands{treeCommand, exportCommand, ensureOffscreenGui};
+    return commands;
 }
 
 }  // namespace tav

@@ -31,6 +31,7 @@ cat "$work/files"
 sort >"$work/expected" <<FILES
 ./usr/bin/tav
 ./usr/bin/tav-cli
+./usr/libexec/tav/tav-cli-draw
 ./usr/share/applications/$id.desktop
 ./usr/share/doc/tav/changelog.gz
 ./usr/share/doc/tav/copyright
@@ -76,7 +77,8 @@ done
 echo "tav.1 and tav-cli.1 format cleanly and cover every command"
 
 echo "=== the unpacked programs"
-missing=$(ldd "$root/usr/bin/tav" "$root/usr/bin/tav-cli" | grep "not found" || true)
+missing=$(ldd "$root/usr/bin/tav" "$root/usr/bin/tav-cli" "$root/usr/libexec/tav/tav-cli-draw" |
+  grep "not found" || true)
 [ -z "$missing" ] || fail "libraries not found: $missing"
 "$root/usr/bin/tav" --version
 "$root/usr/bin/tav-cli" --version
@@ -90,5 +92,10 @@ grep -q "^$PWD/samples/demo.ged ([0-9]* individuals, [0-9]* families)$" "$work/i
 [ -s "$work/help-unpacked" ] || fail "tav-cli help Find printed nothing"
 cmp -s "$work/help-built" "$work/help-unpacked" || fail "tav-cli help Find differs from the build's"
 echo "tav-cli help Find: $(wc -l <"$work/help-unpacked") lines from ../share/tav/help.txt"
+# A drawing command runs in the drawing half, found in ../libexec/tav.
+(cd "$work/elsewhere" && "$root/usr/bin/tav-cli" export "$OLDPWD/samples/demo.ged" 1 tree.png) ||
+  fail "tav-cli export did not run"
+[ -s "$work/elsewhere/tree.png" ] || fail "tav-cli export wrote no picture"
+echo "tav-cli export: $(wc -c <"$work/elsewhere/tree.png") bytes from ../libexec/tav/tav-cli-draw"
 
 echo "check-package: $deb is sound"

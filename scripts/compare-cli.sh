@@ -1,18 +1,28 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Runs two tav-cli binaries over the same commands on every file of a folder
+# Runs two tav-cli binaries over the same commands on every file of folders
 # of GEDCOM files (default ../shared/gedcom) and compares what they print,
 # standard output, standard error and exit status, byte for byte. Used to
 # show that a change of structure changed no output.
 #
-#   scripts/compare-cli.sh OLD_TAV_CLI NEW_TAV_CLI [FOLDER]
+#   scripts/compare-cli.sh OLD_TAV_CLI NEW_TAV_CLI [FOLDER_OR_FILE...]
 #
+# Files written (the HTML reports, the SVG pictures) are compared too.
 # Exits 0 when every run printed the same, 1 (with the differences) otherwise.
 set -uo pipefail
 
-old=${1:?usage: compare-cli.sh OLD_TAV_CLI NEW_TAV_CLI [FOLDER]}
-new=${2:?usage: compare-cli.sh OLD_TAV_CLI NEW_TAV_CLI [FOLDER]}
-folder=$(realpath "${3:-"$(dirname "$0")/../../shared/gedcom"}")
+old=${1:?usage: compare-cli.sh OLD_TAV_CLI NEW_TAV_CLI [FOLDER_OR_FILE...]}
+new=${2:?usage: compare-cli.sh OLD_TAV_CLI NEW_TAV_CLI [FOLDER_OR_FILE...]}
+shift 2
+[ $# -gt 0 ] || set -- "$(dirname "$0")/../../shared/gedcom"
+files=()
+for place in "$@"; do
+  if [ -d "$place" ]; then
+    for file in "$place"/*.ged; do [ -e "$file" ] && files+=("$(realpath "$file")"); done
+  else
+    files+=("$(realpath "$place")")
+  fi
+done
 old=$(realpath "$old")
 new=$(realpath "$new")
 
@@ -35,9 +45,15 @@ compare() {
   for side in old new; do
     local bin=$old
     [ "$side" = new ] && bin=$new
+    rm -f "$work/$side/out".*
     (cd "$work/$side" && XDG_CONFIG_HOME="$work/$side/config" "$bin" "$@" >"$work/$side.out" 2>"$work/$side.err")
     status=$?
     echo "$status" >>"$work/$side.out"
+    # A file the command wrote, without the folder it lies in.
+    for written in "$work/$side"/out.*; do
+      [ -e "$written" ] && sed "s#$work/$side##g" "$written" >>"$work/$side.out"
+    done
+    sed -i "s#$work/$side##g" "$work/$side.out" "$work/$side.err"
   done
   if ! cmp -s "$work/old.out" "$work/new.out" || ! cmp -s "$work/old.err" "$work/new.err"; then
     differences=$((differences + 1))
@@ -55,17 +71,30 @@ slots() {
   done | sort -un
 }
 
-for file in "$folder"/*.ged; do
-  [ -e "$file" ] || continue
+for file in "${files[@]}"; do
   compare info "$file"
   caption=$("$new" info "$file" 2>/dev/null | head -1)
   individuals=$(sed -E 's/.*\(([0-9]+) individuals, ([0-9]+) families\)$/\1/' <<<"$caption")
   families=$(sed -E 's/.*\(([0-9]+) individuals, ([0-9]+) families\)$/\2/' <<<"$caption")
   for kind in ALLINDS ALLFAMS ALLSOUR ALLNOTS ALLOCCU ALLBIRT ALLDEAT ALLMARR; do
     compare show "$file" "$kind"
+    compare show "$file" "$kind" --csv
+  done
+  for kind in Basic GivenNames ChildNaming GedcomIntegrity; do
+    compare report "$file" "$kind"
+  done
+  for s in 1 2 5 50; do
+    for walk in most eldest first; do
+      compare tree "$file" "$s" --walk "$walk"
+    done
+    compare ancestors "$file" "$s" --generations 10
+    compare html "$file" "$s" out.htm
+    compare html "$file" "$s" out.htm --ancestors
+    compare export "$file" "$s" out.svg
   done
   for s in $(slots "$individuals"); do
     compare show "$file" IND "$s"
+    compare show "$file" IND "$s" --csv
     compare descendants "$file" "$s"
     compare --surname-style 5 --surname-posn 1 show "$file" IND "$s"
   done
@@ -102,7 +131,7 @@ compare
 compare info
 compare nonsense x.ged
 compare show x.ged
-compare relate "$folder/kennedy.ged" a b
+compare relate "${files[0]:-x.ged}" a b
 
 echo "$runs runs compared, $differences differ"
 [ "$differences" -eq 0 ]

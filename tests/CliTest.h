@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/CliApp.h"
+#include "cli/CliCommands.h"
 #include "tests/TestSupport.h"
 
 // What one tav-cli run printed, and its exit status.
@@ -20,11 +21,12 @@ protected:
     CliResult runTavCli(const QStringList& arguments, const QString& programFolder = {}) const
     {
         CliResult result{0, {}, {}};
-        const tav::CliContext context{{[&](const QString& line) { result.out << line; },
-                                       [&](const QString& line) { result.err << line; }},
-                                      settingsFile(),
-                                      QDate(2026, 11, 21),
-                                      programFolder};
+        tav::CliContext context{{[&](const QString& line) { result.out << line; },
+                                 [&](const QString& line) { result.err << line; }},
+                                settingsFile(),
+                                QDate(2026, 11, 21),
+                                programFolder};
+        context.drawing = &tav::drawingCommands();
         result.status = tav::runCli(arguments, context);
         return result;
     }
