@@ -87,7 +87,7 @@ void walkBrowser(Session& session)
 void walkFind(Session& session)
 {
     // Everything (an empty word is in every text), and words of a name.
-    const QString name = session.records.individual(1).name;
+    const QString name = session.records.individual(1).name.toString();
     for (const QString& text : {QString(), name.left(3) + QLatin1Char(' ') + name.right(2)}) {
         FindLogic find(session);
         find.searchText = text;
