@@ -11,7 +11,12 @@ cmake --build --preset release
 
 for b in build/release/bench/bench-*; do
   echo "=== $(basename "$b")"
-  "$b" "$@"
+  if [ "$(basename "$b")" = bench-viewer-start ] && [ -z "${DISPLAY:-}" ]; then
+    # The viewer needs a display; a virtual one when there is none.
+    xvfb-run -a -s "-screen 0 1280x1024x24" "$b" "$@"
+  else
+    "$b" "$@"
+  fi
 done
 
 work=$(mktemp -d)
