@@ -18,10 +18,58 @@ QString loadedCaption(const RecordStore& records)
         .arg(records.familyCount());
 }
 
+namespace {
+
+// A load of `fileLength` bytes around the reading itself: the session made
+// ready, the progress driven, the messages told together once it ends.
+// `readFile` reads with the reader it is given, reporting positions in
+// `textLength` bytes (the file's, or its converted text's).
+template <typename ReadFile>
+void runLoad(Session& session, const QString& path, qint64 fileLength, qint64 textLength,
+             const LoadProgress& progress, ReadFile readFile)
+{
+    const qint64 maximum = fileLength + 200;
+    if (progress.started)
+        progress.started(maximum);
+
+    session.records.fileName = path;
+    session.descendantCache.clear();
+    session.nameTallies.clear();
+    session.nameSearch.clear();
+
+    QStringList messages;
+    GedcomReader reader(
+        session.records, [&messages](const QString& message) { messages << message; },
+        [&](qint64 position) {
+            if (progress.advanced && textLength > 0)
+                progress.advanced(position * fileLength / textLength);
+        });
+    readFile(reader);
+
+    session.curInd = 1;
+    if (progress.finished)
+        progress.finished();
+    session.messages().loadMessages(messages);
+}
+
+}  // namespace
+
 Outcome loadGedcom(Session& session, const QString& path, const LoadProgress& progress,
                    OddFiles oddFiles)
 {
-    Result<QByteArray> bytes = readWholeFile(path, largestGedcomFile, oddFiles);
+    // A regular file is read in pieces as it is parsed; anything else, a
+    // UTF-16 file and a header longer than a piece are read whole.
+    Result<std::unique_ptr<FileLines>> lines =
+        openFileLines(path, largestGedcomFile, oddFiles, GedcomReader::longestLine);
+    if (lines && lines.value() && GedcomReader::readableInPieces(*lines.value())) {
+        FileLines& pieces = *lines.value();
+        const qint64 length = pieces.fileBytes();
+        runLoad(session, path, length, length, progress,
+                [&](GedcomReader& reader) { reader.read(pieces, length); });
+        return {};
+    }
+    Result<QByteArray> bytes = lines ? readWholeFile(path, largestGedcomFile, oddFiles)
+                                     : Result<QByteArray>(Outcome::failed(lines.message()));
     if (!bytes)
         return Outcome::failed(
             QStringLiteral("Cannot open %1: %2").arg(shownFileName(path), bytes.message()));
@@ -33,31 +81,9 @@ void loadGedcomBytes(Session& session, const QString& path, QByteArray& bytes,
                      const LoadProgress& progress)
 {
     const qint64 fileLength = bytes.size();
-    const qint64 maximum = fileLength + 200;
-    if (progress.started)
-        progress.started(maximum);
-
-    session.records.fileName = path;
-    session.descendantCache.clear();
-    session.nameTallies.clear();
-    session.nameSearch.clear();
     const QByteArrayView text = prepareFileBytes(bytes);
-    const qint64 textLength = text.size();
-
-    // The load's messages are told together once it ends.
-    QStringList messages;
-    GedcomReader reader(
-        session.records, [&messages](const QString& message) { messages << message; },
-        [&](qint64 position) {
-            if (progress.advanced && textLength > 0)
-                progress.advanced(position * fileLength / textLength);
-        });
-    reader.read(text);
-
-    session.curInd = 1;
-    if (progress.finished)
-        progress.finished();
-    session.messages().loadMessages(messages);
+    runLoad(session, path, fileLength, text.size(), progress,
+            [text](GedcomReader& reader) { reader.read(text); });
 }
 
 }  // namespace tav

@@ -188,36 +188,57 @@ qsizetype CharsetDecoder::decodeInto(const char* bytes, qsizetype length, char16
     return utf8Into(bytes, length, out);
 }
 
+namespace {
+
+// The UTF-16 a file's first bytes show (either byte order, with or without
+// a byte order mark), with the length of its mark; nothing for any other.
+std::optional<std::pair<QStringConverter::Encoding, qsizetype>> utf16Of(QByteArrayView start)
+{
+    const auto at = [&start](qsizetype i) {
+        return i < start.size() ? static_cast<unsigned char>(start.at(i)) : 0x100;
+    };
+    if (at(0) == 0xFF && at(1) == 0xFE)
+        return std::pair(QStringConverter::Utf16LE, qsizetype(2));
+    if (at(0) == 0xFE && at(1) == 0xFF)
+        return std::pair(QStringConverter::Utf16BE, qsizetype(2));
+    if (at(0) != 0 && at(0) < 0x80 && at(1) == 0)
+        return std::pair(QStringConverter::Utf16LE, qsizetype(0));  // "0\0 \0H\0..." unmarked
+    if (at(0) == 0 && at(1) != 0 && at(1) < 0x80)
+        return std::pair(QStringConverter::Utf16BE, qsizetype(0));
+    return std::nullopt;
+}
+
+}  // namespace
+
+qsizetype utf8MarkLength(QByteArrayView start)
+{
+    return start.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+}
+
+bool isUtf16File(QByteArrayView start) { return utf16Of(start).has_value(); }
+
 QByteArrayView prepareFileBytes(QByteArray& raw)
 {
-    const auto at = [&raw](qsizetype i) {
-        return i < raw.size() ? static_cast<unsigned char>(raw.at(i)) : 0x100;
-    };
-    if (at(0) == 0xEF && at(1) == 0xBB && at(2) == 0xBF)
-        return QByteArrayView(raw).sliced(3);
-    QStringConverter::Encoding utf16;
-    qsizetype skip = 0;
-    if (at(0) == 0xFF && at(1) == 0xFE) {
-        utf16 = QStringConverter::Utf16LE;
-        skip = 2;
-    } else if (at(0) == 0xFE && at(1) == 0xFF) {
-        utf16 = QStringConverter::Utf16BE;
-        skip = 2;
-    } else if (at(0) != 0 && at(0) < 0x80 && at(1) == 0) {
-        utf16 = QStringConverter::Utf16LE;  // "0\0 \0H\0..." without a byte order mark
-    } else if (at(0) == 0 && at(1) != 0 && at(1) < 0x80) {
-        utf16 = QStringConverter::Utf16BE;
-    } else {
+    if (const qsizetype mark = utf8MarkLength(raw))
+        return QByteArrayView(raw).sliced(mark);
+    const auto utf16 = utf16Of(raw);
+    if (!utf16)
         return QByteArrayView(raw);
-    }
-    QStringDecoder decoder(utf16, QStringConverter::Flag::Stateless);
-    const QString text = decoder.decode(QByteArrayView(raw).sliced(skip));
+    QStringDecoder decoder(utf16->first, QStringConverter::Flag::Stateless);
+    const QString text = decoder.decode(QByteArrayView(raw).sliced(utf16->second));
     raw = text.toUtf8();
     return QByteArrayView(raw);
 }
 
-QByteArray headerCharsetName(QByteArrayView bytes)
+std::optional<QByteArray> headerCharsetName(QByteArrayView bytes, bool whole)
 {
+    if (!whole) {
+        // Only whole lines: the last may go on past the bytes given.
+        qsizetype end = bytes.size();
+        while (end > 0 && bytes.at(end - 1) != '\n' && bytes.at(end - 1) != '\r')
+            --end;
+        bytes = bytes.first(end);
+    }
     LineSplitter lines(bytes.data(), bytes.size());
     const char* line;
     qsizetype length;
@@ -225,12 +246,14 @@ QByteArray headerCharsetName(QByteArrayView bytes)
     while (lines.next(line, length)) {
         if (length >= 2 && line[0] == '0' && line[1] == ' ') {
             if (++level0Lines > 1)
-                break;
+                return QByteArray();
         } else if (length >= 7 && std::memcmp(line, "1 CHAR ", 7) == 0) {
             return QByteArray(line + 7, length - 7).trimmed();
         }
     }
-    return QByteArray();
+    if (whole)
+        return QByteArray();
+    return std::nullopt;
 }
 
 }  // namespace tav

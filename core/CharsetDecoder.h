@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <optional>
 
 namespace tav {
 
@@ -41,8 +42,16 @@ private:
 // and the returned view skips a UTF-8 byte order mark.
 QByteArrayView prepareFileBytes(QByteArray& raw);
 
-// Finds the value of the first "1 CHAR" line of the file's HEAD record.
-QByteArray headerCharsetName(QByteArrayView bytes);
+// The length of the UTF-8 byte order mark a file starts with (3), or 0.
+qsizetype utf8MarkLength(QByteArrayView start);
+// True when a file's first bytes show UTF-16, which prepareFileBytes turns
+// into UTF-8 whole.
+bool isUtf16File(QByteArrayView start);
+
+// Finds the value of the first "1 CHAR" line of the file's HEAD record ("" for
+// none). `bytes` may be the file's start only (`whole` false): then nothing
+// when the header goes on past them.
+std::optional<QByteArray> headerCharsetName(QByteArrayView bytes, bool whole = true);
 
 bool isValidUtf8(const char* bytes, qsizetype length);
 

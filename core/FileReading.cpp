@@ -5,6 +5,7 @@
 #include "core/LargePages.h"
 
 #include <algorithm>
+#include <memory>
 #include <new>
 
 #ifdef Q_OS_UNIX
@@ -127,34 +128,89 @@ Result<QByteArray> readStream(int fd, bool pipe, qint64 largest)
     return bytes;
 }
 
-}  // namespace
+// A file opened for reading, with what it is; a failure as readWholeFile
+// words it.
+struct OpenedFile {
+    std::shared_ptr<Descriptor> file;
+    struct stat info {};
+};
 
-Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles oddFiles)
+Result<OpenedFile> openChecked(const QString& path, OddFiles oddFiles)
 {
     const FileKind kind = fileKindOf(path);
     if (kind == FileKind::Folder)
         return Outcome::failed(QStringLiteral("Is a directory"));
     if (kind != FileKind::Regular && kind != FileKind::Missing && oddFiles == OddFiles::Refused)
         return Outcome::failed(notAFileText(kind));
-    const Descriptor file{
-        ::open(fileNameToBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)};
-    if (file.fd < 0)
+    OpenedFile opened{std::shared_ptr<Descriptor>(new Descriptor{::open(
+        fileNameToBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)})};
+    if (opened.file->fd < 0)
         return Outcome::failed(systemReason(errno));
-    struct stat info {};
-    if (::fstat(file.fd, &info) != 0)
+    if (::fstat(opened.file->fd, &opened.info) != 0)
         return Outcome::failed(systemReason(errno));
+    if (S_ISDIR(opened.info.st_mode))
+        return Outcome::failed(QStringLiteral("Is a directory"));
+    if (!S_ISREG(opened.info.st_mode) && oddFiles == OddFiles::Refused)
+        return Outcome::failed(notAFileText(S_ISFIFO(opened.info.st_mode) ? FileKind::Pipe
+                                                                           : FileKind::Device));
+    return opened;
+}
+
+}  // namespace
+
+Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles oddFiles)
+{
+    const Result<OpenedFile> opened = openChecked(path, oddFiles);
+    if (!opened)
+        return Outcome::failed(opened.message());
+    const int fd = opened.value().file->fd;
+    const struct stat& info = opened.value().info;
     try {
         if (S_ISREG(info.st_mode))
-            return readRegular(file.fd, qint64(info.st_size), largest);
-        if (S_ISDIR(info.st_mode))
-            return Outcome::failed(QStringLiteral("Is a directory"));
-        if (oddFiles == OddFiles::Refused)
-            return Outcome::failed(notAFileText(S_ISFIFO(info.st_mode) ? FileKind::Pipe
-                                                                       : FileKind::Device));
+            return readRegular(fd, qint64(info.st_size), largest);
         const bool pipe = S_ISFIFO(info.st_mode);
         if (!pipe)
-            ::fcntl(file.fd, F_SETFL, ::fcntl(file.fd, F_GETFL) & ~O_NONBLOCK);
-        return readStream(file.fd, pipe, largest);
+            ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+        return readStream(fd, pipe, largest);
+    } catch (const std::bad_alloc&) {
+        return Outcome::failed(QStringLiteral("there is not enough memory to read it"));
+    }
+}
+
+Result<std::unique_ptr<FileLines>> openFileLines(const QString& path, qint64 largest,
+                                                 OddFiles oddFiles, qsizetype longest)
+{
+    // Anything but a regular file is left unopened for readWholeFile: a
+    // named pipe opened twice could lose its writer in between.
+    if (fileKindOf(path) != FileKind::Regular)
+        return std::unique_ptr<FileLines>();
+    Result<OpenedFile> opened = openChecked(path, oddFiles);
+    if (!opened)
+        return Outcome::failed(opened.message());
+    if (!S_ISREG(opened.value().info.st_mode))
+        return std::unique_ptr<FileLines>();  // replaced since: read it as it is now
+    const qint64 size = qint64(opened.value().info.st_size);
+    if (size > largest)
+        return Outcome::failed(tooLargeText(size, largest));
+    // At most the length the file had when opened, as readWholeFile reads.
+    auto readSome = [file = opened.value().file, left = size](char* into, qint64 most,
+                                                              QString& failure) mutable -> qint64 {
+        for (;;) {
+            const ssize_t got = ::read(file->fd, into, size_t(std::min(most, left)));
+            if (got < 0 && errno == EINTR)
+                continue;
+            if (got < 0)
+                failure = systemReason(errno);
+            if (got > 0)
+                left -= got;
+            return got;
+        }
+    };
+    try {
+        // A quarter of a megabyte a read: the calls cost nothing beside the
+        // parsing, and the pages read into stay few and warm.
+        return std::make_unique<FileLines>(std::move(readSome), size, longest,
+                                           qsizetype(256) << 10);
     } catch (const std::bad_alloc&) {
         return Outcome::failed(QStringLiteral("there is not enough memory to read it"));
     }
@@ -192,6 +248,12 @@ Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles o
     if (file.error() != QFileDevice::NoError)
         return Outcome::failed(file.errorString());
     return bytes;
+}
+
+Result<std::unique_ptr<FileLines>> openFileLines(const QString&, qint64, OddFiles, qsizetype)
+{
+    // Read whole here: the pieces are a saving of POSIX systems' fresh pages.
+    return std::unique_ptr<FileLines>();
 }
 
 #endif

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/FileLines.h"
 #include "core/Outcome.h"
 
 #include <QByteArray>
 #include <QString>
+#include <memory>
 
 namespace tav {
 
@@ -37,6 +39,14 @@ constexpr int pipeWriterWaitMs = 2000;
 // that grows meanwhile cannot keep the read going; one that shrinks gives
 // what it still held.
 Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles oddFiles);
+
+// A regular file opened to be read in pieces, its lines cut at `longest`
+// bytes (see FileLines), with the checks and failures of readWholeFile; no
+// FileLines (and no failure) for anything else (a pipe, a device, a missing
+// file), left unopened for readWholeFile, and on systems where reading whole
+// costs no more.
+Result<std::unique_ptr<FileLines>> openFileLines(const QString& path, qint64 largest,
+                                                 OddFiles oddFiles, qsizetype longest);
 
 // "the file is too large to read (N MB; at most M MB)": the size rounded up
 // and the limit down, so the two always differ.

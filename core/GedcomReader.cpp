@@ -2,6 +2,7 @@
 #include "core/GedcomReader.h"
 
 #include "core/Fault.h"
+#include "core/FileLines.h"
 #include "core/LineSplitter.h"
 #include "core/TextNumbers.h"
 
@@ -64,21 +65,45 @@ void GedcomReader::trap(Statement&& statement)
 
 void GedcomReader::read(QByteArrayView bytes)
 {
+    LineSplitter lines(bytes.data(), bytes.size());
+    readLines(lines, headerCharsetName(bytes).value(), bytes.size());
+}
+
+bool GedcomReader::readableInPieces(const FileLines& lines)
+{
+    const QByteArrayView head = lines.head();
+    return !isUtf16File(head) &&
+           headerCharsetName(head.sliced(utf8MarkLength(head)), lines.headIsWhole()).has_value();
+}
+
+void GedcomReader::read(FileLines& lines, qint64 fileBytes)
+{
+    lines.skipStart(utf8MarkLength(lines.head()));
+    readLines(lines, headerCharsetName(lines.head(), lines.headIsWhole()).value_or(QByteArray()),
+              fileBytes);
+    if (!lines.failure().isEmpty() && report_)
+        report_(QStringLiteral("The file could not be read to its end (%1); what was read is "
+                               "shown.")
+                    .arg(lines.failure()));
+}
+
+template <typename Lines>
+void GedcomReader::readLines(Lines& lines, const QByteArray& charsetName, qint64 fileBytes)
+{
     store_.resetRecords();
     // Room for the cross-references at once: a record with its links takes
     // some 200 to 300 bytes of a file.
-    store_.crossReferences().clear(size_t(bytes.size() / 256));
-    store_.expectFileBytes(bytes.size());
-    decoder_ = CharsetDecoder(CharsetDecoder::charsetFromName(headerCharsetName(bytes)));
+    store_.crossReferences().clear(size_t(fileBytes / 256));
+    store_.expectFileBytes(qsizetype(fileBytes));
+    decoder_ = CharsetDecoder(CharsetDecoder::charsetFromName(charsetName));
     recordType_ = RecordType::None;
-    level1Tag_ = {};
+    level1Tag_ = Level1Tag::Other;
     sharedTexts_.clear();
     sharedValues_.clear();
     noteField_ = nullptr;
     level0Lines_ = 0;
     longLines_ = 0;
 
-    LineSplitter lines(bytes.data(), bytes.size());
     const char* line;
     qsizetype length;
     int64_t lineNumber = 0;
@@ -305,7 +330,11 @@ void GedcomReader::finishNote()
 void GedcomReader::readLevel1(std::string_view tag, const char* line, qsizetype length,
                               qsizetype valueStart)
 {
-    level1Tag_ = tag;
+    level1Tag_ = tag == "GEDC"   ? Level1Tag::Gedc
+                 : tag == "BIRT" ? Level1Tag::Birt
+                 : tag == "DEAT" ? Level1Tag::Deat
+                 : tag == "MARR" ? Level1Tag::Marr
+                                 : Level1Tag::Other;
     switch (recordType_) {
     case RecordType::Head:
         if (tag == "DATE")
@@ -383,17 +412,17 @@ void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype 
 {
     switch (recordType_) {
     case RecordType::Head:
-        if (level1Tag_ == "GEDC" && tag == "VERS")
+        if (level1Tag_ == Level1Tag::Gedc && tag == "VERS")
             store_.gedcomVersion = trimmedValue(line, length, valueStart).toString();
         break;
     case RecordType::Individual: {
         Individual& person = store_.individualAt(store_.individualCount());
-        if (level1Tag_ == "BIRT") {
+        if (level1Tag_ == Level1Tag::Birt) {
             if (tag == "DATE")
                 person.birthDate = trimmedValue(line, length, valueStart);
             else if (tag == "PLAC")
                 person.birthPlace = sharedValue(line, length, valueStart);
-        } else if (level1Tag_ == "DEAT") {
+        } else if (level1Tag_ == Level1Tag::Deat) {
             // The standard PLAC and the spelling PLACE both give the death
             // place; the later line wins.
             if (tag == "DATE")
@@ -409,7 +438,7 @@ void GedcomReader::readLevel2(std::string_view tag, const char* line, qsizetype 
         break;
     }
     case RecordType::Family:
-        if (level1Tag_ == "MARR") {
+        if (level1Tag_ == Level1Tag::Marr) {
             Family& family = store_.familyAt(store_.familyCount());
             if (tag == "DATE")
                 family.marriageDate = trimmedValue(line, length, valueStart);

@@ -11,6 +11,8 @@
 
 namespace tav {
 
+class FileLines;
+
 // One pass over the lines of a GEDCOM file that fills the record store,
 // followed by a pass that resolves cross-references into slots. A level-0
 // line's tag decides the record (INDI, FAM, SOUR, NOTE or SNOTE; any other
@@ -32,9 +34,22 @@ public:
     // `bytes` is the file with any byte order mark removed and UTF-16 turned
     // into UTF-8 (see prepareFileBytes). Starts by clearing the store.
     void read(QByteArrayView bytes);
+    // The same, the file's lines taken as they are read (a byte order mark
+    // skipped), for a file that is readableInPieces; `fileBytes` is its
+    // length. A file that cannot be read to its end keeps what was read,
+    // with a message.
+    void read(FileLines& lines, qint64 fileBytes);
+    // True unless the file is UTF-16 (converted whole) or its header goes on
+    // past the first piece read.
+    static bool readableInPieces(const FileLines& lines);
 
 private:
     enum class RecordType { None, Head, Individual, Family, Source, Note, Skipped };
+    // The level-1 tags whose level-2 lines the reader keeps.
+    enum class Level1Tag { Other, Gedc, Birt, Deat, Marr };
+
+    template <typename Lines>
+    void readLines(Lines& lines, const QByteArray& charsetName, qint64 fileBytes);
 
     void readLine(const char* line, qsizetype length);
     void readLevel0(const char* line, qsizetype length, qsizetype blank);
@@ -70,7 +85,7 @@ private:
     CharsetDecoder decoder_;
 
     RecordType recordType_ = RecordType::None;
-    std::string_view level1Tag_;  // points into the file bytes, alive for the whole read
+    Level1Tag level1Tag_ = Level1Tag::Other;
     // Values read with sharedValue, by their code in sharedTexts_.
     InternedTexts sharedTexts_;
     std::vector<QStringView> sharedValues_;

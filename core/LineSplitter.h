@@ -10,10 +10,29 @@
 
 namespace tav {
 
+// The first CR or LF from p on, or end. GEDCOM lines are short: an inline
+// 16-byte scan beats library searches that pay a set-up cost on every call.
+inline const char* findLineEnd(const char* p, const char* end)
+{
+#if defined(__SSE2__)
+    const __m128i cr = _mm_set1_epi8('\r');
+    const __m128i lf = _mm_set1_epi8('\n');
+    while (end - p >= 16) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        const int hits = _mm_movemask_epi8(
+            _mm_or_si128(_mm_cmpeq_epi8(block, cr), _mm_cmpeq_epi8(block, lf)));
+        if (hits)
+            return p + std::countr_zero(unsigned(hits));
+        p += 16;
+    }
+#endif
+    while (p < end && *p != '\n' && *p != '\r')
+        ++p;
+    return p;
+}
+
 // Splits a buffer into lines ending at CR (a following LF swallowed) or at LF,
-// so CR LF, LF-only and CR-only files read alike. GEDCOM lines are short:
-// an inline 16-byte scan beats library searches that pay a set-up cost on
-// every call.
+// so CR LF, LF-only and CR-only files read alike.
 class LineSplitter {
 public:
     LineSplitter(const char* data, qsizetype size) : begin_(data), pos_(data), end_(data + size) {}
@@ -23,7 +42,7 @@ public:
     {
         if (pos_ >= end_)
             return false;
-        const char* eol = lineEnd(pos_);
+        const char* eol = findLineEnd(pos_, end_);
         line = pos_;
         length = eol - pos_;
         pos_ = eol;
@@ -39,25 +58,6 @@ public:
     qsizetype position() const { return pos_ - begin_; }
 
 private:
-    const char* lineEnd(const char* p) const
-    {
-#if defined(__SSE2__)
-        const __m128i cr = _mm_set1_epi8('\r');
-        const __m128i lf = _mm_set1_epi8('\n');
-        while (end_ - p >= 16) {
-            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-            const int hits = _mm_movemask_epi8(
-                _mm_or_si128(_mm_cmpeq_epi8(block, cr), _mm_cmpeq_epi8(block, lf)));
-            if (hits)
-                return p + std::countr_zero(unsigned(hits));
-            p += 16;
-        }
-#endif
-        while (p < end_ && *p != '\n' && *p != '\r')
-            ++p;
-        return p;
-    }
-
     const char* begin_;
     const char* pos_;
     const char* end_;
