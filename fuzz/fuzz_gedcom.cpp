@@ -3,12 +3,15 @@
 // everything that reads what it loaded: every grid and list of the record
 // browser with its links and moves, find, the fifteen queries, the
 // relationship finder, descendant counting, the tree window, the
-// ancestors chart and the text and HTML reports.
+// ancestors chart and the text and HTML reports. Its lines are also read in
+// small pieces, as files are, and must be the lines of the whole buffer.
 #include "app/GedcomLoading.h"
 #include "app/Session.h"
 #include "calc/DescendantCounting.h"
 #include "calc/Names.h"
 #include "calc/RelationshipFinder.h"
+#include "core/FileLines.h"
+#include "core/LineSplitter.h"
 #include "fuzz/FuzzSupport.h"
 #include "fuzz/TreeDriving.h"
 #include "reports/HtmlAncestorsReport.h"
@@ -22,6 +25,7 @@
 #include "windowlogic/main/HeaderInformation.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <initializer_list>
 #include <set>
 
@@ -243,12 +247,45 @@ Session& newSession()
     return session;
 }
 
+// The file's lines read in small pieces must be the lines of the whole
+// buffer, an over-long one perhaps cut after its first longest + 1 bytes.
+void checkPieces(const QByteArray& bytes)
+{
+    constexpr qsizetype longest = 64;
+    qsizetype at = 0;
+    const qint64 step = 1 + bytes.size() % 7;
+    FileLines pieces(
+        [&](char* into, qint64 most, QString&) -> qint64 {
+            const qint64 n = std::min({most, step, qint64(bytes.size() - at)});
+            std::copy_n(bytes.constData() + at, n, into);
+            at += n;
+            return n;
+        },
+        bytes.size(), longest, 32);
+    LineSplitter whole(bytes.constData(), bytes.size());
+    const char *line, *expected;
+    qsizetype length, expectedLength;
+    while (whole.next(expected, expectedLength)) {
+        if (!pieces.next(line, length))
+            std::abort();
+        const bool same = length == expectedLength
+                              ? std::equal(line, line + length, expected)
+                              : length > longest && expectedLength > longest &&
+                                    std::equal(line, line + longest + 1, expected);
+        if (!same)
+            std::abort();
+    }
+    if (pieces.next(line, length))
+        std::abort();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     Session& session = newSession();
     QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    checkPieces(bytes);
     loadGedcomBytes(session, QStringLiteral("fuzz.ged"), bytes);
     for (Walk walk : walks)
         walk(session);
