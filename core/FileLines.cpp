@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/FileLines.h"
 
-#include "core/LineSplitter.h"
-
 #include <algorithm>
 #include <cstring>
 
@@ -56,7 +54,7 @@ bool FileLines::refill()
     return true;
 }
 
-bool FileLines::next(const char*& line, qsizetype& length)
+bool FileLines::nextAtPieceEnd(const char*& line, qsizetype& length)
 {
     for (;;) {
         const char* eol = findLineEnd(pos_, filled_);

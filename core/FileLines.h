@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/LineSplitter.h"
+
 #include <QByteArrayView>
 #include <QString>
 #include <functional>
@@ -41,13 +43,27 @@ public:
 
     // Gives the next line (without its terminator), valid until the next
     // call; false at the end.
-    bool next(const char*& line, qsizetype& length);
+    bool next(const char*& line, qsizetype& length)
+    {
+        // Inline for the usual line, ended within the buffer by LF, or by a
+        // CR with more after it; the rest out of line.
+        const char* eol = findLineEnd(pos_, filled_);
+        if (skipping_ || eol + 1 >= filled_)
+            return nextAtPieceEnd(line, length);
+        line = pos_;
+        length = eol - pos_;
+        pos_ = const_cast<char*>(eol) + 1;
+        if (*eol == '\r' && *pos_ == '\n')
+            ++pos_;
+        return true;
+    }
     // The bytes of the file taken so far.
     qint64 position() const { return consumed_ + (pos_ - buffer_.get()); }
     // Why reading stopped before the end of the file; empty when it did not.
     const QString& failure() const { return failure_; }
 
 private:
+    bool nextAtPieceEnd(const char*& line, qsizetype& length);
     // Moves what is left to the front and reads more; false when nothing
     // more came.
     bool refill();
