@@ -169,11 +169,15 @@ QString valueText(const RegFile::Value& value)
     const QString name = value.name.isEmpty() ? QStringLiteral("@") : quoted(value.name);
     switch (value.type) {
     case RegFile::String: {
-        // Written as text when it reads back the same, else as raw bytes.
+        // Written as text when it reads back the same, else as raw bytes:
+        // a control character but a tab would make the file read as no
+        // text at all (a path may hold any byte but NUL).
         const QByteArray body = value.data.endsWith('\0') ? value.data.chopped(1) : value.data;
         const QString text = QString::fromUtf8(body);
-        if (!body.contains('\0') && !text.contains(QLatin1Char('\n')) &&
-            !text.contains(QLatin1Char('\r')) && text.toUtf8() == body && value.data.endsWith('\0'))
+        const bool plain = std::none_of(text.begin(), text.end(), [](QChar c) {
+            return c.unicode() < 0x20 && c != u'\t';
+        });
+        if (plain && text.toUtf8() == body && value.data.endsWith('\0'))
             return name + QLatin1Char('=') + quoted(text);
         break;
     }

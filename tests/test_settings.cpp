@@ -99,7 +99,8 @@ TEST_F(SettingsTest, EveryValueRoundTripsInTheRegistrySyntax)
     s.autoLoadFile = QStringLiteral("/data/auto.ged");
     s.SurnameStyle = 5;
     s.SurnamePosn = 1;
-    s.dirLast = QStringLiteral("/data");
+    // A path may hold control characters; the file must stay text.
+    s.dirLast = QStringLiteral("/data/\x0f\x1b[1m\tx");
     s.ViewDates = s.ViewDescendentMark = s.BackColour = true;
     s.FontSize = 4;
     RegistryStore store(regPath());
@@ -113,6 +114,8 @@ TEST_F(SettingsTest, EveryValueRoundTripsInTheRegistrySyntax)
     EXPECT_TRUE(text.contains("\"SurnameStyle\"=dword:00000005"));
     EXPECT_TRUE(text.contains("\"ViewDates\"=hex:ff,ff"));
     EXPECT_TRUE(text.contains("\"ViewSurnames\"=hex:00,00"));
+    EXPECT_TRUE(text.contains("\"dirLast\"=hex(1):2f,64,61,74,61,2f,0f,1b,5b,31,6d,09,78,00"));
+    EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty());
 
     const Settings back = loaded();
     EXPECT_EQ(back.recentCount, 1);
