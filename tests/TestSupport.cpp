@@ -19,6 +19,12 @@ QByteArray gedcomText(std::initializer_list<const char*> lines, const char* eol)
     return text;
 }
 
+QByteArray fileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QString sharedGedcomFile(const char* name)
 {
     const QString path =

@@ -17,6 +17,9 @@ namespace tav::test {
 // Joins lines with the given line ending (after every line, the last included).
 QByteArray gedcomText(std::initializer_list<const char*> lines, const char* eol = "\n");
 
+// A file's bytes; empty when it cannot be read.
+QByteArray fileBytes(const QString& path);
+
 // The folder of real GEDCOM files beside the project, or "" when absent.
 QString sharedGedcomFile(const char* name);
 

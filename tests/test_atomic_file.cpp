@@ -2,6 +2,7 @@
 #include "core/AtomicFile.h"
 
 #include "tests/QtPrinters.h"
+#include "tests/TestSupport.h"
 #include "tests/WriteFaults.h"
 #include <QDir>
 #include <QFile>
@@ -15,12 +16,6 @@ using tav::test::WriteFault;
 
 namespace {
 
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QByteArray pattern(char c, int size) { return QByteArray(size, c) + "\n"; }
 
 }  // namespace
@@ -30,12 +25,12 @@ TEST(AtomicFileTest, WritesAndReplacesFilesKeepingPermissionsAndLinks)
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("view.gds"));
     EXPECT_EQ(writeFileAtomically(path, "first").message(), QString());
-    EXPECT_EQ(readAll(path), QByteArray("first"));
+    EXPECT_EQ(test::fileBytes(path), QByteArray("first"));
 
     // A private file stays private when it is replaced.
     QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     EXPECT_EQ(writeFileAtomically(path, QByteArray()).message(), QString());
-    EXPECT_EQ(readAll(path), QByteArray());
+    EXPECT_EQ(test::fileBytes(path), QByteArray());
     const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup |
                                             QFileDevice::ReadOther | QFileDevice::WriteOther;
     EXPECT_EQ(QFileInfo(path).permissions() & (others | QFileDevice::WriteOwner),
@@ -46,7 +41,7 @@ TEST(AtomicFileTest, WritesAndReplacesFilesKeepingPermissionsAndLinks)
     ASSERT_TRUE(QFile::link(path, link));
     EXPECT_EQ(writeFileAtomically(link, "through the link").message(), QString());
     EXPECT_TRUE(QFileInfo(link).isSymLink());
-    EXPECT_EQ(readAll(path), QByteArray("through the link"));
+    EXPECT_EQ(test::fileBytes(path), QByteArray("through the link"));
 
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden | QDir::System),
               QStringList({QStringLiteral("link.gds"), QStringLiteral("view.gds")}))

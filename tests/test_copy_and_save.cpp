@@ -13,16 +13,6 @@
 using namespace tav;
 using tav::test::gedcomText;
 
-namespace {
-
-QByteArray fileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-}  // namespace
-
 class CopyAndSaveTest : public CliTest {};
 
 // RFC 4180: commas, quotes and line breaks put a field in quotes, its
@@ -109,6 +99,6 @@ TEST_F(CopyAndSaveTest, ResultsAndReportsAreSavedAsShown)
     EXPECT_EQ(viewer.suggestedFileName(), QStringLiteral("Find relationship.txt"));
     const QString saved = dir.filePath(QStringLiteral("report.txt"));
     ASSERT_TRUE(viewer.saveAs(saved));
-    EXPECT_EQ(fileBytes(saved), QByteArray("Line one\nLine two\n"));
+    EXPECT_EQ(test::fileBytes(saved), QByteArray("Line one\nLine two\n"));
     EXPECT_FALSE(viewer.saveAs(dir.filePath(QStringLiteral("no/such/folder/report.txt"))));
 }

@@ -11,16 +11,6 @@
 
 using namespace tav;
 
-namespace {
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-}  // namespace
-
 class FilesUnderfootTest : public test::SessionTest {};
 
 // Another program shortens and rewrites a large file in place while tav-cli
@@ -81,7 +71,7 @@ TEST_F(FilesUnderfootTest, TwoViewersSavingAtOnceLeaveOneWholeSettingsFile)
         const QString file = dir.filePath(QStringLiteral("alone%1.reg").arg(tag));
         const auto viewer = save(file, tag + 1, 1);
         ASSERT_TRUE(viewer->waitForFinished(30000) && viewer->exitCode() == 0);
-        alone[tag] = readAll(file);
+        alone[tag] = test::fileBytes(file);
         ASSERT_FALSE(alone[tag].isEmpty());
     }
     ASSERT_NE(alone[0], alone[1]);
@@ -96,7 +86,7 @@ TEST_F(FilesUnderfootTest, TwoViewersSavingAtOnceLeaveOneWholeSettingsFile)
             second->waitForFinished(1);
             // Looked at while both write: a whole file of one of them, or
             // (in the first round) no file yet.
-            const QByteArray now = readAll(file);
+            const QByteArray now = test::fileBytes(file);
             ++looks;
             ASSERT_TRUE(now == alone[0] || now == alone[1] || (round == 0 && now.isEmpty()))
                 << "round " << round << " shows a mixed file:\n"
@@ -104,7 +94,7 @@ TEST_F(FilesUnderfootTest, TwoViewersSavingAtOnceLeaveOneWholeSettingsFile)
         }
         ASSERT_EQ(first->exitCode(), 0) << first->readAllStandardError().toStdString();
         ASSERT_EQ(second->exitCode(), 0) << second->readAllStandardError().toStdString();
-        const QByteArray after = readAll(file);
+        const QByteArray after = test::fileBytes(file);
         ASSERT_TRUE(after == alone[0] || after == alone[1]) << "round " << round;
         ++wins[after == alone[0] ? 0 : 1];
         ASSERT_TRUE(RegistryStore(file).loadProblems().isEmpty());

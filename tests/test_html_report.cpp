@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/GedcomLoading.h"
-#include "cli/CliApp.h"
 #include "reports/DescendancyOutline.h"
 #include "reports/HtmlDescendantsReport.h"
 #include "reports/HtmlText.h"
+#include "tests/CliTest.h"
 #include "tests/HtmlChecks.h"
 #include "tests/TestSupport.h"
 
@@ -151,7 +151,7 @@ TEST(HtmlChecks, FindWhatAnHtmlParserWouldRepairOrAValidatorReport)
     EXPECT_FALSE(htmlProblems(page("<p>&nbsp;</p>")).isEmpty());
 }
 
-class HtmlReportTest : public tav::test::SessionTest {
+class HtmlReportTest : public CliTest {
 protected:
     QByteArray page(int32_t top, NameStyle style = {5, 1})
     {
@@ -347,21 +347,8 @@ TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
 {
     ASSERT_TRUE(load(cousinFamily));
     const QString gedcom = dir.filePath("test.ged");
-    const auto tavCli = [&](const QStringList& arguments) {
-        struct {
-            int status;
-            QStringList out, err;
-        } printed{};
-        const CliContext context{{[&](const QString& line) { printed.out << line; },
-                                  [&](const QString& line) { printed.err << line; }},
-                                 dir.filePath("Tav.reg"),
-                                 QDate(2026, 11, 21)};
-        printed.status = runCli(arguments, context);
-        return printed;
-    };
-
     const QString out = dir.filePath("out.htm");
-    auto printed = tavCli({"--surname-posn", "1", "html", gedcom, "4", out});
+    auto printed = runTavCli({"--surname-posn", "1", "html", gedcom, "4", out});
     EXPECT_EQ(printed.status, 0);
     EXPECT_EQ(printed.out, QStringList{out});
     QFile file(out);
@@ -371,18 +358,18 @@ TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
     // Without OUT: tav.htm in the current directory, which tav-cli keeps.
     const QString before = QDir::currentPath();
     QDir::setCurrent(dir.path());
-    printed = tavCli({"html", gedcom, "1"});
+    printed = runTavCli({"html", gedcom, "1"});
     QDir::setCurrent(before);
     EXPECT_EQ(printed.status, 0);
     EXPECT_EQ(printed.out, QStringList{dir.filePath("tav.htm")});
     EXPECT_TRUE(QFileInfo(dir.filePath("tav.htm")).size() > 0);
 
-    printed = tavCli({"html", gedcom, "14"});
+    printed = runTavCli({"html", gedcom, "14"});
     EXPECT_EQ(printed.status, 2);
     EXPECT_EQ(printed.err, QStringList{"There is no individual 14 in this file."});
 
     const QString unwritable = dir.filePath("missing/out.htm");
-    printed = tavCli({"html", gedcom, "1", unwritable});
+    printed = runTavCli({"html", gedcom, "1", unwritable});
     EXPECT_EQ(printed.status, 1);
     EXPECT_TRUE(printed.out.isEmpty());
     ASSERT_EQ(printed.err.size(), 1);

@@ -4,6 +4,7 @@
 #include "settings/SettingsPersistence.h"
 
 #include "tests/QtPrinters.h"
+#include "tests/TestSupport.h"
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -54,19 +55,6 @@ protected:
 
     QTemporaryDir dir;
 };
-
-TEST_F(SettingsTest, FirstRunGivesTheDefaults)
-{
-    const Settings s = loaded();
-    EXPECT_EQ(s.recentCount, 0);
-    EXPECT_TRUE(s.autoLoadFile.isEmpty());
-    EXPECT_EQ(s.SurnameStyle, 2);
-    EXPECT_EQ(s.SurnamePosn, 2);
-    EXPECT_FALSE(s.ViewDates || s.ViewSurnames || s.ViewDescendentMark || s.ViewMainLine ||
-                 s.ViewNoSpouse || s.BackColour);
-    EXPECT_EQ(s.FontSize, 2);
-    EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty());
-}
 
 TEST_F(SettingsTest, RecentListStopsAtItsFirstGapAndHoldsTen)
 {
@@ -333,16 +321,6 @@ TEST_F(SettingsTest, AnEmptyOrRelativeConfigHomeIsIgnored)
     EXPECT_TRUE(QDir::isAbsolutePath(RegistryStore::defaultRegistryFile()));
 }
 
-namespace {
-
-QByteArray fileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-}  // namespace
-
 // A file in the settings' place that is no settings file (larger than 1 MB,
 // or binary): one note, the defaults, and at the first save the file goes
 // aside whole as Tav.reg.damaged before the new one is written.
@@ -372,11 +350,11 @@ TEST_F(SettingsTest, ALargeOrBinaryFileIsSetAsideWholeWithOneNote)
         Settings s;
         loadSettings(s, store, QStringLiteral("ALL"));
         EXPECT_EQ(s.SurnameStyle, 2) << file.why << ": nothing of it is read";
-        EXPECT_EQ(fileBytes(regPath()), file.bytes) << "nothing is written before the first save";
+        EXPECT_EQ(test::fileBytes(regPath()), file.bytes) << "nothing is written before the first save";
 
         s.SurnamePosn = 3;
         EXPECT_TRUE(saveSettings(s, store)) << file.why;
-        EXPECT_EQ(fileBytes(regPath() + QStringLiteral(".damaged")), file.bytes) << file.why;
+        EXPECT_EQ(test::fileBytes(regPath() + QStringLiteral(".damaged")), file.bytes) << file.why;
         EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty());
         EXPECT_EQ(loaded().SurnamePosn, 3);
     }
@@ -401,7 +379,7 @@ TEST_F(SettingsTest, LinesASaveDropsAreKeptAndManyBadLinesAreSummed)
         EXPECT_TRUE(saveSettings(s, store));
     }
     EXPECT_FALSE(fileText().contains("my note"));
-    EXPECT_EQ(fileBytes(regPath() + QStringLiteral(".damaged")), commented);
+    EXPECT_EQ(test::fileBytes(regPath() + QStringLiteral(".damaged")), commented);
 
     QByteArray bad;
     for (int i = 0; i < 25; ++i)

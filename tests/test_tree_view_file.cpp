@@ -21,12 +21,6 @@ const QByteArray hanaFile = tav::test::familyFile(
     {"Hana /Lee/:F", "Ivo /Ek/:M", "Kai \"Big\" /Bo/:M", "Lea:F", "Mia", "Ned /Dunn/:M", "Ola"},
     {{2, 1, {}}, {3, 1, {4, 5}}, {6, 4, {7}}});
 
-QByteArray readBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // A view file with one number changed: item `item` of the numbers of line
 // `line` (counted from 1), those after the label on a person's line.
 QByteArray withNumber(const QByteArray& file, int line, int item, const char* number)
@@ -105,7 +99,7 @@ TEST_F(TreeViewFileTest, TheFileHoldsTheViewInItsOwnOrders)
                                 "5,\"Mia\",2,1,1,30,110,16\r\n"
                                 "2,1,2,1,-37,80,46,1\r\n"
                                 "\"ENDTREEVIEW\"\r\n";
-    EXPECT_EQ(readBytes(viewPath), expected);
+    EXPECT_EQ(test::fileBytes(viewPath), expected);
 
     // Read back, the family's child count, gap and spouse number are made
     // again from the file and the font; everything else is as written.
@@ -153,7 +147,7 @@ TEST_F(TreeViewFileTest, TextBeforeTheStartMarkerIsSkipped)
     build(1);
     const TreeTables saved = model;
     ASSERT_TRUE(save());
-    writeFile("notes, kept by hand\r\n\"TREEVIEWS\",12\r\n" + readBytes(viewPath), "temp.gds");
+    writeFile("notes, kept by hand\r\n\"TREEVIEWS\",12\r\n" + test::fileBytes(viewPath), "temp.gds");
     build(7);
     read();
     expectSameView(model, saved);
@@ -163,7 +157,7 @@ TEST_F(TreeViewFileTest, ADamagedFileSaysWhyAndChangesNothing)
 {
     build(1);
     ASSERT_TRUE(save());
-    const QByteArray good = readBytes(viewPath);
+    const QByteArray good = test::fileBytes(viewPath);
     ASSERT_TRUE(good.contains("\r\n6,2\r\n"));
     build(4);
     model.treeSavePrev();
@@ -243,7 +237,7 @@ TEST_F(TreeViewFileTest, AViewAtTheEdgeOfWhatLayoutMakesOpensAndDraws)
     build(1);
     ASSERT_TRUE(save());
     constexpr int32_t limit = TreeTables::geometryLimit;
-    QByteArray edge = withNumber(readBytes(viewPath), 4, 2, "-1000000000");
+    QByteArray edge = withNumber(test::fileBytes(viewPath), 4, 2, "-1000000000");
     edge = withNumber(edge, 4, 5, "1000");
     edge = withNumber(edge, 9, 4, "999999000");
     edge = withNumber(edge, 9, 5, "1000");

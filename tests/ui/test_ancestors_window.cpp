@@ -129,6 +129,7 @@ TEST_F(AncestorsWindowTest, KeysClicksAndDoubleClicksMoveThroughTheFamily)
     EXPECT_NEAR(boxPoint(*chart, 1).y(), canvas->viewport()->height() / 2, 2);
     EXPECT_LT(boxPoint(*chart, 1).x(), 100);
 
+    // Each key reaches its move (the moves and Back are the logic's).
     QTest::keyClick(canvas, Qt::Key_Up);
     EXPECT_EQ(chart->logic().selected(), 2);
     QTest::keyClick(canvas, Qt::Key_Down);
@@ -142,11 +143,8 @@ TEST_F(AncestorsWindowTest, KeysClicksAndDoubleClicksMoveThroughTheFamily)
     EXPECT_EQ(chart->windowTitle(), QStringLiteral("Ancestors - HART, Gus"));
     QTest::keyClick(canvas, Qt::Key_Backspace);
     EXPECT_EQ(chart->windowTitle(), QStringLiteral("Ancestors - HART, Carl"));
-    EXPECT_EQ(chart->logic().selected(), 2);
     QTest::keyClick(canvas, Qt::Key_Backspace);
     EXPECT_EQ(chart->windowTitle(), QStringLiteral("Ancestors - HART, Kid"));
-    EXPECT_EQ(chart->logic().selected(), 4);
-    EXPECT_FALSE(chart->action(AncestorsCommand::Back)->isEnabled());
 
     // A click on the tag of a repeated ancestor selects the first place; a
     // right click selects and offers the commands.
@@ -185,9 +183,6 @@ TEST_F(AncestorsWindowTest, PicturesAndTheReportAreTheWholeChart)
     const QImage image(png);
     const QRectF bounds = chart->logic().drawing().bounds;
     EXPECT_GE(image.width(), int(bounds.width()) * 2) << "twice the screen's scale, all of it";
-    EXPECT_FALSE(chart->exportTo(dir.filePath("missing/chart.png")));
-    ASSERT_EQ(messages.texts().size(), 1);
-    EXPECT_TRUE(messages.texts()[0].startsWith("Cannot save "));
 
     QStringList opened;
     chart->openInBrowser = [&opened](const QString& path) {
