@@ -135,9 +135,10 @@ struct OpenedFile {
     struct stat info {};
 };
 
-Result<OpenedFile> openChecked(const QString& path, OddFiles oddFiles)
+// `kind` is what fileKindOf tells of the path, looked at before it is
+// opened so that a named pipe is refused without waiting on it.
+Result<OpenedFile> openChecked(const QString& path, OddFiles oddFiles, FileKind kind)
 {
-    const FileKind kind = fileKindOf(path);
     if (kind == FileKind::Folder)
         return Outcome::failed(QStringLiteral("Is a directory"));
     if (kind != FileKind::Regular && kind != FileKind::Missing && oddFiles == OddFiles::Refused)
@@ -160,7 +161,7 @@ Result<OpenedFile> openChecked(const QString& path, OddFiles oddFiles)
 
 Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles oddFiles)
 {
-    const Result<OpenedFile> opened = openChecked(path, oddFiles);
+    const Result<OpenedFile> opened = openChecked(path, oddFiles, fileKindOf(path));
     if (!opened)
         return Outcome::failed(opened.message());
     const int fd = opened.value().file->fd;
@@ -182,9 +183,10 @@ Result<std::unique_ptr<FileLines>> openFileLines(const QString& path, qint64 lar
 {
     // Anything but a regular file is left unopened for readWholeFile: a
     // named pipe opened twice could lose its writer in between.
-    if (fileKindOf(path) != FileKind::Regular)
+    const FileKind kind = fileKindOf(path);
+    if (kind != FileKind::Regular)
         return std::unique_ptr<FileLines>();
-    Result<OpenedFile> opened = openChecked(path, oddFiles);
+    Result<OpenedFile> opened = openChecked(path, oddFiles, kind);
     if (!opened)
         return Outcome::failed(opened.message());
     if (!S_ISREG(opened.value().info.st_mode))
