@@ -7,6 +7,7 @@
 #include "tests/QtPrinters.h"
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -19,6 +20,9 @@ QByteArray gedcomText(std::initializer_list<const char*> lines, const char* eol 
 
 // A file's bytes; empty when it cannot be read.
 QByteArray fileBytes(const QString& path);
+
+// The texts of every <text> element of an SVG; a failure when it is not well formed.
+QStringList svgTexts(const QByteArray& svg);
 
 // The folder of real GEDCOM files beside the project, or "" when absent.
 QString sharedGedcomFile(const char* name);

@@ -20,52 +20,22 @@ QStringList rows(const BrowserLogic& b)
     return lines;
 }
 
-const QByteArray records = gedcomText({"0 @I1@ INDI",
-                                       "1 NAME John /smith/",
-                                       "1 SEX M",
-                                       "1 OCCU Miller",
-                                       "1 BIRT",
-                                       "2 DATE 3 MAR 1850",
-                                       "2 PLAC Leeds",
-                                       "1 DEAT",
-                                       "2 DATE 1 JAN 1914",
-                                       "1 FAMS @F2@",
-                                       "1 FAMS @F1@",
-                                       "1 FAMS @F9@",
-                                       "1 FAMC @F3@",
-                                       "1 NOTE @N7@",
-                                       "0 @I2@ INDI",
-                                       "1 NAME Ann /Lee/",
-                                       "1 BIRT",
-                                       "2 DATE ABT 1850",
-                                       "1 NOTE Kind and clever.",
-                                       "2 CONT A weaver.",
-                                       "0 @I3@ INDI",
-                                       "1 NAME Tom /Smith/",
-                                       "1 BIRT",
-                                       "2 DATE 21 NOV 1996",
-                                       "1 FAMC @F1@",
-                                       "0 @I4@ INDI",
-                                       "0 @F1@ FAM",
-                                       "1 HUSB @I1@",
-                                       "1 WIFE @I2@",
-                                       "1 CHIL @I3@",
-                                       "1 CHIL @I8@",
-                                       "1 MARR",
-                                       "2 DATE 1875",
-                                       "2 PLAC York",
-                                       "0 @F2@ FAM",
-                                       "1 HUSB @I1@",
-                                       "1 DIV",
-                                       "0 @F3@ FAM",
-                                       "0 @S12@ SOUR",
-                                       "1 TITL Parish register",
-                                       "1 PUBL 1950",
-                                       "1 NOTE @N8@",
-                                       "0 @N7@ NOTE",
-                                       "1 CONC About John.",
-                                       "0 @N8@ NOTE",
-                                       "1 CONC Register note."});
+const QByteArray records = gedcomText({
+    "0 @I1@ INDI\n1 NAME John /smith/\n1 SEX M\n1 OCCU Miller\n1 BIRT\n2 DATE 3 MAR 1850\n"
+    "2 PLAC Leeds\n1 DEAT\n2 DATE 1 JAN 1914\n1 FAMS @F2@\n1 FAMS @F1@\n1 FAMS @F9@\n"
+    "1 FAMC @F3@\n1 NOTE @N7@",
+    "0 @I2@ INDI\n1 NAME Ann /Lee/\n1 BIRT\n2 DATE ABT 1850\n1 NOTE Kind and clever.\n"
+    "2 CONT A weaver.",
+    "0 @I3@ INDI\n1 NAME Tom /Smith/\n1 BIRT\n2 DATE 21 NOV 1996\n1 FAMC @F1@",
+    "0 @I4@ INDI",
+    "0 @F1@ FAM\n1 HUSB @I1@\n1 WIFE @I2@\n1 CHIL @I3@\n1 CHIL @I8@\n1 MARR\n2 DATE 1875\n"
+    "2 PLAC York",
+    "0 @F2@ FAM\n1 HUSB @I1@\n1 DIV",
+    "0 @F3@ FAM",
+    "0 @S12@ SOUR\n1 TITL Parish register\n1 PUBL 1950\n1 NOTE @N8@",
+    "0 @N7@ NOTE\n1 CONC About John.",
+    "0 @N8@ NOTE\n1 CONC Register note.",
+});
 
 }  // namespace
 

@@ -327,22 +327,6 @@ TEST_F(HtmlReportTest, Royal92HabsburgsCheckedByHand)
     EXPECT_EQ(totals(html), "13 descendants, 11 spouses, 5 generations; 11 different");
 }
 
-TEST_F(HtmlReportTest, WrittenAtomicallyOrWithAReason)
-{
-    ASSERT_TRUE(load(cousinFamily));
-    const QString path = htmlReportPath(dir.path());
-    EXPECT_EQ(QFileInfo(path).fileName(), "tav.htm");
-    writeFile("an older, longer report that the new one replaces whole", "tav.htm");
-    const Result<QString> written = writeHtmlDescendantsReport(session, 3, path);
-    ASSERT_TRUE(written) << written.message().toStdString();
-    EXPECT_EQ(*written, path);
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), page(3, session.nameStyle()));
-    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"tav.htm", "test.ged"}))
-        << "no temporary file left";
-}
-
 TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
 {
     ASSERT_TRUE(load(cousinFamily));

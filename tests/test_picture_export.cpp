@@ -2,15 +2,13 @@
 #include "cli/OffscreenGui.h"
 #include "draw/PagedPicture.h"
 #include "draw/PictureExport.h"
+#include "tests/TestSupport.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QTemporaryDir>
-#include <QXmlStreamReader>
-#include <gtest/gtest.h>
 
 #include <cmath>
 
@@ -31,21 +29,23 @@ Picture labelledBoxes(int boxes)
                    }};
 }
 
-// The texts of every <text> element of an SVG, or a failure.
-QStringList svgTexts(const QByteArray& svg, QString* problem)
-{
-    QXmlStreamReader xml(svg);
-    QStringList texts;
-    while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == u"text")
-            texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
-    }
-    if (xml.hasError())
-        *problem = xml.errorString();
-    return texts;
-}
-
 int pdfPages(const QByteArray& pdf) { return int(pdf.count("/Type /Page\n")); }
+
+// The pages painted onto an A4 PDF, and the pages the PDF holds.
+std::pair<int, int> printed(const Picture& picture, PageScale scale,
+                            QPageLayout::Orientation orientation = QPageLayout::Portrait)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter pdf(&buffer);
+    pdf.setResolution(300);
+    pdf.setPageSize(QPageSize(QPageSize::A4));
+    pdf.setPageOrientation(orientation);
+    const int pages = paintOnPages(pdf, picture, scale);
+    buffer.close();
+    return {pages, pdfPages(bytes)};
+}
 
 }  // namespace
 
@@ -62,10 +62,9 @@ TEST(PictureExportTest, EachFormatHoldsTheWholePicture)
         << "the first box's left edge";
     EXPECT_EQ(png.pixel(5, 5), QColor(Qt::white).rgb()) << "the margin";
 
-    QString problem;
-    const QStringList texts = svgTexts(*pictureBytes(picture, PictureFormat::Svg), &problem);
-    EXPECT_TRUE(problem.isEmpty()) << problem.toStdString();
-    EXPECT_EQ(texts, QStringList({"Box 1 <&>", "Box 2 <&>", "Box 3 <&>"})) << "labels as text";
+    EXPECT_EQ(test::svgTexts(*pictureBytes(picture, PictureFormat::Svg)),
+              QStringList({"Box 1 <&>", "Box 2 <&>", "Box 3 <&>"}))
+        << "labels as text";
 
     const QByteArray pdf = *pictureBytes(picture, PictureFormat::Pdf);
     EXPECT_TRUE(pdf.startsWith("%PDF-"));
@@ -104,26 +103,14 @@ TEST(PictureExportTest, PagesHoldTheTreeWholeOrAtFullSizeInReadingOrder)
     EXPECT_EQ(pageTiles(QSizeF(100, 100), QSizeF(100, 100), 20).size(), 1u);
 
     ensureOffscreenGui();
-    const auto print = [](const Picture& picture, PageScale scale, QPageLayout::Orientation o) {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        QPdfWriter pdf(&buffer);
-        pdf.setResolution(300);
-        pdf.setPageSize(QPageSize(QPageSize::A4));
-        pdf.setPageOrientation(o);
-        const int pages = paintOnPages(pdf, picture, scale);
-        buffer.close();
-        return std::pair{pages, pdfPages(bytes)};
-    };
     // 40 boxes: 4800 units wide, far wider than an A4 page of 96 to the inch.
     const Picture wide = labelledBoxes(40);
-    EXPECT_EQ(print(wide, PageScale::FitOnePage, QPageLayout::Portrait), std::pair(1, 1));
-    const auto [portrait, portraitPages] = print(wide, PageScale::FullSize, QPageLayout::Portrait);
+    EXPECT_EQ(printed(wide, PageScale::FitOnePage), std::pair(1, 1));
+    const auto [portrait, portraitPages] = printed(wide, PageScale::FullSize);
     EXPECT_EQ(portraitPages, portrait);
     EXPECT_GT(portrait, 5);
     const auto [landscape, landscapePages] =
-        print(wide, PageScale::FullSize, QPageLayout::Landscape);
+        printed(wide, PageScale::FullSize, QPageLayout::Landscape);
     EXPECT_EQ(landscapePages, landscape);
     EXPECT_LT(landscape, portrait) << "a landscape page holds more of a wide tree";
 }
@@ -137,10 +124,6 @@ TEST(PictureExportTest, APngTooLargeIsDrawnSmallerOrRefusedAndTheOldFileStays)
     ensureOffscreenGui();
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("tree.png"));
-    const auto fileBytes = [&path] {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
 
     // 100 boxes: 12048 units with the margin, 24096 pixels at twice the scale.
     const Picture wide = labelledBoxes(100);
@@ -162,18 +145,17 @@ TEST(PictureExportTest, APngTooLargeIsDrawnSmallerOrRefusedAndTheOldFileStays)
     EXPECT_LE(qint64(squarePixels.width()) * squarePixels.height(), largestPngPixels);
 
     // 600 boxes would need less than an eighth of the scale.
-    const QByteArray before = fileBytes();
+    const QByteArray before = test::fileBytes(path);
     const Picture tooWide = labelledBoxes(600);
     EXPECT_EQ(pngScaleFor(tooWide), 0);
     EXPECT_EQ(exportPicture(tooWide, path).message(),
               QStringLiteral("Cannot save %1: the picture would be 144096 x 176 pixels (at most "
                              "16384 pixels a side and 128 megapixels).")
                   .arg(path));
-    EXPECT_EQ(fileBytes(), before) << "the old picture stays, byte for byte";
+    EXPECT_EQ(test::fileBytes(path), before) << "the old picture stays, byte for byte";
     EXPECT_FALSE(pictureBytes(tooWide, PictureFormat::Png));
     ASSERT_TRUE(pictureBytes(tooWide, PictureFormat::Svg));
-    QString problem;
-    EXPECT_EQ(svgTexts(*pictureBytes(tooWide, PictureFormat::Svg), &problem).size(), 600);
+    EXPECT_EQ(test::svgTexts(*pictureBytes(tooWide, PictureFormat::Svg)).size(), 600);
     EXPECT_EQ(pdfPages(*pictureBytes(tooWide, PictureFormat::Pdf)), 1);
 }
 
@@ -187,15 +169,8 @@ TEST(PictureExportTest, APictureOfTooManyPagesIsPrintedOnOne)
     EXPECT_GT(pageCount(QSizeF(2e9, 2e9), QSizeF(700, 1000), 24), 1e12);
 
     ensureOffscreenGui();
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter pdf(&buffer);
-    pdf.setPageSize(QPageSize(QPageSize::A4));
     const Picture huge{QRectF(-1e9, 0, 2e9, 1e5), [](QPainter& painter, const QRectF&) {
                            painter.drawLine(QPointF(-1e9, 0), QPointF(1e9, 1e5));
                        }};
-    EXPECT_EQ(paintOnPages(pdf, huge, PageScale::FullSize), 1);
-    buffer.close();
-    EXPECT_EQ(pdfPages(bytes), 1);
+    EXPECT_EQ(printed(huge, PageScale::FullSize), std::pair(1, 1));
 }

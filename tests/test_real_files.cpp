@@ -132,14 +132,3 @@ TEST_F(RealFileTest, HeaderValuesAndTheSubmitterOfRoyal92AreRead)
     // The submitter record @S1@ is no source, though its id looks like one.
     EXPECT_EQ(session.records.sourceCount(), 0);
 }
-
-TEST_F(RealFileTest, TheFirstNameIsTheNameAndLaterOnesAreKept)
-{
-    TAV_REQUIRE_SHARED_FILE(pres, "pres2020.ged");
-    ASSERT_TRUE(loadGedcom(session, pres));
-    const RecordStore& r = session.records;
-    const int32_t ivana = r.indIndexFromId(u"I2186");
-    EXPECT_EQ(ind(ivana).name, QString::fromUtf8("Ivana /Zelníčková/"));
-    ASSERT_EQ(r.otherNames(ind(ivana)).size(), 1u);
-    EXPECT_EQ(r.otherNames(ind(ivana))[0], QStringLiteral("Ivana M Winklmayr"));
-}

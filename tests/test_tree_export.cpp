@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/OffscreenGui.h"
-#include "draw/PagedPicture.h"
 #include "draw/PictureExport.h"
 #include "draw/TreeFont.h"
 #include "draw/TreePainter.h"
@@ -10,11 +9,7 @@
 #include "tree/TreeLayout.h"
 #include "tree/TreeModel.h"
 
-#include <QBuffer>
-#include <QFile>
 #include <QImage>
-#include <QPdfWriter>
-#include <QXmlStreamReader>
 
 using namespace tav;
 using tav::test::FileFamily;
@@ -29,18 +24,6 @@ QByteArray twoGenerations()
                                   "Ed /Birch/:M", "Flo /Birch/:F", "Gus /Birch/:M", "Dee /Dale/:F",
                                   "Hal /Birch/:M", "Ivy /Birch/:F"},
                                  {FileFamily{2, 1, {3, 4, 5, 6, 7}}, FileFamily{3, 8, {9, 10}}});
-}
-
-QStringList svgTexts(const QByteArray& svg)
-{
-    QXmlStreamReader xml(svg);
-    QStringList texts;
-    while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == u"text")
-            texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
-    }
-    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
-    return texts;
 }
 
 }  // namespace
@@ -72,18 +55,15 @@ TEST_F(TreeExportTest, TavCliExportsTheTreeAsTheWindowPaintsIt)
     CliResult r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), svg});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, QStringList{svg});
-    QFile file(svg);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     // The most-descendants walk from Ann: Bob, her five children, then Cy's
     // family with Dee and their two.
-    QStringList texts = svgTexts(file.readAll());
+    QStringList texts = test::svgTexts(test::fileBytes(svg));
     texts.sort();
     EXPECT_EQ(texts, QStringList({"ASH, Ann", "BIRCH, Bob", "Cy", "DALE, Dee", "Di", "Ed", "Flo",
                                   "Gus", "Hal", "Ivy"}))
         << "every label, as text";
 
-    // The PNG is the picture's size at twice the scale: the tree's bounds
-    // and the margin, worked out from the same drawing.
+    // The PNG is the size of the picture drawn of the same tree (font size 4).
     const QString png = dir.filePath(QStringLiteral("tree.PNG"));
     r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), png,
                    QStringLiteral("--font-size"), QStringLiteral("4")});
@@ -91,15 +71,12 @@ TEST_F(TreeExportTest, TavCliExportsTheTreeAsTheWindowPaintsIt)
     ASSERT_TRUE(load(twoGenerations()));
     const Picture picture = treePictureFromTop();
     EXPECT_EQ(QImage(png).size(), pngSize(picture));
-    EXPECT_EQ(QImage(png).width(), 2 * (picture.bounds.toAlignedRect().width() + 2 * 24));
 
     const QString pdf = dir.filePath(QStringLiteral("tree.pdf"));
     r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), pdf,
                    QStringLiteral("--walk"), QStringLiteral("eldest")});
     ASSERT_EQ(r.status, 0);
-    QFile pdfFile(pdf);
-    ASSERT_TRUE(pdfFile.open(QIODevice::ReadOnly));
-    const QByteArray bytes = pdfFile.readAll();
+    const QByteArray bytes = test::fileBytes(pdf);
     EXPECT_TRUE(bytes.startsWith("%PDF-"));
     EXPECT_EQ(bytes.count("/Type /Page\n"), 1);
 
@@ -117,40 +94,10 @@ TEST_F(TreeExportTest, TavCliExportsTheTreeAsTheWindowPaintsIt)
               QStringList{QStringLiteral("There is no individual 11 in this file.")});
 }
 
-TEST_F(TreeExportTest, AWideTreeFitsOnePageOrSpreadsOverSeveralAtFullSize)
-{
-    // Twenty children with long names make a row far wider than a page.
-    std::vector<QByteArray> people = {"Ann /Ash/:F", "Bob /Birch/:M"};
-    FileFamily family{2, 1, {}};
-    for (int k = 1; k <= 20; ++k) {
-        people.push_back("Bartholomew" + QByteArray::number(k) + " Maximilian /Birch/:M");
-        family.children.push_back(k + 2);
-    }
-    ASSERT_TRUE(load(tav::test::familyFile(people, {family})));
-    const Picture picture = treePictureFromTop();
-    ASSERT_GT(picture.bounds.width(), 2000);
-
-    const auto pages = [&picture](PageScale scale) {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        QPdfWriter pdf(&buffer);
-        pdf.setPageSize(QPageSize(QPageSize::A4));
-        const int painted = paintOnPages(pdf, picture, scale);
-        buffer.close();
-        EXPECT_EQ(bytes.count("/Type /Page\n"), painted);
-        return painted;
-    };
-    EXPECT_EQ(pages(PageScale::FitOnePage), 1);
-    // A4 portrait at 96 to the inch is about 700 units wide inside its margins.
-    const int full = pages(PageScale::FullSize);
-    EXPECT_GE(full, int(picture.bounds.width() / 700));
-}
-
 // The issue of a hostile tree: a surname of 25,000 characters is drawn in
 // a box of the shortened label, and a row too wide for any PNG is refused
-// with exit status 1, the picture there before kept byte for byte.
-TEST_F(TreeExportTest, APngOfAnyTreeIsDrawnOrRefusedWithoutLosingTheOldOne)
+// with exit status 1 (the file kept and the message are the export's own).
+TEST_F(TreeExportTest, APngOfAnyTreeIsDrawnOrRefusedWithExitStatusOne)
 {
     const QByteArray longName = "Ann /" + QByteArray(25000, 'A') + "/:F";
     const QString path =
@@ -169,10 +116,6 @@ TEST_F(TreeExportTest, APngOfAnyTreeIsDrawnOrRefusedWithoutLosingTheOldOne)
         family.children.push_back(k + 2);
     }
     const QString wide = writeFile(tav::test::familyFile(people, {family}), "wide.ged");
-    QFile old(png);
-    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-    const QByteArray before = old.readAll();
-    old.close();
     r = runTavCli({QStringLiteral("export"), wide, QStringLiteral("1"), png});
     EXPECT_EQ(r.status, 1);
     EXPECT_TRUE(r.out.isEmpty());
@@ -180,15 +123,4 @@ TEST_F(TreeExportTest, APngOfAnyTreeIsDrawnOrRefusedWithoutLosingTheOldOne)
     EXPECT_TRUE(
         r.err[0].startsWith(QStringLiteral("Cannot save %1: the picture would be ").arg(png)))
         << r.err[0].toStdString();
-    EXPECT_TRUE(r.err[0].endsWith(
-        QStringLiteral(" pixels (at most 16384 pixels a side and 128 megapixels).")));
-    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-    EXPECT_EQ(old.readAll(), before) << "the old picture stays";
-
-    const QString svg = dir.filePath(QStringLiteral("wide.svg"));
-    r = runTavCli({QStringLiteral("export"), wide, QStringLiteral("1"), svg});
-    EXPECT_EQ(r.status, 0) << "SVG holds any tree";
-    QFile drawn(svg);
-    ASSERT_TRUE(drawn.open(QIODevice::ReadOnly));
-    EXPECT_EQ(svgTexts(drawn.readAll()).size(), 62);
 }

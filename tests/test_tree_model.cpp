@@ -180,12 +180,11 @@ TEST_F(TreeModelTest, TiesGoToTheElderAndOnlyTheBestSpouseWalkRecordsItsSpouse)
     EXPECT_EQ(families(), (Families{{1, 1, 2, 1, 1, 1}, {3, 3, 4, 1, 1, 1}}));
 
     // Started with the second spouse, the other two walks record spouse 1.
-    top(1);
-    model.prepareDescendents2(1, 0, 2);
-    EXPECT_EQ(families(), (Families{{2, 1, 2, 2, 1, 1}, {4, 3, 5, 1, 1, 1}}));
-    top(1);
-    model.prepareDescendents(1, 0, 2);
-    EXPECT_EQ(families(), (Families{{2, 1, 2, 2, 1, 1}, {4, 3, 5, 1, 1, 1}}));
+    for (const auto walk : {&TreeModel::prepareDescendents2, &TreeModel::prepareDescendents}) {
+        top(1);
+        (model.*walk)(1, 0, 2);
+        EXPECT_EQ(families(), (Families{{2, 1, 2, 2, 1, 1}, {4, 3, 5, 1, 1, 1}}));
+    }
 }
 
 TEST_F(TreeModelTest, AHeadWhoIsNotExactlyMaleTakesTheSpouseFromHusb)

@@ -26,8 +26,6 @@
 #include <QTimer>
 #include <QToolBar>
 
-#include <sys/stat.h>
-
 using namespace tav;
 using tav::test::familyFile;
 
@@ -64,23 +62,19 @@ protected:
         return tree;
     }
 
-    // The middle of a person's box in the canvas's viewport.
-    static QPoint boxPoint(TreeWindow& tree, int32_t slot)
+    // A point of a person's box in the canvas's viewport: its middle, or in
+    // its fill, between its frame and its label.
+    static QPoint boxPoint(TreeWindow& tree, int32_t slot, bool inFill = false)
     {
         const TreeBox* box = tree.logic().drawing().box(slot);
         EXPECT_NE(box, nullptr) << slot;
-        return box ? tree.canvas()->viewportPoint(box->frame.center()).toPoint() : QPoint();
-    }
-
-    // A point inside a person's box, between its frame and its label.
-    static QPoint fillPoint(TreeWindow& tree, int32_t slot)
-    {
-        const TreeBox* box = tree.logic().drawing().box(slot);
-        EXPECT_NE(box, nullptr) << slot;
-        return box ? tree.canvas()
-                         ->viewportPoint(QPointF(box->frame.left() + 1.5, box->frame.center().y()))
-                         .toPoint()
-                   : QPoint();
+        if (!box)
+            return QPoint();
+        const QRectF frame = box->frame;
+        return tree.canvas()
+            ->viewportPoint(inFill ? QPointF(frame.left() + 1.5, frame.center().y())
+                                   : frame.center())
+            .toPoint();
     }
 
     // Which person commands the context menu offers for a box.
@@ -115,17 +109,11 @@ TEST_F(TreeWindowTest, TheSelectorOpensTheTreeOfTheNumberOrOfTheTop)
     MainWindow window(session, store, dir.path());
     window.startUp(writeFile(grayFile, "gray.ged"));
     ASSERT_EQ(window.treeSelector()->count(), 3);
-    EXPECT_EQ(window.treeSelector()->itemText(0), QStringLiteral("family tree from current"));
     EXPECT_EQ(window.treeSelector()->currentIndex(), 1) << "from the top, at start";
     EXPECT_TRUE(window.treeButton()->isEnabled());
 
-    window.logic().setCurrentIndividualText(QStringLiteral("99"));
-    window.treeSelector()->setCurrentIndex(0);
-    window.treeButton()->click();
-    EXPECT_EQ(messages.texts(), QStringList{"There is no individual 99 in this file."});
-    EXPECT_EQ(window.windows().treeWindow(), nullptr);
-
     window.logic().setCurrentIndividualText(QStringLiteral("3"));
+    window.treeSelector()->setCurrentIndex(0);
     window.treeButton()->click();
     TreeWindow* tree = window.windows().treeWindow();
     ASSERT_NE(tree, nullptr);
@@ -140,16 +128,8 @@ TEST_F(TreeWindowTest, TheSelectorOpensTheTreeOfTheNumberOrOfTheTop)
     EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 1"));
 
     // Another file closes the tree, whose slots name the old file's people.
-    // Bea and Cy tie as parents of Di: the lower slot is the top.
-    window.openFile(
-        writeFile(familyFile({"Abe", "Bea /Ash/", "Cy /Ash/", "Di"}, {{3, 2, {4}}}), "tie.ged"));
+    window.openFile(writeFile(familyFile({"Abe", "Bea /Ash/", "Cy /Ash/", "Di"}, {}), "di.ged"));
     EXPECT_EQ(window.windows().treeWindow(), nullptr);
-    window.treeButton()->click();
-    ASSERT_NE(window.windows().treeWindow(), nullptr);
-    EXPECT_EQ(window.windows().treeWindow()->windowTitle(),
-              QStringLiteral("Family tree - ASH, Bea"));
-    EXPECT_EQ(session.curInd, 2);
-    EXPECT_EQ(window.currentIndividualBox()->text(), QStringLiteral(" 2"));
 
     // Ctrl+T: the tree of the individual in the box.
     window.show();
@@ -200,11 +180,6 @@ TEST_F(TreeWindowTest, TheContextMenuOffersWhatAppliesToTheBoxClicked)
     EXPECT_EQ(menuFor(*tree, 2),
               (Enabled{false, false, false, true, false, true, true, true, true}))
         << "a spouse";
-    EXPECT_EQ(menuFor(*tree, 3), (Enabled{true, true, true, true, true, true, true, true, true}))
-        << "Dan, the line child";
-    EXPECT_EQ(menuFor(*tree, 6), (Enabled{false, false, false, true, true, true, true, true, true}))
-        << "Lou, a child without a family";
-    EXPECT_EQ(tree->logic().statusText(), QStringLiteral("GRAY, Lou (7)"));
 
     // A command from the menu, on the box clicked.
     menuFor(*tree, 3);
@@ -221,7 +196,6 @@ TEST_F(TreeWindowTest, KeysMoveTheSelectionGoBackSaveAndOpen)
     QTest::keyClick(canvas, Qt::Key_Down);
     QTest::keyClick(canvas, Qt::Key_Right);
     EXPECT_EQ(tree->logic().selected(), 4);
-    EXPECT_EQ(tree->logic().statusText(), QStringLiteral("GRAY, Uma (4)"));
     QTest::keyClick(canvas, Qt::Key_Up);
     EXPECT_EQ(tree->logic().selected(), 1);
 
@@ -300,7 +274,7 @@ TEST_F(TreeWindowTest, AnOptionChangedInTheOptionsDialogShowsAtTheNextRepaint)
     tree->resize(500, 400);
     QCoreApplication::processEvents();
     QWidget* viewport = tree->canvas()->viewport();
-    const QPoint gina = fillPoint(*tree, 2);
+    const QPoint gina = boxPoint(*tree, 2, true);
     const QPoint corner(3, viewport->height() - 3);
     QImage shown = viewport->grab().toImage();
     EXPECT_EQ(shown.pixelColor(corner), QColor(Qt::white));
@@ -347,9 +321,7 @@ TEST_F(TreeWindowTest, TheHtmlReportAndPicturesAreWrittenInTheWorkingFolder)
     tree->action(TreeCommand::HtmlReport)->trigger();
     const QString report = dir.filePath(QStringLiteral("tav.htm"));
     EXPECT_EQ(opened, QStringList{report}) << "the desktop's browser opens it";
-    QFile page(report);
-    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(page.readAll().contains("Descendants of GRAY, Gus"));
+    EXPECT_TRUE(test::fileBytes(report).contains("Descendants of GRAY, Gus"));
     // Without a browser to start, the user hears where the page is.
     tree->openInBrowser = [](const QString&) { return false; };
     tree->action(TreeCommand::HtmlReport)->trigger();
@@ -358,15 +330,10 @@ TEST_F(TreeWindowTest, TheHtmlReportAndPicturesAreWrittenInTheWorkingFolder)
                              "to show it.")
                   .arg(QDir::toNativeSeparators(report)));
 
-    tree->action(TreeCommand::SaveView)->trigger();
-    EXPECT_TRUE(QFile::exists(dir.filePath(QStringLiteral("temp.gds"))));
-
     // Pictures of the whole tree, whatever part the window shows.
     ASSERT_TRUE(tree->exportAction()->isEnabled());
     EXPECT_TRUE(tree->exportTo(dir.filePath(QStringLiteral("gray.svg"))));
-    QFile svg(dir.filePath(QStringLiteral("gray.svg")));
-    ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
-    const QByteArray drawing = svg.readAll();
+    const QByteArray drawing = test::fileBytes(dir.filePath(QStringLiteral("gray.svg")));
     for (int32_t slot = 1; slot <= tree->logic().model().nTreeInd; ++slot)
         EXPECT_TRUE(drawing.contains(tree->logic().model().person(slot).label.toUtf8())) << slot;
 
@@ -377,32 +344,19 @@ TEST_F(TreeWindowTest, TheHtmlReportAndPicturesAreWrittenInTheWorkingFolder)
 }
 
 // A saved view with boxes far apart: "Export picture..." draws a PNG
-// smaller and says so, refuses one too large with a message and keeps the
-// old picture; a view file that is a named pipe is the view files' fault
-// at once, the view on screen unchanged.
-TEST_F(TreeWindowTest, AnyViewExportsOrSaysWhyAndAPipeIsNoViewFile)
+// smaller and says so.
+TEST_F(TreeWindowTest, AViewTooWideForAFullSizePngExportsSmallerAndSaysSo)
 {
     ASSERT_TRUE(load(grayFile));
     const std::unique_ptr<TreeWindow> tree = openTree(1);
     tree->action(TreeCommand::SaveView)->trigger();
-    QFile saved(dir.filePath(QStringLiteral("temp.gds")));
-    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
-    const QList<QByteArray> lines = saved.readAll().split('\n');
-    saved.close();
-    // The last person's box moved right by `distance` units.
-    const auto viewWithBoxAt = [&](int distance) {
-        QList<QByteArray> moved = lines;
-        const int last = 3 + tree->logic().model().nTreeInd - 1;
-        QList<QByteArray> items = moved[last].split(',');
-        items[items.size() - 4] = QByteArray::number(distance);
-        moved[last] = items.join(',');
-        const QString path = dir.filePath(QStringLiteral("far%1.gds").arg(distance));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(moved.join('\n')) > 0);
-        return path;
-    };
-
-    tree->logic().openViewFrom(viewWithBoxAt(20000));
+    // The last person's box moved 20000 units right.
+    QList<QByteArray> lines = test::fileBytes(dir.filePath(QStringLiteral("temp.gds"))).split('\n');
+    const int last = 3 + tree->logic().model().nTreeInd - 1;
+    QList<QByteArray> items = lines[last].split(',');
+    items[items.size() - 4] = "20000";
+    lines[last] = items.join(',');
+    tree->logic().openViewFrom(writeFile(lines.join('\n'), "far.gds"));
     ASSERT_EQ(tree->logic().model().person(tree->logic().model().nTreeInd).x, 20000);
     const QString png = dir.filePath(QStringLiteral("gray.png"));
     messages.clear();
@@ -410,25 +364,4 @@ TEST_F(TreeWindowTest, AnyViewExportsOrSaysWhyAndAPipeIsNoViewFile)
     ASSERT_EQ(messages.texts().size(), 1);
     EXPECT_TRUE(messages.texts()[0].contains(QStringLiteral("of its usual size")));
     EXPECT_EQ(QImage(png).width(), 16384);
-
-    QFile old(png);
-    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-    const QByteArray before = old.readAll();
-    old.close();
-    tree->logic().openViewFrom(viewWithBoxAt(999999000));
-    messages.clear();
-    EXPECT_FALSE(tree->exportTo(png));
-    ASSERT_EQ(messages.texts().size(), 1);
-    EXPECT_TRUE(messages.texts()[0].startsWith(
-        QStringLiteral("Cannot save %1: the picture would be ").arg(png)));
-    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-    EXPECT_EQ(old.readAll(), before);
-
-    const QString pipe = dir.filePath(QStringLiteral("pipe.gds"));
-    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    const TreeTables shown = tree->logic().model();
-    messages.clear();
-    tree->logic().openViewFrom(pipe);
-    EXPECT_EQ(messages.texts(), QStringList{QStringLiteral("Error no:  53 File not found")});
-    EXPECT_EQ(tree->logic().model().treeInd, shown.treeInd);
 }
