@@ -2,6 +2,7 @@
 #include "tests/TestSupport.h"
 
 #include "app/GedcomLoading.h"
+#include "calc/RelationshipFinder.h"
 
 #include <QDir>
 #include <QFile>
@@ -55,6 +56,11 @@ QString SessionTest::writeFile(const QByteArray& bytes, const char* fileName) co
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         ADD_FAILURE() << "cannot write " << path.toStdString();
     return path;
+}
+
+QString SessionTest::relate(int32_t a, int32_t b) const
+{
+    return relationshipText(session.records, a, b, QStringLiteral("\n"));
 }
 
 bool SessionTest::load(const QByteArray& bytes, const char* fileName)

@@ -47,6 +47,8 @@ protected:
     int32_t child(int32_t family, int k) const { return session.records.childOf(fam(family), k); }
     // A cross-reference code as text: "I12".
     QString xref(int32_t code) const { return session.records.xrefText(code); }
+    // How two individuals are related, the lines parted by "\n".
+    QString relate(int32_t a, int32_t b) const;
 
     QTemporaryDir dir;
     RecordingMessages messages;

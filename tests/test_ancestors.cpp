@@ -30,11 +30,6 @@ TEST_F(AncestorsChartTest, NumbersEveryKnownForebearAndLeavesUnknownPlacesEmpty)
 {
     ASSERT_TRUE(load(tav::test::fourGenerations()));
     const RecordStore& records = session.records;
-    EXPECT_EQ(fatherOf(records, 2), 4);
-    EXPECT_EQ(motherOf(records, 2), 0) << "Tom's family names no wife";
-    EXPECT_EQ(fatherOf(records, 5), 0) << "Eva's family names no one";
-    EXPECT_EQ(motherOf(records, 8), 0) << "Old has no family as a child";
-
     const Ahnentafel four(records, 1, 4);
     EXPECT_EQ(four.lastNumber(), 15);
     EXPECT_EQ(placesOf(four),

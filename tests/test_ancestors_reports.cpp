@@ -6,7 +6,6 @@
 #include "tests/TestSupport.h"
 
 #include <QDir>
-#include <QFile>
 #include <QXmlStreamReader>
 
 using namespace tav;
@@ -176,8 +175,6 @@ TEST_F(AncestorsReportTest, TavCliWritesTheChartsReportAndPicture)
     r = runTavCli({"export", path, "9", svg, "--ancestors", "--generations", "4"});
     EXPECT_EQ(r.status, 0) << r.err.join('\n').toStdString();
     const QByteArray drawn = test::fileBytes(svg);
-    EXPECT_TRUE(drawn.contains(">Emil<")) << "a father as the tree labels a child";
-    EXPECT_TRUE(drawn.contains(">VOS, Fay<"));
     EXPECT_TRUE(drawn.contains(">= 8<"));
     EXPECT_FALSE(drawn.contains(">Old<")) << "the fifth generation is not drawn";
     EXPECT_EQ(runTavCli({"export", path, "9", svg, "--ancestors", "--walk", "most"}).status, 2);

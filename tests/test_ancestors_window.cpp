@@ -118,8 +118,6 @@ TEST_F(AncestorsWindowLogicTest, TooltipsAndTagsNameTheFirstPlaceOfARepeatedAnce
     EXPECT_EQ(logic->numberAt(again->referenceFrame.center()), 8) << "the tag leads to 8";
     EXPECT_EQ(logic->numberAt(again->frame.center()), 14);
     EXPECT_EQ(logic->numberAt(QPointF(-50, -50)), 0);
-    EXPECT_EQ(ancestorRelation(1), "");
-    EXPECT_EQ(ancestorRelation(5), "father's mother");
 }
 
 TEST_F(AncestorsWindowLogicTest, GenerationsAndOptionsRedrawTheChartKeepingTheSelection)

@@ -9,55 +9,21 @@ class ReaderTest : public tav::test::SessionTest {};
 
 TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
 {
-    ASSERT_TRUE(load(gedcomText({"0 HEAD",
-                                 "1 DATE 2 FEB 2020",
-                                 "1 GEDC",
-                                 "2 VERS 5.5.1",
-                                 "1 CHAR UTF-8",
-                                 "0 @I3@ INDI",
-                                 "1 NAME  John /Smith/  ",
-                                 "1 SEX M ",
-                                 "1 OCCU Miller",
-                                 "1 BIRT",
-                                 "2 DATE 1 JAN 1900",
-                                 "2 PLAC London",
-                                 "1 DEAT",
-                                 "2 DATE 1970",
-                                 "2 PLAC Leeds",
-                                 "1 FAMS @F2@",
-                                 "1 FAMS @F9@",
-                                 "1 FAMC @F7@",
-                                 "1 NOTE  First line ",
-                                 "2 CONT second line",
-                                 "2 CONC , more",
-                                 "0 @I4@ INDI",
-                                 "1 NAME Mary /Jones/",
-                                 "1 DEAT",
-                                 "2 PLACE York",
-                                 "0 @I5@ INDI",
-                                 "1 DEAT",
-                                 "2 PLACE Ripon",
-                                 "2 PLAC Whitby",
-                                 "1 BIRT",
-                                 "2 PLACE Kendal",
-                                 "0 @F2@ FAM",
-                                 "1 HUSB @I3@",
-                                 "1 WIFE @I4@",
-                                 "1 CHIL @I4@",
-                                 "1 CHIL @I99@",
-                                 "1 MARR",
-                                 "2 DATE 3 MAR 1925",
-                                 "2 PLAC  Bath ",
-                                 "1 DIV N",
+    ASSERT_TRUE(load(gedcomText({"0 HEAD\n1 DATE 2 FEB 2020\n1 GEDC\n2 VERS 5.5.1\n1 CHAR UTF-8",
+                                 "0 @I3@ INDI\n1 NAME  John /Smith/  \n1 SEX M \n1 OCCU Miller",
+                                 "1 BIRT\n2 DATE 1 JAN 1900\n2 PLAC London",
+                                 "1 DEAT\n2 DATE 1970\n2 PLAC Leeds",
+                                 "1 FAMS @F2@\n1 FAMS @F9@\n1 FAMC @F7@",
+                                 "1 NOTE  First line \n2 CONT second line\n2 CONC , more",
+                                 "0 @I4@ INDI\n1 NAME Mary /Jones/\n1 DEAT\n2 PLACE York",
+                                 "0 @I5@ INDI\n1 DEAT\n2 PLACE Ripon\n2 PLAC Whitby",
+                                 "1 BIRT\n2 PLACE Kendal",
+                                 "0 @F2@ FAM\n1 HUSB @I3@\n1 WIFE @I4@\n1 CHIL @I4@\n1 CHIL @I99@",
+                                 "1 MARR\n2 DATE 3 MAR 1925\n2 PLAC  Bath \n1 DIV N",
                                  "0 @F7@ FAM",
-                                 "0 @S12@ SOUR",
-                                 "1 TITL Parish register",
-                                 "1 AUTH Clerk",
-                                 "1 PUBL 1950",
+                                 "0 @S12@ SOUR\n1 TITL Parish register\n1 AUTH Clerk\n1 PUBL 1950",
                                  "1 NOTE see also",
-                                 "0 @N0012@ NOTE",
-                                 "1 CONC Part one",
-                                 "1 CONT  Part two ",
+                                 "0 @N0012@ NOTE\n1 CONC Part one\n1 CONT  Part two ",
                                  "0 TRLR"})));
 
     const RecordStore& r = session.records;
@@ -185,8 +151,6 @@ TEST_F(ReaderTest, IndentedLinesAreReadAndStrayLinesAreSkipped)
 TEST_F(ReaderTest, EmptyFileGivesZeroCountsAndCurrentIndividualOne)
 {
     ASSERT_TRUE(load(QByteArray(), "empty.ged"));
-    EXPECT_EQ(session.records.individualCount(), 0);
-    EXPECT_EQ(session.records.familyCount(), 0);
     EXPECT_EQ(session.curInd, 1);
     EXPECT_EQ(loadedCaption(session.records), dir.filePath(QStringLiteral("empty.ged")) +
                                                   QStringLiteral(" (0 individuals, 0 families)"));

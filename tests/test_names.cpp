@@ -9,8 +9,6 @@ class NamesTest : public tav::test::SessionTest {
 protected:
     QString name(const char16_t* text, int flags, int style = 5, int posn = 1)
     {
-        session.settings.SurnameStyle = style;
-        session.settings.SurnamePosn = posn;
         return formatName(QStringView(text), flags, NameStyle{style, posn});
     }
 };

@@ -150,11 +150,9 @@ TEST_F(OddFilesTest, ADeviceThatNeverEndsIsRefusedPastTheLimit)
 {
     constexpr qint64 megabyte = 1024 * 1024;
     EXPECT_EQ(readWholeFile(QStringLiteral("/dev/zero"), megabyte, OddFiles::ReadToEnd).message(),
-              tooLargeText(megabyte + 1, megabyte));
+              QStringLiteral("the file is too large to read (2 MB; at most 1 MB)"));
     EXPECT_EQ(readWholeFile(QStringLiteral("/dev/zero"), megabyte, OddFiles::Refused).message(),
               QStringLiteral("it is a device, not a file"));
-    EXPECT_EQ(tooLargeText(megabyte + 1, megabyte),
-              QStringLiteral("the file is too large to read (2 MB; at most 1 MB)"));
 }
 
 // A file whose name is not UTF-8 (bytes FF FE in it) opens from the command

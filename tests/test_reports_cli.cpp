@@ -1,39 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/CliApp.h"
-#include "tests/TestSupport.h"
+#include "tests/CliTest.h"
 
 using namespace tav;
 
-namespace {
-
-struct Printed {
-    int status = 0;
-    QStringList out;
-    QStringList err;
-};
-
-}  // namespace
-
 // tav-cli report on the real files. The figures were counted in the files
 // themselves with grep and awk, as the comments say.
-class ReportCliTest : public tav::test::SessionTest {
+class ReportCliTest : public CliTest {
 protected:
-    Printed report(const QString& file, const char* kind) const
+    CliResult report(const QString& file, const char* kind) const
     {
-        Printed printed;
-        const CliContext context{{[&](const QString& line) { printed.out << line; },
-                                  [&](const QString& line) { printed.err << line; }},
-                                 dir.filePath(QStringLiteral("Tav.reg")),
-                                 QDate(2026, 11, 21)};
-        printed.status = runCli({QStringLiteral("report"), file, QLatin1String(kind)}, context);
-        return printed;
+        return runTavCli({QStringLiteral("report"), file, QLatin1String(kind)});
     }
 };
 
 TEST_F(ReportCliTest, StatisticsOfKennedy)
 {
     TAV_REQUIRE_SHARED_FILE(path, "kennedy.ged");
-    const Printed printed = report(path, "Basic");
+    const CliResult printed = report(path, "Basic");
     EXPECT_EQ(printed.status, 0);
     // "1 SEX M" and "1 SEX F" under INDI records; "0 @Sn@ SOUR" and "0 @F" lines.
     EXPECT_EQ(printed.out.mid(0, 8),
@@ -85,7 +68,7 @@ TEST_F(ReportCliTest, IntegrityOfRealFiles)
 TEST_F(ReportCliTest, AnUnknownKindIsAUsageError)
 {
     const QString path = writeFile(tav::test::gedcomText({"0 @I1@ INDI"}), "one.ged");
-    const Printed printed = report(path, "Integrity");
+    const CliResult printed = report(path, "Integrity");
     EXPECT_EQ(printed.status, 2);
     EXPECT_TRUE(printed.out.isEmpty());
     EXPECT_TRUE(printed.err.first().contains(QStringLiteral("\"Integrity\" is not a report")));

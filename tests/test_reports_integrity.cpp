@@ -2,6 +2,7 @@
 #include "calc/DescendantCounting.h"
 #include "reports/ReportKinds.h"
 #include "tests/TestSupport.h"
+#include "tests/TreeTestSupport.h"
 
 using namespace tav;
 using tav::test::gedcomText;
@@ -112,71 +113,20 @@ TEST_F(IntegrityTest, SharedIdsAndRecordsOutOfOrder)
 TEST_F(IntegrityTest, ImpossibleDatesAndAges)
 {
     const QStringList lines = problems(gedcomText({
-        "0 @I1@ INDI",
-        "1 NAME Al",
-        "1 SEX M",
-        "1 BIRT",
-        "2 DATE 1 JAN 1800",
-        "1 DEAT",
-        "2 DATE 1 JAN 1845",
+        "0 @I1@ INDI\n1 NAME Al\n1 SEX M\n1 BIRT\n2 DATE 1 JAN 1800\n1 DEAT\n2 DATE 1 JAN 1845\n"
         "1 FAMS @F1@",
-        "0 @I2@ INDI",
-        "1 NAME Bo",
-        "1 SEX F",
-        "1 BIRT",
-        "2 DATE 1 MAR 1790",
-        "1 DEAT",
-        "2 DATE 1850",
+        "0 @I2@ INDI\n1 NAME Bo\n1 SEX F\n1 BIRT\n2 DATE 1 MAR 1790\n1 DEAT\n2 DATE 1850\n"
         "1 FAMS @F1@",
-        "0 @I3@ INDI",
-        "1 NAME Cy",
-        "1 BIRT",
-        "2 DATE 2 JAN 1811",
-        "1 FAMC @F1@",
-        "0 @I4@ INDI",
-        "1 NAME Di",
-        "1 BIRT",
-        "2 DATE 1 MAR 1846",
-        "1 FAMC @F1@",
-        "0 @I5@ INDI",
-        "1 NAME Ed",
-        "1 BIRT",
-        "2 DATE 1901",
-        "1 DEAT",
-        "2 DATE 1900",
-        "0 @I6@ INDI",
-        "1 NAME Fi",
-        "1 BIRT",
-        "2 DATE circa 1850",
-        "1 DEAT",
-        "2 DATE 1850/51",
-        "0 @I7@ INDI",
-        "1 NAME Gu",
-        "1 BIRT",
-        "2 DATE 1 JAN 1700",
-        "1 DEAT",
-        "2 DATE 1 JAN 1821",
+        "0 @I3@ INDI\n1 NAME Cy\n1 BIRT\n2 DATE 2 JAN 1811\n1 FAMC @F1@",
+        "0 @I4@ INDI\n1 NAME Di\n1 BIRT\n2 DATE 1 MAR 1846\n1 FAMC @F1@",
+        "0 @I5@ INDI\n1 NAME Ed\n1 BIRT\n2 DATE 1901\n1 DEAT\n2 DATE 1900",
+        "0 @I6@ INDI\n1 NAME Fi\n1 BIRT\n2 DATE circa 1850\n1 DEAT\n2 DATE 1850/51",
+        "0 @I7@ INDI\n1 NAME Gu\n1 BIRT\n2 DATE 1 JAN 1700\n1 DEAT\n2 DATE 1 JAN 1821\n"
         "1 FAMS @F2@",
-        "0 @I8@ INDI",
-        "1 NAME Ha",
-        "1 BIRT",
-        "2 DATE Abt 1430",
-        "1 DEAT",
-        "2 DATE 1850-1860",
-        "0 @F1@ FAM",
-        "1 HUSB @I1@",
-        "1 WIFE @I2@",
-        "1 MARR",
-        "2 DATE 1799",
-        "1 CHIL @I3@",
-        "1 CHIL @I4@",
-        "0 @F2@ FAM",
-        "1 HUSB @I7@",
-        "1 MARR",
-        "2 DATE BET 1800 AND 1801",
-        "0 @F3@ FAM",
-        "1 MARR",
-        "2 DATE 31 JUNE 1800",
+        "0 @I8@ INDI\n1 NAME Ha\n1 BIRT\n2 DATE Abt 1430\n1 DEAT\n2 DATE 1850-1860",
+        "0 @F1@ FAM\n1 HUSB @I1@\n1 WIFE @I2@\n1 MARR\n2 DATE 1799\n1 CHIL @I3@\n1 CHIL @I4@",
+        "0 @F2@ FAM\n1 HUSB @I7@\n1 MARR\n2 DATE BET 1800 AND 1801",
+        "0 @F3@ FAM\n1 MARR\n2 DATE 31 JUNE 1800",
     }));
     // Dual years, approximations and ranges are GEDCOM dates though they
     // cannot be computed with; only what is no GEDCOM date is listed.
@@ -235,20 +185,14 @@ TEST_F(IntegrityTest, PeopleWhoAreTheirOwnAncestorAreFoundWithoutLooping)
 // A line of `people` generations: P1 the father of P2, and so on.
 QByteArray line(int people)
 {
-    QByteArray file;
+    std::vector<QByteArray> names;
+    std::vector<tav::test::FileFamily> families;
     for (int k = 1; k <= people; ++k) {
-        file += QStringLiteral("0 @I%1@ INDI\n1 NAME P%1\n").arg(k).toLatin1();
-        if (k > 1)
-            file += QStringLiteral("1 FAMC @F%1@\n").arg(k - 1).toLatin1();
+        names.push_back("P" + QByteArray::number(k));
         if (k < people)
-            file += QStringLiteral("1 FAMS @F%1@\n").arg(k).toLatin1();
+            families.push_back({k, 0, {k + 1}});
     }
-    for (int k = 1; k < people; ++k)
-        file += QStringLiteral("0 @F%1@ FAM\n1 HUSB @I%1@\n1 CHIL @I%2@\n")
-                    .arg(k)
-                    .arg(k + 1)
-                    .toLatin1();
-    return file;
+    return tav::test::familyFile(names, families);
 }
 
 TEST_F(IntegrityTest, ALineOf101GenerationsIsReportedCalmly)

@@ -22,7 +22,7 @@ const QString tree = QStringLiteral("Software\\Wendrake\\Tav\\Tree");
 
 }  // namespace
 
-class SettingsTest : public ::testing::Test {
+class SettingsTest : public test::SessionTest {
 protected:
     QString regPath() const { return dir.filePath(QStringLiteral("Wendrake/Tav.reg")); }
 
@@ -31,13 +31,7 @@ protected:
         writeRegBytes("Windows Registry Editor Version 5.00\r\n\r\n" + body);
     }
     // The settings file's bytes, whatever they are.
-    void writeRegBytes(const QByteArray& bytes)
-    {
-        QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
-        QFile file(regPath());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
+    void writeRegBytes(const QByteArray& bytes) { writeFile(bytes, "Wendrake/Tav.reg"); }
 
     Settings loaded(const QString& section = QStringLiteral("ALL"))
     {
@@ -47,13 +41,7 @@ protected:
         return s;
     }
 
-    QByteArray fileText() const
-    {
-        QFile file(regPath());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    QTemporaryDir dir;
+    QByteArray fileText() const { return test::fileBytes(regPath()); }
 };
 
 TEST_F(SettingsTest, RecentListStopsAtItsFirstGapAndHoldsTen)
@@ -229,11 +217,7 @@ TEST_F(SettingsTest, ReadingForgivesWhatRegistryExportsHold)
     QByteArray lfOnly = utf8;
     lfOnly.replace("\r\n", "\n");
     for (const QByteArray& bytes : {utf16, utf8, crOnly, lfOnly}) {
-        QDir().mkpath(dir.filePath(QStringLiteral("Wendrake")));
-        QFile file(regPath());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        file.close();
+        writeRegBytes(bytes);
         EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty());
         const Settings s = loaded();
         EXPECT_EQ(s.SurnameStyle, 5);
@@ -282,30 +266,19 @@ TEST_F(SettingsTest, ABadLineCostsOnlyItselfAndTheDamagedFileIsKeptOnce)
     EXPECT_FALSE(QFile::exists(kept)) << "nothing is written before the first save";
     s.SurnameStyle = 6;
     EXPECT_TRUE(saveSettings(s, store));
-    QFile copy(kept);
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), damaged) << "byte for byte";
-    copy.close();
+    EXPECT_EQ(test::fileBytes(kept), damaged) << "byte for byte";
     EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty()) << "the file is mended";
     EXPECT_EQ(loaded().SurnameStyle, 6);
     EXPECT_EQ(loaded().SurnamePosn, 1);
 
     // Written once: later saves and a later damaged file leave the copy alone.
-    QFile::remove(regPath());
-    {
-        QFile file(regPath());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("not a registry file");
-    }
+    writeRegBytes("not a registry file");
     RegistryStore second(regPath());
     EXPECT_EQ(second.loadProblems().size(), 1);
     EXPECT_TRUE(saveSettings(s, second));
     EXPECT_TRUE(saveSettings(s, second));
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), damaged);
-    QFile other(kept + QStringLiteral(".1"));
-    ASSERT_TRUE(other.open(QIODevice::ReadOnly));
-    EXPECT_EQ(other.readAll(), QByteArray("not a registry file"));
+    EXPECT_EQ(test::fileBytes(kept), damaged);
+    EXPECT_EQ(test::fileBytes(kept + QStringLiteral(".1")), QByteArray("not a registry file"));
     EXPECT_FALSE(QFile::exists(kept + QStringLiteral(".2")));
 }
 
@@ -350,7 +323,7 @@ TEST_F(SettingsTest, ALargeOrBinaryFileIsSetAsideWholeWithOneNote)
         Settings s;
         loadSettings(s, store, QStringLiteral("ALL"));
         EXPECT_EQ(s.SurnameStyle, 2) << file.why << ": nothing of it is read";
-        EXPECT_EQ(test::fileBytes(regPath()), file.bytes) << "nothing is written before the first save";
+        EXPECT_EQ(fileText(), file.bytes) << "nothing is written before the first save";
 
         s.SurnamePosn = 3;
         EXPECT_TRUE(saveSettings(s, store)) << file.why;

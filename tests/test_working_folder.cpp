@@ -28,14 +28,6 @@ QString unwritableFolder(const QString& parent)
     return QString();
 }
 
-void writeText(const QString& path, const QByteArray& text)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
-}
-
 }  // namespace
 
 // Each test has its own home, data folder and current folder, and gives the
@@ -119,17 +111,13 @@ TEST_F(WorkingFolderTest, HelpIsFoundInTheCurrentFolderThenBesideTheProgramThenI
 {
     const QString program = dir.filePath(QStringLiteral("prefix/bin"));
     const QString current = dir.filePath(QStringLiteral("work"));
-    QDir().mkpath(program);
-    QDir().mkpath(current);
-    QDir::setCurrent(current);
     // Each copy names its place; the place that answers is taken away in turn.
     const std::pair<const char*, QString> places[] = {
-        {"current", QDir(current).filePath(QStringLiteral("help.txt"))},
-        {"beside", QDir(program).filePath(QStringLiteral("help.txt"))},
-        {"installed", dir.filePath(QStringLiteral("prefix/share/tav/help.txt"))},
+        {"current", writeFile("current", "work/help.txt")},
+        {"beside", writeFile("beside", "prefix/bin/help.txt")},
+        {"installed", writeFile("installed", "prefix/share/tav/help.txt")},
     };
-    for (const auto& [name, path] : places)
-        writeText(path, name);
+    QDir::setCurrent(current);
     for (const auto& [name, path] : places) {
         const Result<QString> text = readHelpFile(program);
         ASSERT_TRUE(text) << name;
@@ -142,6 +130,6 @@ TEST_F(WorkingFolderTest, HelpIsFoundInTheCurrentFolderThenBesideTheProgramThenI
 
     // Without a program folder only the current folder counts: no ../share/tav
     // from wherever tav-cli happens to be run.
-    writeText(dir.filePath(QStringLiteral("share/tav/help.txt")), "beside the work folder");
+    writeFile("beside the work folder", "share/tav/help.txt");
     EXPECT_FALSE(readHelpFile(QString()));
 }
