@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/Names.h"
 
-#include "calc/Dates.h"
-#include "core/Fault.h"
+#include "calc/ReadDate.h"
 #include "core/RecordStore.h"
 
 namespace tav {
@@ -126,12 +125,9 @@ namespace {
 // 32 bits included: a label never faults).
 bool yearOf(QStringView date, int32_t& year)
 {
-    int32_t day = 0, month = 0;
-    try {
-        return parseDate(date, day, month, year) != 0;
-    } catch (const RuntimeFault&) {
-        return false;
-    }
+    const ReadDate read(date);
+    year = read.year;
+    return read.valid;
 }
 
 }  // namespace

@@ -204,13 +204,17 @@ int runCommand(const Command& command, const Arguments& arguments, const CliCont
         return 1;
     }
     CliRun run{output, session, arguments.positional.mid(2)};
-    int status;
-    if (command.draw) {
-        context.drawing->prepare();
-        status = (context.drawing->*command.draw)(run);
-    } else {
-        status = command.run(run);
-    }
+    int status = 3;
+    // Commands guard the routines that fault; a fault anywhere else still
+    // ends the run as one, never as an abort.
+    session.guarded([&] {
+        if (command.draw) {
+            context.drawing->prepare();
+            status = (context.drawing->*command.draw)(run);
+        } else {
+            status = command.run(run);
+        }
+    });
     if (context.finished)
         context.finished(status);
     return status;

@@ -5,10 +5,10 @@
 #include "calc/Dates.h"
 #include "calc/DescendantCounting.h"
 #include "calc/NameTallies.h"
+#include "calc/ReadDate.h"
 #include "core/Fault.h"
 #include "core/FileNames.h"
 #include "reports/LineageGraph.h"
-#include "reports/ReadDate.h"
 #include "reports/ReportLabels.h"
 
 #include <algorithm>

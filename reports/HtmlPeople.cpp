@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "reports/HtmlPeople.h"
 
-#include "calc/Dates.h"
+#include "calc/ReadDate.h"
 #include "core/FileNames.h"
 #include "core/RecordStore.h"
 #include "reports/HtmlText.h"
@@ -52,13 +52,16 @@ footer { margin-top: 2.5em; padding-top: .4em; border-top: 1px solid #ccc; color
 }
 )css";
 
+// A page never faults: a year that cannot be read, one past 32 bits
+// included, is no year.
 std::optional<int32_t> yearOf(QStringView date)
 {
-    int32_t day = 0, month = 0, year = 0;
-    if (!parseDate(date, day, month, year))
-        return std::nullopt;
-    return year;
+    const ReadDate read(date);
+    return read.valid ? std::optional<int32_t>(read.year) : std::nullopt;
 }
+
+// Less than a hundred years before `today`: may concern someone alive.
+bool withinACentury(QDate today, int32_t year) { return int64_t(today.year()) - year < 100; }
 
 bool deathKnown(const Individual& person) { return yearOf(person.deathDate).has_value(); }
 
@@ -117,7 +120,7 @@ QString HtmlPeople::years(int32_t slot) const
 
 bool HtmlPeople::mayBeLiving(const Individual& person) const
 {
-    return !deathKnown(person) && today_.year() - yearOf(person.birthDate).value_or(0) < 100;
+    return !deathKnown(person) && withinACentury(today_, yearOf(person.birthDate).value_or(0));
 }
 
 bool HtmlPeople::marriageShown(const Family& family, int32_t one, int32_t other) const
@@ -127,7 +130,7 @@ bool HtmlPeople::marriageShown(const Family& family, int32_t one, int32_t other)
             return false;
     }
     const std::optional<int32_t> year = yearOf(family.marriageDate);
-    const bool recent = year && today_.year() - *year < 100;
+    const bool recent = year && withinACentury(today_, *year);
     if (!recent)
         return true;
     for (const int32_t spouse : {one, other}) {

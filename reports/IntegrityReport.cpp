@@ -3,9 +3,9 @@
 
 #include "app/Session.h"
 #include "calc/GedcomDateGrammar.h"
+#include "calc/ReadDate.h"
 #include "core/FileNames.h"
 #include "reports/LineageGraph.h"
-#include "reports/ReadDate.h"
 #include "reports/ReportLabels.h"
 
 #include <QSet>

@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QStringList>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace tav {
@@ -236,8 +237,14 @@ void AncestorsWindowLogic::run(AncestorsCommand command)
 
 void AncestorsWindowLogic::writeHtmlReport()
 {
-    const Result<QString> written =
-        writeHtmlAncestorsReport(session_, chart_.root(), chart_.generations());
+    // A fault while the page is made is a message, as every command's is.
+    std::optional<Result<QString>> made;
+    session_.guarded([&] {
+        made = writeHtmlAncestorsReport(session_, chart_.root(), chart_.generations());
+    });
+    if (!made)
+        return;
+    const Result<QString>& written = *made;
     if (!written) {
         session_.messages().warning(written.message());
         return;

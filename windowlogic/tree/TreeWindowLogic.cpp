@@ -18,6 +18,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <optional>
 #include <utility>
 
 namespace tav {
@@ -390,7 +391,12 @@ TreeDrawing TreeWindowLogic::outputDrawing() const
 
 void TreeWindowLogic::writeHtmlReport()
 {
-    const Result<QString> written = writeHtmlDescendantsReport(session_, individualAt(1));
+    // Counting a large descendancy may fault: a message, as for the tree.
+    std::optional<Result<QString>> made;
+    session_.guarded([&] { made = writeHtmlDescendantsReport(session_, individualAt(1)); });
+    if (!made)
+        return;
+    const Result<QString>& written = *made;
     if (!written) {
         session_.messages().warning(written.message());
         return;

@@ -11,8 +11,9 @@
 namespace tav {
 
 // A date text read once into day, month and year as parseDate reads it, for
-// the reports that compare many dates. Ordered as compareDates orders dates:
-// by year, then month, then day.
+// what must never fault on a date (reports, labels, pages) and for the
+// reports that compare many dates. Ordered as compareDates orders dates: by
+// year, then month, then day.
 struct ReadDate {
     int32_t day = 0;
     int32_t month = 0;
@@ -21,7 +22,7 @@ struct ReadDate {
 
     ReadDate() = default;
     // A date whose numbers do not fit in 32 bits (parseDate's Overflow)
-    // cannot be read either: the reports never fault.
+    // cannot be read either.
     explicit ReadDate(QStringView text)
     {
         try {
