@@ -3,10 +3,10 @@
 #include "app/Session.h"
 #include "core/FileNames.h"
 #include "settings/RegistryStore.h"
+#include "ui/FaultCatchingApplication.h"
 #include "ui/QtMessages.h"
 #include "ui/main/MainWindow.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QMessageBox>
@@ -88,7 +88,7 @@ int main(int argc, char* argv[])
         return 0;
     QElapsedTimer sinceStart;
     sinceStart.start();
-    QApplication app(argc, argv);
+    tav::FaultCatchingApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tav"));
     QApplication::setOrganizationName(QStringLiteral("Wendrake"));
     QApplication::setApplicationVersion(QStringLiteral(TAV_VERSION));
@@ -99,6 +99,7 @@ int main(int argc, char* argv[])
     for (const QString& problem : store.loadProblems())
         std::fprintf(stderr, "tav: %s\n", qPrintable(problem));
     tav::QtMessages messages;
+    app.setMessages(&messages);
     tav::Session session(messages);
     tav::MainWindow window(session, store, QCoreApplication::applicationDirPath());
     // The command line taken whole, as one path: a name with blanks need not

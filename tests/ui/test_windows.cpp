@@ -2,7 +2,9 @@
 #include "settings/RegistryStore.h"
 #include "settings/Settings.h"
 #include "settings/SettingsPersistence.h"
+#include "core/Fault.h"
 #include "tests/TestSupport.h"
+#include "ui/FaultCatchingApplication.h"
 #include "ui/WindowManager.h"
 #include "ui/browser/BrowserWindow.h"
 #include "ui/find/FindWindow.h"
@@ -52,6 +54,34 @@ protected:
     QString startFolder = QDir::currentPath();
     RegistryStore store;
 };
+
+// A fault that escapes an event handler is shown as a message and the
+// application goes on: events still reach their handlers.
+TEST_F(WindowTest, AFaultEscapingAnEventHandlerIsAMessageNotTheEnd)
+{
+    class Faulting : public QObject {
+    public:
+        int events = 0;
+        bool event(QEvent* event) override
+        {
+            if (event->type() != QEvent::User)
+                return QObject::event(event);
+            if (++events == 1)
+                raiseFault(RuntimeFault::Overflow);
+            return true;
+        }
+    };
+    auto& app = static_cast<FaultCatchingApplication&>(*QCoreApplication::instance());
+    app.setMessages(&messages);
+    Faulting object;
+    QEvent event(QEvent::User);
+    EXPECT_FALSE(QCoreApplication::sendEvent(&object, &event));
+    EXPECT_EQ(messages.texts(), QStringList{RuntimeFault(RuntimeFault::Overflow).messageText()});
+    QCoreApplication::postEvent(&object, new QEvent(QEvent::User));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(object.events, 2);
+    app.setMessages(nullptr);
+}
 
 TEST_F(WindowTest, MainWindowWithoutAndWithAFile)
 {
