@@ -265,9 +265,10 @@ echo "=== views"
 "$build/tests/tav-tests" --gtest_filter='TreeViewFileTest.ADamagedFileSaysWhyAndChangesNothing:TreeViewFileTest.AViewAtTheEdgeOfWhatLayoutMakesOpensAndDraws' >gtest.txt 2>&1
 result "places near 2^31 are a damaged view" "$(grep -q '\[  PASSED  \] 2 tests' gtest.txt; echo $?)" \
   "TreeViewFileTest (view on screen unchanged; the edge draws)"
-"$build/tests/tav-ui-tests" --gtest_filter='TreeWindowTest.AnyViewExportsOrSaysWhyAndAPipeIsNoViewFile' >gtest.txt 2>&1
-result "Export picture... of an extreme view" "$(grep -q '\[  PASSED  \] 1 test' gtest.txt; echo $?)" \
-  "TreeWindowTest: drawn smaller with a box, refused with a box, old file kept"
+"$build/tests/tav-ui-tests" --gtest_filter='TreeWindowTest.AViewTooWideForAFullSizePngExportsSmallerAndSaysSo' >gtest.txt 2>&1
+"$build/tests/tav-tests" --gtest_filter='PictureExportTest.APngTooLargeIsDrawnSmallerOrRefusedAndTheOldFileStays' >>gtest.txt 2>&1
+result "Export picture... of an extreme view" "$(test "$(grep -c '\[  PASSED  \] 1 test' gtest.txt)" = 2; echo $?)" \
+  "TreeWindowTest, PictureExportTest: drawn smaller with a box, refused with the reason, old file kept"
 
 echo "=== tav-cli refusals"
 run 20 "$cli" show "$shared" IND 99999999999
