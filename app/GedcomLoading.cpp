@@ -59,20 +59,32 @@ Outcome loadGedcom(Session& session, const QString& path, const LoadProgress& pr
 {
     // A regular file is read in pieces as it is parsed; anything else, a
     // UTF-16 file and a header longer than a piece are read whole.
+    const auto cannotOpen = [&path](const QString& reason) {
+        return Outcome::failed(
+            QStringLiteral("Cannot open %1: %2").arg(shownFileName(path), reason));
+    };
     Result<std::unique_ptr<FileLines>> lines =
         openFileLines(path, largestGedcomFile, oddFiles, GedcomReader::longestLine);
-    if (lines && lines.value() && GedcomReader::readableInPieces(*lines.value())) {
-        FileLines& pieces = *lines.value();
-        const qint64 length = pieces.fileBytes();
-        runLoad(session, path, length, length, progress,
-                [&](GedcomReader& reader) { reader.read(pieces, length); });
+    if (!lines)
+        return cannotOpen(lines.message());
+    if (std::unique_ptr<FileLines> pieces = std::move(lines.value())) {
+        if (GedcomReader::readableInPieces(*pieces)) {
+            const qint64 length = pieces->fileBytes();
+            runLoad(session, path, length, length, progress,
+                    [&](GedcomReader& reader) { reader.read(*pieces, length); });
+            return {};
+        }
+        // Read on whole from the file already open.
+        Result<QByteArray> bytes = readWholeFile(*pieces);
+        if (!bytes)
+            return cannotOpen(bytes.message());
+        pieces.reset();
+        loadGedcomBytes(session, path, bytes.value(), progress);
         return {};
     }
-    Result<QByteArray> bytes = lines ? readWholeFile(path, largestGedcomFile, oddFiles)
-                                     : Result<QByteArray>(Outcome::failed(lines.message()));
+    Result<QByteArray> bytes = readWholeFile(path, largestGedcomFile, oddFiles);
     if (!bytes)
-        return Outcome::failed(
-            QStringLiteral("Cannot open %1: %2").arg(shownFileName(path), bytes.message()));
+        return cannotOpen(bytes.message());
     loadGedcomBytes(session, path, bytes.value(), progress);
     return {};
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/FileLines.h"
 
+#include "core/LargePages.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -27,6 +29,25 @@ FileLines::~FileLines() = default;
 QByteArrayView FileLines::head() const { return QByteArrayView(pos_, filled_ - pos_); }
 
 void FileLines::skipStart(qsizetype bytes) { pos_ += std::min<qsizetype>(bytes, filled_ - pos_); }
+
+bool FileLines::readWhole(QByteArray& bytes)
+{
+    const qsizetype head = filled_ - buffer_.get();
+    bytes = QByteArray(qsizetype(std::max(fileBytes_, qint64(head))), Qt::Uninitialized);
+    prepareForWriting(bytes.data(), size_t(bytes.size()));
+    std::memcpy(bytes.data(), buffer_.get(), size_t(head));
+    qsizetype done = head;
+    while (!atEnd_ && done < bytes.size()) {
+        const qint64 got = readSome_(bytes.data() + done, bytes.size() - done, failure_);
+        if (got <= 0)
+            break;
+        done += qsizetype(got);
+    }
+    bytes.truncate(done);
+    pos_ = filled_;
+    atEnd_ = true;
+    return failure_.isEmpty();
+}
 
 bool FileLines::refill()
 {

@@ -3,6 +3,7 @@
 
 #include "core/LineSplitter.h"
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 #include <functional>
@@ -40,6 +41,9 @@ public:
     bool headIsWhole() const { return atEnd_; }
     // Drops bytes at the very start (a byte order mark); before any line.
     void skipStart(qsizetype bytes);
+    // The whole file, for a reader that takes it whole after all (before
+    // any line is taken): false when a read fails (failure() says why).
+    bool readWhole(QByteArray& bytes);
 
     // Gives the next line (without its terminator), valid until the next
     // call; false at the end.

@@ -37,7 +37,21 @@ QString notAFileText(FileKind kind)
     return QStringLiteral("it is %1, not a file").arg(fileKindText(kind));
 }
 
+QString notEnoughMemoryText() { return QStringLiteral("there is not enough memory to read it"); }
+
 }  // namespace
+
+Result<QByteArray> readWholeFile(FileLines& lines)
+{
+    try {
+        QByteArray bytes;
+        if (!lines.readWhole(bytes))
+            return Outcome::failed(lines.failure());
+        return bytes;
+    } catch (const std::bad_alloc&) {
+        return Outcome::failed(notEnoughMemoryText());
+    }
+}
 
 #ifdef Q_OS_UNIX
 
@@ -174,7 +188,7 @@ Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles o
             ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
         return readStream(fd, pipe, largest);
     } catch (const std::bad_alloc&) {
-        return Outcome::failed(QStringLiteral("there is not enough memory to read it"));
+        return Outcome::failed(notEnoughMemoryText());
     }
 }
 
@@ -214,7 +228,7 @@ Result<std::unique_ptr<FileLines>> openFileLines(const QString& path, qint64 lar
         return std::make_unique<FileLines>(std::move(readSome), size, longest,
                                            qsizetype(256) << 10);
     } catch (const std::bad_alloc&) {
-        return Outcome::failed(QStringLiteral("there is not enough memory to read it"));
+        return Outcome::failed(notEnoughMemoryText());
     }
 }
 
@@ -245,7 +259,7 @@ Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles o
         }
         bytes.truncate(qsizetype(done));
     } catch (const std::bad_alloc&) {
-        return Outcome::failed(QStringLiteral("there is not enough memory to read it"));
+        return Outcome::failed(notEnoughMemoryText());
     }
     if (file.error() != QFileDevice::NoError)
         return Outcome::failed(file.errorString());

@@ -48,6 +48,11 @@ Result<QByteArray> readWholeFile(const QString& path, qint64 largest, OddFiles o
 Result<std::unique_ptr<FileLines>> openFileLines(const QString& path, qint64 largest,
                                                  OddFiles oddFiles, qsizetype longest);
 
+// The whole of a file that openFileLines opened, for a reader that takes it
+// whole after all (before any line is taken), with the failures of
+// readWholeFile.
+Result<QByteArray> readWholeFile(FileLines& lines);
+
 // "the file is too large to read (N MB; at most M MB)": the size rounded up
 // and the limit down, so the two always differ.
 QString tooLargeText(qint64 size, qint64 largest);
