@@ -251,21 +251,3 @@ TEST_F(BrowserTest, AFaultKeepsTheGridAndTheHistory)
     EXPECT_EQ(messages.entries.size(), 2u);
     EXPECT_EQ(browser.caption(), QStringLiteral("Family (1)"));
 }
-
-TEST_F(BrowserTest, EverySpouseFamilyAndEveryChildHasItsRow)
-{
-    QByteArray text = "0 @I1@ INDI\n";
-    for (int f = 1; f <= 11; ++f)
-        text += "1 FAMS @F" + QByteArray::number(f) + "@\n";
-    for (int f = 1; f <= 11; ++f) {
-        text += "0 @F" + QByteArray::number(f) + "@ FAM\n";
-        for (int c = 1; c <= (f == 1 ? 21 : 0); ++c)
-            text += "1 CHIL @I1@\n";
-    }
-    ASSERT_TRUE(load(text));
-    show("IND", 1);
-    EXPECT_EQ(rows(browser).filter(QStringLiteral("Fams")).size(), 11);
-    show("FAM", 1);
-    EXPECT_EQ(rows(browser).filter(QStringLiteral("Child")).size(), 21);
-    EXPECT_TRUE(messages.entries.empty());
-}

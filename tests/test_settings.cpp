@@ -20,6 +20,16 @@ namespace {
 const QString general = QStringLiteral("Software\\Wendrake\\Tav\\General");
 const QString tree = QStringLiteral("Software\\Wendrake\\Tav\\Tree");
 
+// A read's status and the value it leaves, as "status value": "2 dflt" is
+// not found with the default kept (234 more data, 99 an invalid root).
+QString readValue(RegistryStore& store, const QString& root, const QString& key,
+                  const QString& name, const QString& type, const QVariant& defaultValue)
+{
+    QVariant v;
+    const int32_t status = store.regRead(root, key, name, type, defaultValue, v);
+    return QString::number(status) + u' ' + v.toString();
+}
+
 }  // namespace
 
 class SettingsTest : public test::SessionTest {
@@ -115,42 +125,30 @@ TEST_F(SettingsTest, ValuesAreReadAsRawBytesWhateverTheirStoredType)
                  "ffffffff\r\n"
                  "\"FontSize\"=hex:03\r\n\"BackColour\"=\"\"\r\n");
     RegistryStore store(regPath());
-    QVariant v;
-    EXPECT_EQ(store.regRead("HKCU", tree, "ViewDates", "B", false, v), 0);
-    EXPECT_TRUE(v.toBool());
-    EXPECT_EQ(store.regRead("hkcu", tree, "ViewSurnames", "b", false, v), 0);
-    EXPECT_TRUE(v.toBool());
-    EXPECT_EQ(store.regRead("HKCU", tree, "ViewMainLine", "B", false, v),
-              RegistryStore::statusMoreData);
-    EXPECT_FALSE(v.toBool()) << "four bytes do not fit the two-byte buffer";
-    EXPECT_EQ(store.regRead("HKCU", tree, "FontSize", "D", 2, v), 0);
-    EXPECT_EQ(v.toInt(), 3);
-    EXPECT_EQ(store.regRead("HKCU", tree, "BackColour", "B", true, v), 0);
-    EXPECT_FALSE(v.toBool()) << "the empty text is one zero byte";
-    EXPECT_EQ(store.regRead("HKCU", tree, "Missing", "S", "dflt", v),
-              RegistryStore::statusNotFound);
-    EXPECT_EQ(v.toString(), QStringLiteral("dflt"));
-    EXPECT_EQ(store.regRead("HKCU", "Software\\None", "X", "S", "dflt", v),
-              RegistryStore::statusNotFound);
-    EXPECT_EQ(store.regRead("HKCU", tree, "FontSize", "Q", 7, v), 0);
-    EXPECT_EQ(v.toInt(), 7) << "an unknown type code keeps the default";
-    EXPECT_EQ(store.regRead("NOWHERE", tree, "FontSize", "D", 7, v),
-              RegistryStore::statusInvalidRoot);
+    EXPECT_EQ(readValue(store, "HKCU", tree, "ViewDates", "B", false), "0 true");
+    EXPECT_EQ(readValue(store, "hkcu", tree, "ViewSurnames", "b", false), "0 true");
+    EXPECT_EQ(readValue(store, "HKCU", tree, "ViewMainLine", "B", false), "234 false")
+        << "four bytes do not fit the two-byte buffer";
+    EXPECT_EQ(readValue(store, "HKCU", tree, "FontSize", "D", 2), "0 3");
+    EXPECT_EQ(readValue(store, "HKCU", tree, "BackColour", "B", true), "0 false")
+        << "the empty text is one zero byte";
+    EXPECT_EQ(readValue(store, "HKCU", tree, "Missing", "S", "dflt"), "2 dflt");
+    EXPECT_EQ(readValue(store, "HKCU", "Software\\None", "X", "S", "dflt"), "2 dflt");
+    EXPECT_EQ(readValue(store, "HKCU", tree, "FontSize", "Q", 7), "0 7")
+        << "an unknown type code keeps the default";
+    EXPECT_EQ(readValue(store, "NOWHERE", tree, "FontSize", "D", 7), "99 7");
 }
 
 TEST_F(SettingsTest, NumbersAreWrittenThrough16BitsAndOtherRootsHaveTheirOwnKeys)
 {
     RegistryStore store(regPath());
-    QVariant v;
     EXPECT_EQ(store.regWrite("HKCU", general, "N", "D", -1), 0);
-    EXPECT_EQ(store.regRead("HKCU", general, "N", "D", 0, v), 0);
-    EXPECT_EQ(v.toInt(), -1);
+    EXPECT_EQ(readValue(store, "HKCU", general, "N", "D", 0), "0 -1");
     EXPECT_EQ(store.regWrite("HKCU", general, "Big", "D", 70000), 0);
-    EXPECT_EQ(store.regRead("HKCU", general, "Big", "D", 5, v), RegistryStore::statusNotFound)
+    EXPECT_EQ(readValue(store, "HKCU", general, "Big", "D", 5), "2 5")
         << "the overflow fault ends the write before anything is stored";
     EXPECT_EQ(store.regWrite("HKLM", general, "N", "S", "machine"), 0);
-    EXPECT_EQ(store.regRead("HKCU", general, "N", "D", 0, v), 0);
-    EXPECT_EQ(v.toInt(), -1);
+    EXPECT_EQ(readValue(store, "HKCU", general, "N", "D", 0), "0 -1");
     EXPECT_EQ(store.regWrite("bad root", general, "N", "S", "x"), RegistryStore::statusInvalidRoot);
     // The system's own handles, whatever the case of the name.
     const std::pair<const char*, int64_t> roots[] = {{"HKCU", 0x80000001}, {"hklm", 0x80000002},
@@ -175,25 +173,20 @@ TEST_F(SettingsTest, AFileRootIsAnIniFile)
     EXPECT_EQ(RegistryStore::rootKeyFromName(dir.path()), 0) << "a folder is not a file";
 
     RegistryStore store(regPath());
-    QVariant v;
-    EXPECT_EQ(store.regRead(ini, "general", "autoloadfile", "S", "", v), 0);
-    EXPECT_EQ(v.toString(), QStringLiteral("/old.ged"));
+    EXPECT_EQ(readValue(store, ini, "general", "autoloadfile", "S", ""), "0 /old.ged");
     EXPECT_EQ(store.regWrite(ini, "General", "AutoLoadFile", "S", "/new.ged"), 0);
     EXPECT_EQ(store.regWrite(ini, "General", "SurnameStyle", "S", "3"), 0);
     EXPECT_EQ(store.regWrite(ini, "Tree", "FontSize", "D", 4), 0)
         << "only text is written to an INI file";
-    EXPECT_EQ(store.regRead(ini, "General", "AutoLoadFile", "S", "", v), 0);
-    EXPECT_EQ(v.toString(), QStringLiteral("/new.ged"));
-    EXPECT_EQ(store.regRead(ini, "General", "SurnameStyle", "D", 9, v), 0);
-    EXPECT_EQ(v.toInt(), 9) << "numbers read from an INI file keep the default";
-    EXPECT_EQ(store.regRead(ini, "Other", "Name", "S", "", v), 0);
-    EXPECT_EQ(v.toString(), QStringLiteral("x"));
-    EXPECT_EQ(store.regRead(ini, "Tree", "FontSize", "S", "none  ", v), 0);
-    EXPECT_EQ(v.toString(), QStringLiteral("none")) << "the default loses its trailing blanks";
-    EXPECT_EQ(store.regRead(ini, "Other", "Quoted", "S", "", v), 0);
-    EXPECT_EQ(v.toString(), QStringLiteral("single"));
-    EXPECT_EQ(store.regRead(ini, "Other", "Half", "S", "", v), 0);
-    EXPECT_EQ(v.toString(), QStringLiteral("\"open")) << "quotes that do not match stay";
+    EXPECT_EQ(readValue(store, ini, "General", "AutoLoadFile", "S", ""), "0 /new.ged");
+    EXPECT_EQ(readValue(store, ini, "General", "SurnameStyle", "D", 9), "0 9")
+        << "numbers read from an INI file keep the default";
+    EXPECT_EQ(readValue(store, ini, "Other", "Name", "S", ""), "0 x");
+    EXPECT_EQ(readValue(store, ini, "Tree", "FontSize", "S", "none  "), "0 none")
+        << "the default loses its trailing blanks";
+    EXPECT_EQ(readValue(store, ini, "Other", "Quoted", "S", ""), "0 single");
+    EXPECT_EQ(readValue(store, ini, "Other", "Half", "S", ""), "0 \"open")
+        << "quotes that do not match stay";
 }
 
 TEST_F(SettingsTest, ReadingForgivesWhatRegistryExportsHold)
@@ -211,12 +204,9 @@ TEST_F(SettingsTest, ReadingForgivesWhatRegistryExportsHold)
     // regedit's own export: UTF-16, little-endian, with its byte order mark.
     QByteArray utf16("\xFF\xFE");
     utf16.append(reinterpret_cast<const char*>(exported), sizeof(exported) - 2);
-    QByteArray utf8 = QString::fromUtf16(exported).toUtf8();
-    QByteArray crOnly = utf8;
-    crOnly.replace("\r\n", "\r");
-    QByteArray lfOnly = utf8;
-    lfOnly.replace("\r\n", "\n");
-    for (const QByteArray& bytes : {utf16, utf8, crOnly, lfOnly}) {
+    const QByteArray utf8 = QString::fromUtf16(exported).toUtf8();
+    for (const QByteArray& bytes : {utf16, utf8, QByteArray(utf8).replace("\r\n", "\r"),
+                                    QByteArray(utf8).replace("\r\n", "\n")}) {
         writeRegBytes(bytes);
         EXPECT_TRUE(RegistryStore(regPath()).loadProblems().isEmpty());
         const Settings s = loaded();
@@ -242,19 +232,14 @@ TEST_F(SettingsTest, ABadLineCostsOnlyItselfAndTheDamagedFileIsKeptOnce)
                                "\"ViewMainLine\"=hex:01,00\r\n";
     writeRegBytes(damaged);
     RegistryStore store(regPath());
+    const auto skipped = [&](const char* lineAndWhy) {
+        return QStringLiteral("the settings file %1, line %2: the line is skipped")
+            .arg(regPath(), QLatin1String(lineAndWhy));
+    };
     EXPECT_EQ(store.loadProblems(),
-              QStringList({QStringLiteral("the settings file %1, line 4: a value that cannot be "
-                                          "read: the line is skipped")
-                               .arg(regPath()),
-                           QStringLiteral("the settings file %1, line 6: a key that is not "
-                                          "closed: the line is skipped")
-                               .arg(regPath()),
-                           QStringLiteral("the settings file %1, line 7: a value outside a key: "
-                                          "the line is skipped")
-                               .arg(regPath()),
-                           QStringLiteral("the settings file %1, line 8: no value name: the "
-                                          "line is skipped")
-                               .arg(regPath())}));
+              QStringList({skipped("4: a value that cannot be read"),
+                           skipped("6: a key that is not closed"),
+                           skipped("7: a value outside a key"), skipped("8: no value name")}));
     Settings s;
     loadSettings(s, store, QStringLiteral("ALL"));
     EXPECT_EQ(s.SurnameStyle, 2) << "the bad line's value takes its default";

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/Fault.h"
 #include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
 #include "tree/DescendantTriangle.h"
@@ -8,7 +7,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <array>
 #include <vector>
 
 using namespace tav;
@@ -18,8 +16,6 @@ using tav::test::FileFamily;
 namespace {
 
 using tav::test::Families;
-using tav::test::FamilyRow;
-using tav::test::PersonRow;
 using tav::test::Persons;
 
 // Gus and Gina (F1) have Dan and Uma. Dan married Ann (F2: Kim, who has Pam
@@ -55,6 +51,12 @@ const Families gusFamilies = {{1, 1, 2, 2, 1, 1}, {3, 3, 5, 2, 2, 2}, {7, 7, 8, 
 const Persons danPersons = {{3, 0, 1},  {6, 0, 0},  {9, 1, 1}, {10, 2, 1},
                             {16, 0, 0}, {17, 1, 1}, {18, 2, 1}};
 const Families danFamilies = {{3, 1, 2, 2, 2, 2}, {7, 4, 5, 2, 1, 1}};
+
+// Gus's tree with Uma, his second child, carrying the line, through Tom
+// (2 descendants against Sam's 1).
+const Persons umaPersons = {{1, 0, 1},  {2, 0, 0},  {3, 1, 1},  {4, 2, 1},  {14, 0, 0},
+                            {15, 1, 1}, {19, 2, 1}, {22, 0, 0}, {23, 1, 1}, {24, 2, 1}};
+const Families umaFamilies = {{1, 1, 2, 2, 2, 1}, {6, 4, 5, 2, 2, 1}, {9, 7, 8, 2, 1, 1}};
 
 }  // namespace
 
@@ -178,17 +180,8 @@ TEST_F(TreeWindowLogicTest, ShowDescendantsOnAChildThatDidNotCarryTheLine)
     // (2 against Sam's 1). The eldest walk from her, through Sam, is the
     // start of ShowParentsOnTheTopAndOnALowerDescendantAndSetTop.
     runOn(4, TreeCommand::ShowDescendantsMost);
-    EXPECT_EQ(persons(), (Persons{{1, 0, 1},
-                                  {2, 0, 0},
-                                  {3, 1, 1},
-                                  {4, 2, 1},
-                                  {14, 0, 0},
-                                  {15, 1, 1},
-                                  {19, 2, 1},
-                                  {22, 0, 0},
-                                  {23, 1, 1},
-                                  {24, 2, 1}}));
-    EXPECT_EQ(families(), (Families{{1, 1, 2, 2, 2, 1}, {6, 4, 5, 2, 2, 1}, {9, 7, 8, 2, 1, 1}}));
+    EXPECT_EQ(persons(), umaPersons);
+    EXPECT_EQ(families(), umaFamilies);
     EXPECT_EQ(individualSelected(), 4);
     expectGoBackTo(gusPersons, gusFamilies);
 
@@ -219,13 +212,8 @@ TEST_F(TreeWindowLogicTest, ShowParentsOnTheTopAndOnALowerDescendantAndSetTop)
     // the same tables as her descendants shown from Gus's tree.
     open(4);
     runOn(4, TreeCommand::ShowParents);
-    const Persons umaLine = persons();
-    const Families umaLineFamilies = families();
-    EXPECT_EQ(umaLineFamilies[0], (FamilyRow{1, 1, 2, 2, 2, 1}));
-    open(1);
-    runOn(4, TreeCommand::ShowDescendantsMost);
-    EXPECT_EQ(persons(), umaLine);
-    EXPECT_EQ(families(), umaLineFamilies);
+    EXPECT_EQ(persons(), umaPersons);
+    EXPECT_EQ(families(), umaFamilies);
 
     // Set top on Uma's son Sam after the eldest walk; then his parents:
     // Rex is the top, Uma his spouse, and Sam's family (Xia, Yul) stays
@@ -281,7 +269,8 @@ TEST_F(TreeWindowLogicTest, ParentsWithoutAFatherPutTheMotherOnTop)
 TEST_F(TreeWindowLogicTest, ACommandPastTheCapacityKeepsTheView)
 {
     // The top's first family has one child; the second starts a line of 50
-    // families of 20 children, too many boxes for one view.
+    // families of 20 children, too many boxes for one view. From individual
+    // 43, the head of the fourth, 47 families fill 988 boxes: they fit.
     std::vector<QByteArray> people(2 + 50 * 20, ":M");
     std::vector<FileFamily> chain = {{1, 0, {2}}};
     int32_t next = 3;
@@ -292,21 +281,28 @@ TEST_F(TreeWindowLogicTest, ACommandPastTheCapacityKeepsTheView)
         chain.push_back(family);
     }
     ASSERT_TRUE(load(familyFile(people, chain)));
+    open(43);
+    EXPECT_EQ(model().nTreeInd, 988);
+    EXPECT_TRUE(messages.entries.empty());
+    const QStringList pastCapacity{"Error no:  9 Subscript out of range"};
     open(1);
-    EXPECT_EQ(messages.texts(), QStringList{"Error no:  9 Subscript out of range"});
+    EXPECT_EQ(messages.texts(), pastCapacity);
     EXPECT_EQ(persons(), (Persons{{1, 0, 1}}))
         << "the walk failed: the top person alone, never half a tree";
+    messages.clear();
+    runOn(1, TreeCommand::ShowDescendantsMost);
+    EXPECT_EQ(messages.texts(), pastCapacity);
+    EXPECT_FALSE(logic->enabled(TreeCommand::GoBack)) << "a failed command keeps nothing";
 
     runOn(1, TreeCommand::ShowDescendantsEldest);
-    const Persons small = {{1, 0, 1}, {0, 0, 0}, {2, 1, 1}};
-    ASSERT_EQ(persons(), small);
-    for (const TreeCommand command : {TreeCommand::NextSpouse, TreeCommand::ShowDescendantsMost}) {
-        messages.clear();
-        runOn(1, command);
-        EXPECT_EQ(messages.texts(), QStringList{"Error no:  9 Subscript out of range"});
-        EXPECT_EQ(persons(), small);
-    }
-    // The GoBack copy is untouched: still the view before the eldest walk.
+    ASSERT_EQ(persons(), (Persons{{1, 0, 1}, {0, 0, 0}, {2, 1, 1}}));
+    const TreeTables shown = model();
+    messages.clear();
+    runOn(1, TreeCommand::NextSpouse);
+    EXPECT_EQ(messages.texts(), pastCapacity);
+    EXPECT_EQ(model().treeInd, shown.treeInd);
+    EXPECT_EQ(model().treeFam, shown.treeFam);
+    EXPECT_EQ(model().prevInd, shown.prevInd) << "still the view before the eldest walk";
     expectGoBackTo(Persons{{1, 0, 1}}, Families{});
 }
 
@@ -324,6 +320,7 @@ TEST_F(TreeWindowLogicTest, SavedViewsOpenAgainAndDamagedOnesChangeNothing)
 
     runOn(4, TreeCommand::SetTop);
     const Persons setTop = persons();
+    const Families setTopFamilies = {{6, 1, 2, 2, 1, 1}, {8, 3, 5, 1, 1, 1}};
     logic->run(TreeCommand::OpenView);
     EXPECT_TRUE(messages.entries.empty());
     for (int32_t k = 1; k <= saved.nTreeInd; ++k)
@@ -331,18 +328,20 @@ TEST_F(TreeWindowLogicTest, SavedViewsOpenAgainAndDamagedOnesChangeNothing)
     for (int32_t k = 1; k <= saved.nTreeFam; ++k)
         EXPECT_EQ(model().family(k), saved.family(k)) << k;
     EXPECT_EQ(logic->drawing().boxes.size(), size_t(saved.nTreeInd));
-    expectGoBackTo(setTop, Families{{6, 1, 2, 2, 1, 1}, {8, 3, 5, 1, 1, 1}});
+    expectGoBackTo(setTop, setTopFamilies);
 
     // Saved with another file: the user is asked first, and No keeps the view.
     QByteArray text = test::fileBytes(dir.filePath("temp.gds"));
     text.replace(QDir::cleanPath(dir.filePath("test.ged")).toUtf8(), "/elsewhere/other.ged");
     writeFile(text, "temp.gds");
     messages.answers = {false};
+    const TreeTables shown = model();
     logic->run(TreeCommand::OpenView);
     ASSERT_EQ(messages.entries.size(), 1u);
     EXPECT_EQ(messages.entries[0].text,
               QStringLiteral("This view was saved with /elsewhere/other.ged. Show it anyway?"));
-    EXPECT_EQ(persons(), setTop);
+    EXPECT_EQ(model().treeInd, shown.treeInd);
+    EXPECT_EQ(model().prevInd, shown.prevInd) << "nothing kept for GoBack either";
 
     // Yes shows the view of the other file.
     messages.clear();
@@ -352,6 +351,7 @@ TEST_F(TreeWindowLogicTest, SavedViewsOpenAgainAndDamagedOnesChangeNothing)
     EXPECT_EQ(messages.entries.size(), 1u);
     EXPECT_EQ(model().nTreeInd, saved.nTreeInd);
     EXPECT_EQ(model().person(1), saved.person(1));
+    expectGoBackTo(setTop, setTopFamilies);
 }
 
 // "Save view as..." and "Open view..." on files the user names: the same
