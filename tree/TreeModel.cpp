@@ -252,54 +252,6 @@ void TreeModel::walkMostDescendants(int32_t person, int32_t famOfPerson, int32_t
     });
 }
 
-void TreeModel::shuffleDownInd(int32_t from, int32_t by)
-{
-    for (int32_t k = nTreeInd; k >= from; --k)
-        person(k + by) = person(k);
-}
-
-void TreeModel::shuffleDownFam(int32_t from, int32_t by)
-{
-    for (int32_t k = nTreeFam; k >= from; --k)
-        family(k + by) = family(k);
-}
-
-void TreeModel::shuffleUpInd(int32_t from, int32_t by)
-{
-    for (int32_t k = from; k <= nTreeInd; ++k)
-        person(k - by) = person(k);
-}
-
-void TreeModel::shuffleUpFam(int32_t from, int32_t by)
-{
-    for (int32_t k = from; k <= nTreeFam; ++k)
-        family(k - by) = family(k);
-}
-
-void TreeModel::swapInd(int32_t a, int32_t b) { std::swap(person(a), person(b)); }
-
-void TreeModel::adjustFamHeadAndIndSt(int32_t topShift, int32_t shift)
-{
-    TreeFamily& top = family(1);
-    top.head += topShift;
-    top.indSt += shift;
-    for (int32_t f = 2; f <= nTreeFam; ++f) {
-        family(f).head += shift;
-        family(f).indSt += shift;
-    }
-}
-
-void TreeModel::adjustFamHeadAndIndStNONTOP(int32_t fam, int32_t shift)
-{
-    TreeFamily& top = family(fam);
-    top.head = 1;
-    top.indSt -= shift;
-    for (int32_t f = fam + 1; f <= nTreeFam; ++f) {
-        family(f).head -= shift;
-        family(f).indSt -= shift;
-    }
-}
-
 void TreeModel::treeSavePrev()
 {
     // Checked access first: the counts always lie within the tables.

@@ -15,7 +15,7 @@ class TextMeasure;
 struct Settings;
 struct TreeFlags;
 
-// The tree view's tables and the operations that fill, shift and restore
+// The tree view's tables and the operations that fill, clear and restore
 // them: a top person, then one family per generation down a line of descent.
 // It needs no display; the tree window and tav-cli share it.
 //
@@ -65,21 +65,6 @@ public:
     // The child with most descendants, through its best spouse family;
     // `spouseNo` 0 starts with the person's best one.
     void prepareDescendents3(int32_t person, int32_t famOfPerson, int32_t spouseNo);
-
-    // Copy entries `from` to the count `by` slots later (opening a gap) or
-    // earlier (closing one); the counts stay as they are.
-    void shuffleDownInd(int32_t from, int32_t by);
-    void shuffleDownFam(int32_t from, int32_t by);
-    void shuffleUpInd(int32_t from, int32_t by);
-    void shuffleUpFam(int32_t from, int32_t by);
-    // Exchanges two person entries whole.
-    void swapInd(int32_t a, int32_t b);
-    // After persons moved: family 1's head by `topShift`, every other slot
-    // reference by `shift`.
-    void adjustFamHeadAndIndSt(int32_t topShift, int32_t shift);
-    // When family `fam` becomes the top family: its head is slot 1, and its
-    // spouse and every later family's references move up by `shift`.
-    void adjustFamHeadAndIndStNONTOP(int32_t fam, int32_t shift);
 
     // Keeps the view for "GoBack" (one level), and brings it back.
     void treeSavePrev();
