@@ -5,6 +5,8 @@
 #include <QSet>
 #include <QXmlStreamReader>
 
+#include <gtest/gtest.h>
+
 namespace tav::test {
 
 // What an HTML checker would object to in a page. The page is written so
@@ -84,6 +86,43 @@ QStringList htmlProblems(const QByteArray& page)
     if (!titled)
         problems << QStringLiteral("no title");
     return problems;
+}
+
+QStringList mainLines(const QByteArray& page)
+{
+    QXmlStreamReader xml(page);
+    QStringList lines;
+    QStringList open;  // "name.class" of the elements open
+    int lists = 0, capturing = 0;
+    bool inMain = false;
+    QString text;
+    while (!xml.atEnd()) {
+        const auto token = xml.readNext();
+        if (token == QXmlStreamReader::StartElement) {
+            const QString name = xml.name().toString();
+            const QString cls = xml.attributes().value("class").toString();
+            open << name + '.' + cls;
+            inMain = inMain || name == "main";
+            lists += name == "ol" && cls.startsWith("children");
+            if (capturing > 0) {
+                ++capturing;
+            } else if (inMain && (name == "p" || name == "h2" || cls == "note")) {
+                capturing = 1;
+                const int shift = cls == "marriage" || (name == "p" && cls == "note") ? 2 : 0;
+                text = QString(4 * lists + shift, ' ');
+            }
+        } else if (token == QXmlStreamReader::EndElement) {
+            const QString closed = open.takeLast();
+            lists -= closed.startsWith("ol.children");
+            inMain = inMain && closed != "main.";
+            if (capturing > 0 && --capturing == 0)
+                lines << text;
+        } else if (token == QXmlStreamReader::Characters && capturing > 0) {
+            text += xml.text();
+        }
+    }
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    return lines;
 }
 
 }  // namespace tav::test

@@ -10,4 +10,9 @@ namespace tav::test {
 // for a valid page.
 QStringList htmlProblems(const QByteArray& page);
 
+// The headings, paragraphs and notes of a page's main part, one line each, as
+// a reader sees them: indented by 4 for every list of children they stand in,
+// marriage lines and paragraph notes by 2 more.
+QStringList mainLines(const QByteArray& page);
+
 }  // namespace tav::test

@@ -6,6 +6,7 @@
 
 #include "tests/QtPrinters.h"
 #include <QByteArray>
+#include <QDir>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -28,9 +29,11 @@ QStringList svgTexts(const QByteArray& svg);
 QString sharedGedcomFile(const char* name);
 
 // A session with recorded message boxes and files written to a private folder.
+// The current folder, which windows and tav-cli may change, is put back at the end.
 class SessionTest : public ::testing::Test {
 protected:
     SessionTest();
+    ~SessionTest() override { QDir::setCurrent(startFolder); }
 
     // Writes the bytes to a file and loads it as the viewer would.
     bool load(const QByteArray& bytes, const char* fileName = "test.ged");
@@ -50,6 +53,7 @@ protected:
     // How two individuals are related, the lines parted by "\n".
     QString relate(int32_t a, int32_t b) const;
 
+    QString startFolder = QDir::currentPath();
     QTemporaryDir dir;
     RecordingMessages messages;
     Session session{messages};

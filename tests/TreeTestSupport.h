@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "tests/TestSupport.h"
 #include "tree/TextMeasure.h"
+#include "tree/TreeModel.h"
 #include "tree/TreeTables.h"
 
 #include <QByteArray>
@@ -99,5 +101,35 @@ inline QByteArray familyFile(const std::vector<QByteArray>& people,
     }
     return text;
 }
+
+// A line of `people` generations, each the only child of the one before:
+// P1 the father of P2, and so on. `person` ("NAME:SEX"), when given, is
+// every one of them instead.
+inline QByteArray lineFile(int people, const QByteArray& person = {})
+{
+    std::vector<QByteArray> names;
+    std::vector<FileFamily> families;
+    for (int k = 1; k <= people; ++k) {
+        names.push_back(person.isEmpty() ? "P" + QByteArray::number(k) : person);
+        if (k < people)
+            families.push_back({k, 0, {k + 1}});
+    }
+    return familyFile(names, families);
+}
+
+// A session's tree model, measured by a stub.
+class TreeModelFixture : public SessionTest {
+protected:
+    // A new view of an individual, as the tree window starts one.
+    void top(int32_t individual)
+    {
+        model.clearArrays(1, 1);
+        model.prepareTopPerson(individual, measure);
+    }
+
+    StubMeasure measure;
+    TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
+                    [this] { return session.today(); }};
+};
 
 }  // namespace tav::test

@@ -16,7 +16,6 @@ protected:
         QObject::connect(&session, &Session::windowRequested,
                          [this](const WindowRequest& request) { requests << request.window; });
     }
-    ~AncestorsWindowLogicTest() override { QDir::setCurrent(startFolder); }
 
     // A new window asked for the chart of an individual.
     AncestorsWindowLogic& open(int32_t individual)
@@ -35,7 +34,6 @@ protected:
         return logic->selected();
     }
 
-    QString startFolder = QDir::currentPath();
     std::unique_ptr<AncestorsWindowLogic> logic;
     QList<AppWindow> requests;
 };

@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <map>
 
 using namespace tav;
 using tav::test::WriteFault;
@@ -20,7 +21,7 @@ QByteArray pattern(char c, int size) { return QByteArray(size, c) + "\n"; }
 
 }  // namespace
 
-TEST(AtomicFileTest, WritesAndReplacesFilesKeepingPermissionsAndLinks)
+TEST(AtomicFileTest, WritesAndReplacesFilesKeepingPermissionsAndLinksOrNamesAMissingFolder)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("view.gds"));
@@ -46,11 +47,7 @@ TEST(AtomicFileTest, WritesAndReplacesFilesKeepingPermissionsAndLinks)
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden | QDir::System),
               QStringList({QStringLiteral("link.gds"), QStringLiteral("view.gds")}))
         << "no temporary file is left behind";
-}
 
-TEST(AtomicFileTest, AMissingFolderIsNamedAsTheReason)
-{
-    QTemporaryDir dir;
     const QString missing = dir.filePath(QStringLiteral("no/such/folder/tav.htm"));
     EXPECT_EQ(writeFileAtomically(missing, "x").message(),
               QStringLiteral("Cannot save %1: its folder does not exist.").arg(missing));
@@ -68,19 +65,16 @@ TEST_P(AtomicFileFaultTest, AFailedWriteKeepsThePreviousFileAndSaysWhy)
     if (!outcome.ran)
         GTEST_SKIP() << outcome.unavailable.toStdString();
 
-    const char* reason = "";
-    switch (GetParam()) {
-    case WriteFault::DiskFull: reason = "the disk is full"; break;
-    case WriteFault::FileSizeLimit: reason = "the file would pass the file size limit"; break;
-    case WriteFault::ReadOnlyDisk: reason = "the disk is read-only"; break;
-    case WriteFault::ReadOnlyFolder:
-        reason = "there is no permission to write in its folder";
-        break;
-    case WriteFault::TargetIsFolder: reason = "a folder of that name is in the way"; break;
-    case WriteFault::ReadOnlyFile: reason = "the file is read-only"; break;
-    }
+    const std::map<WriteFault, const char*> reasons = {
+        {WriteFault::DiskFull, "the disk is full"},
+        {WriteFault::FileSizeLimit, "the file would pass the file size limit"},
+        {WriteFault::ReadOnlyDisk, "the disk is read-only"},
+        {WriteFault::ReadOnlyFolder, "there is no permission to write in its folder"},
+        {WriteFault::TargetIsFolder, "a folder of that name is in the way"},
+        {WriteFault::ReadOnlyFile, "the file is read-only"}};
     EXPECT_TRUE(outcome.message.startsWith(QStringLiteral("Cannot save /")));
-    EXPECT_TRUE(outcome.message.endsWith(QStringLiteral("/disk/tav.htm: %1.").arg(reason)))
+    EXPECT_TRUE(
+        outcome.message.endsWith(QStringLiteral("/disk/tav.htm: %1.").arg(reasons.at(GetParam()))))
         << outcome.message.toStdString();
     EXPECT_EQ(outcome.after, previous) << "the previous file stays byte for byte";
     EXPECT_EQ(outcome.targetIsFolder, GetParam() == WriteFault::TargetIsFolder);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Taking what a window shows elsewhere: grids, lists and results as CSV and
 // tab-separated text, reports as text files, and tav-cli printing the same.
-#include "core/TableText.h"
 #include "app/GedcomLoading.h"
+#include "core/TableText.h"
 #include "tests/CliTest.h"
 #include "windowlogic/browser/BrowserLogic.h"
 #include "windowlogic/find/FindLogic.h"
@@ -49,12 +49,15 @@ TEST_F(CopyAndSaveTest, AGridsCsvIsWhatTavCliPrints)
                     "1 NOTE First line", "2 CONT second line", "0 @I2@ INDI", "1 NAME Ann /Lee/"}),
         "csv.ged");
     ASSERT_TRUE(loadGedcom(session, path));
+    QByteArray john;
     for (const auto& [kind, slot] :
          {std::pair{ViewKind::Individual, 1}, std::pair{ViewKind::AllOccupations, 0}}) {
         BrowserLogic browser(session);
         session.openBrowser(kind, slot, BrowserCaller::MainWindow);
         browser.activate();
         const QByteArray csv = csvBytes(browser.table());
+        if (slot)
+            john = csv;
 
         QByteArray printed;
         const CliContext context{{[](const QString&) {}, [](const QString&) {},
@@ -68,13 +71,10 @@ TEST_F(CopyAndSaveTest, AGridsCsvIsWhatTavCliPrints)
         EXPECT_EQ(runCli(arguments, context), 0);
         EXPECT_EQ(printed, csv);
     }
-    BrowserLogic browser(session);
-    session.openBrowser(ViewKind::Individual, 1, BrowserCaller::MainWindow);
-    browser.activate();
-    const QList<QByteArray> lines = csvBytes(browser.table()).split('\n');
+    const QList<QByteArray> lines = john.split('\n');
     EXPECT_EQ(lines.value(0), "Item,Details\r");
     EXPECT_EQ(lines.value(2), "Name,\"SMITH, JR, John\"\r");
-    EXPECT_TRUE(csvBytes(browser.table()).contains("Note ,\"First line\r\nsecond line\"\r\n"));
+    EXPECT_TRUE(john.contains("Note ,\"First line\r\nsecond line\"\r\n"));
 }
 
 // The results as a table: a number and a text for each record line.

@@ -11,53 +11,14 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QXmlStreamReader>
 
 using namespace tav;
 using tav::test::gedcomText;
 using tav::test::htmlProblems;
+using tav::test::lineFile;
+using tav::test::mainLines;
 
 namespace {
-
-// The list of a page as indented text lines, as a reader sees it: each
-// person's line, each marriage line (2 further in) and each note, indented
-// by 4 for every list of children it stands in.
-QStringList outlineText(const QByteArray& page)
-{
-    QXmlStreamReader xml(page);
-    QStringList lines;
-    QList<QString> open;  // "name.class" of the elements open
-    int lists = 0, capturing = 0;
-    bool inMain = false;
-    QString text;
-    while (!xml.atEnd()) {
-        const auto token = xml.readNext();
-        if (token == QXmlStreamReader::StartElement) {
-            const QString name = xml.name().toString();
-            const QString cls = xml.attributes().value("class").toString();
-            open << name + '.' + cls;
-            inMain = inMain || name == "main";
-            lists += name == "ol" && cls.startsWith("children");
-            if (capturing > 0) {
-                ++capturing;
-            } else if (inMain && (name == "p" || cls == "note")) {
-                capturing = 1;
-                const int shift = cls == "marriage" || (name == "p" && cls == "note") ? 2 : 0;
-                text = QString(4 * lists + shift, ' ');
-            }
-        } else if (token == QXmlStreamReader::EndElement) {
-            const QString closed = open.takeLast();
-            lists -= closed.startsWith("ol.children");
-            inMain = inMain && closed != "main.";
-            if (capturing > 0 && --capturing == 0)
-                lines << text;
-        } else if (token == QXmlStreamReader::Characters && capturing > 0) {
-            text += xml.text();
-        }
-    }
-    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
-    return lines;
-}
 
 // Adam and Eve's children Carl and Dora; Carl's son Emil marries Dora's
 // daughter Fay, so their sons Gus and Hal, and Gus's son Kai, descend from
@@ -113,19 +74,6 @@ QString totals(const QByteArray& html)
     return found.join(", ").replace(", ;", ";");
 }
 
-// A line of people, each the only child of the one before.
-QByteArray chain(int people)
-{
-    std::vector<QByteArray> names;
-    std::vector<tav::test::FileFamily> families;
-    for (int i = 1; i <= people; ++i) {
-        names.push_back("P" + QByteArray::number(i));
-        if (i < people)
-            families.push_back({i, 0, {i + 1}});
-    }
-    return tav::test::familyFile(names, families);
-}
-
 }  // namespace
 
 TEST(HtmlChecks, FindWhatAnHtmlParserWouldRepairOrAValidatorReport)
@@ -163,7 +111,7 @@ TEST_F(HtmlReportTest, HandBuiltFamilyAsWorkedOut)
     ASSERT_TRUE(load(cousinFamily));
     const QByteArray html = page(1);
     EXPECT_EQ(htmlProblems(html), QStringList());
-    EXPECT_EQ(outlineText(html),
+    EXPECT_EQ(mainLines(html),
               QStringList({
                   "Adam Hart (b.1820  d.1890)",
                   "  m. Eve Lee (b.1825  d.1900), 1845, Bath & Wells, Somerset",
@@ -216,26 +164,26 @@ TEST_F(HtmlReportTest, NamesWithoutSurnameOrGivenNamesNeedNoComma)
         load(gedcomText({"0 @I1@ INDI", "1 NAME Ferdinand_II  //", "1 FAMS @F1@", "0 @I2@ INDI",
                          "1 NAME /Smith/ Jr", "1 FAMC @F1@", "0 @I3@ INDI", "1 FAMC @F1@",
                          "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@", "1 CHIL @I3@"})));
-    EXPECT_EQ(outlineText(page(1, {2, 2})),
+    EXPECT_EQ(mainLines(page(1, {2, 2})),
               QStringList({"Ferdinand_II", "  Spouse not recorded", "    1 SMITH Jr", "    1 ?"}));
     EXPECT_TRUE(page(1).contains("<h1>Descendants of Ferdinand_II</h1>"));
 }
 
 TEST_F(HtmlReportTest, LinesDeeperThanOneHundredLevelsEndInANote)
 {
-    ASSERT_TRUE(load(chain(150)));
+    ASSERT_TRUE(load(lineFile(150)));
     const QByteArray html = page(1);
     EXPECT_EQ(htmlProblems(html), QStringList());
     EXPECT_TRUE(html.contains("The descendants of P1 cannot be counted: a line runs deeper than "
                               "100 levels."));
-    const QStringList lines = outlineText(html);
+    const QStringList lines = mainLines(html);
     ASSERT_EQ(lines.size(), 2 * 100 + 1);
     EXPECT_EQ(lines[2 * 99].trimmed(), "99 P100") << "the 100th level is written";
     EXPECT_EQ(lines.back().trimmed(), "The line goes on: its children are more than 100 levels "
                                       "down and are not written.");
     EXPECT_TRUE(messages.texts().isEmpty()) << "no fault reported";
 
-    ASSERT_TRUE(load(chain(100)));
+    ASSERT_TRUE(load(lineFile(100)));
     EXPECT_FALSE(page(1).contains("class=\"note\""));
     EXPECT_EQ(totals(page(1)), "99 descendants, 99 spouses, 99 generations");
 }
@@ -275,7 +223,7 @@ TEST_F(HtmlReportTest, EveryChildIsWritten)
     for (int k = 2; k <= 23; ++k)
         text += "0 @I" + QByteArray::number(k) + "@ INDI\n1 FAMC @F1@\n";
     ASSERT_TRUE(load(text));
-    const QStringList lines = outlineText(page(1));
+    const QStringList lines = mainLines(page(1));
     EXPECT_EQ(lines.size(), 2 + 22) << lines.join('\n').toStdString();
     EXPECT_EQ(lines.count("    1 ?"), 22) << "every child, nameless, in generation 1";
 }
@@ -293,7 +241,7 @@ TEST_F(HtmlReportTest, Royal92HabsburgsCheckedByHand)
     const int32_t ferdinand = session.records.indIndexFromId(u"I2419");
     const QByteArray html = page(ferdinand);
     EXPECT_EQ(htmlProblems(html), QStringList());
-    EXPECT_EQ(outlineText(html),
+    EXPECT_EQ(mainLines(html),
               QStringList({
                   "Ferdinand_II (b.1578  d.1637)",
                   "  Spouse not recorded",
@@ -335,10 +283,8 @@ TEST_F(HtmlReportTest, TavCliWritesThePageAndPrintsItsPath)
     EXPECT_TRUE(test::fileBytes(out).contains("<h1>Descendants of Dora HART</h1>"));
 
     // Without OUT: tav.htm in the current directory, which tav-cli keeps.
-    const QString before = QDir::currentPath();
     QDir::setCurrent(dir.path());
     printed = runTavCli({"html", gedcom, "1"});
-    QDir::setCurrent(before);
     EXPECT_EQ(printed.status, 0);
     EXPECT_EQ(printed.out, QStringList{dir.filePath("tav.htm")});
     EXPECT_TRUE(QFileInfo(dir.filePath("tav.htm")).size() > 0);

@@ -54,9 +54,7 @@ TEST(InternedTextsTest, NumberedAndOtherTextsKeepOneCodeEach)
     for (int i = 3000; i >= 1; i -= 7)
         c.intern("I" + std::to_string(i));
     c.intern(std::string("I1\0", 3));
-    c.intern(std::string("\0"
-                         "1",
-                         2));
+    c.intern(std::string(1, '\0') + "1");
     c.expectAllFound();
     EXPECT_NE(c.texts_.find("I012"), c.texts_.find("I12")) << "the text counts, not its number";
     EXPECT_EQ(c.texts_.find("I3001"), InternedTexts::none);

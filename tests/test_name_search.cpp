@@ -10,27 +10,12 @@ using tav::test::gedcomText;
 
 namespace {
 
-const QByteArray people = gedcomText({
-    "0 @I1@ INDI",
-    "1 NAME Catherine /Smith/",
-    "1 BIRT",
-    "2 DATE 1850",
-    "1 DEAT",
-    "2 DATE 1910",
-    "0 @I2@ INDI",
-    "1 NAME Mary Catherine /Jones/",
-    "0 @I3@ INDI",
-    "1 NAME Cathérine /Åberg/",
-    "0 @I4@ INDI",
-    "1 NAME John /Cathcart/",
-    "0 @I5@ INDI",
-    "1 NAME catherine /smith/",
-    "0 @I6@ INDI",
-    "1 NAME Ann /Smith/",
-    "1 NAME Cathy /Smith/",
-    "0 @I7@ INDI",
-    "1 NAME Marie-Thérèse /Habsbourg/",
-});
+const QByteArray people =
+    gedcomText({"0 @I1@ INDI", "1 NAME Catherine /Smith/", "1 BIRT", "2 DATE 1850", "1 DEAT",
+                "2 DATE 1910", "0 @I2@ INDI", "1 NAME Mary Catherine /Jones/", "0 @I3@ INDI",
+                "1 NAME Cathérine /Åberg/", "0 @I4@ INDI", "1 NAME John /Cathcart/", "0 @I5@ INDI",
+                "1 NAME catherine /smith/", "0 @I6@ INDI", "1 NAME Ann /Smith/",
+                "1 NAME Cathy /Smith/", "0 @I7@ INDI", "1 NAME Marie-Thérèse /Habsbourg/"});
 
 }  // namespace
 

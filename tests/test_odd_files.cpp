@@ -70,6 +70,8 @@ protected:
 
     QString startFolder = QDir::currentPath();
     RegistryStore store;
+    TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
+                    [this] { return session.today(); }};
 };
 
 // A named pipe with no program writing to it, where a GEDCOM file, a view
@@ -85,8 +87,6 @@ TEST_F(OddFilesTest, ANamedPipeKeepsNeitherProgramWaiting)
         QStringList{QStringLiteral("Cannot open %1: it is a named pipe, not a file").arg(pipe)});
 
     ASSERT_TRUE(load(twoPeople));
-    TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
-                    [this] { return session.today(); }};
     const QString view = makePipe("temp.gds");
     messages.clear();
     expectEndsWithoutWaiting(
@@ -100,16 +100,12 @@ TEST_F(OddFilesTest, ANamedPipeKeepsNeitherProgramWaiting)
                   QStringLiteral("Cannot open help.txt: it is a named pipe, not a file"));
     });
 
-    QProcess cli;
-    cli.start(QStringLiteral(TAV_CLI_PROGRAM), {QStringLiteral("info"), pipe});
-    if (!cli.waitForFinished(10000)) {
-        cli.kill();
-        cli.waitForFinished();
-        FAIL() << "tav-cli waits on a named pipe that nothing writes to";
-    }
-    EXPECT_EQ(cli.exitCode(), 1);
-    EXPECT_EQ(QString::fromUtf8(cli.readAllStandardError()),
-              QStringLiteral("Cannot open %1: nothing writes to this named pipe\n").arg(pipe));
+    CliResult cli{};
+    expectEndsWithoutWaiting(pipe, [&] { cli = runTavCli({QStringLiteral("info"), pipe}); });
+    EXPECT_EQ(cli.status, 1);
+    EXPECT_EQ(
+        cli.err,
+        QStringList{QStringLiteral("Cannot open %1: nothing writes to this named pipe").arg(pipe)});
 }
 
 // tav-cli reads what a program writes into a pipe to its end: standard
@@ -200,8 +196,6 @@ TEST_F(OddFilesTest, AFileNameInAnyBytesOpensAndStaysInTheRecentList)
     EXPECT_EQ(info.out.value(0), shown + QStringLiteral(" (2 individuals, 1 families)"));
 
     // A view saved with that file names it again when it is read.
-    TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
-                    [this] { return session.today(); }};
     const tav::test::StubMeasure measure;
     model.clearArrays(1, 1);
     model.prepareTopPerson(1, measure);

@@ -18,30 +18,13 @@ namespace {
 // What the tree window writes: a saved view, the HTML report and a picture.
 enum class Output { SavedView, HtmlReport, Picture };
 
-struct OutputFault {
-    Output output;
-    WriteFault fault;
-};
+using OutputFault = std::tuple<Output, WriteFault>;
 
-QString outputFileName(Output output)
-{
-    switch (output) {
-    case Output::SavedView: return QStringLiteral("temp.gds");
-    case Output::HtmlReport: return QStringLiteral("tav.htm");
-    case Output::Picture: return QStringLiteral("tree.png");
-    }
-    return QString();
-}
+// The file each output writes, and its name in the test's name.
+const char* const outputFiles[] = {"temp.gds", "tav.htm", "tree.png"};
+const char* const outputNames[] = {"SavedView", "HtmlReport", "Picture"};
 
-std::vector<OutputFault> everyOutputAndFault()
-{
-    std::vector<OutputFault> cases;
-    for (Output output : {Output::SavedView, Output::HtmlReport, Output::Picture}) {
-        for (WriteFault fault : test::allWriteFaults())
-            cases.push_back({output, fault});
-    }
-    return cases;
-}
+QString outputFileName(Output output) { return QString::fromLatin1(outputFiles[int(output)]); }
 
 // Ann and Bob with three children, one of whom has a son.
 const QByteArray family =
@@ -50,9 +33,9 @@ const QByteArray family =
 
 std::string outputFaultName(const ::testing::TestParamInfo<OutputFault>& info)
 {
-    const char* outputs[] = {"SavedView", "HtmlReport", "Picture"};
-    QString name = QString::fromLatin1(outputs[int(info.param.output)]) +
-                   QString::fromLatin1(test::writeFaultName(info.param.fault));
+    const auto [output, fault] = info.param;
+    QString name = QString::fromLatin1(outputNames[int(output)]) +
+                   QString::fromLatin1(test::writeFaultName(fault));
     name.remove(QLatin1Char(' ')).remove(QLatin1Char('-'));
     return name.toStdString();
 }
@@ -67,8 +50,7 @@ class OutputWriteFaultTest : public test::SessionTest,
 // it and the reason, and the same command works once the fault is gone.
 TEST_P(OutputWriteFaultTest, AFailedWriteKeepsTheUsersFileAndSaysWhy)
 {
-    const Output output = GetParam().output;
-    const WriteFault fault = GetParam().fault;
+    const auto [output, fault] = GetParam();
     ensureOffscreenGui();
     ASSERT_TRUE(load(family));
     session.curInd = 2;
@@ -111,5 +93,8 @@ TEST_P(OutputWriteFaultTest, AFailedWriteKeepsTheUsersFileAndSaysWhy)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Outputs, OutputWriteFaultTest, ::testing::ValuesIn(everyOutputAndFault()),
+INSTANTIATE_TEST_SUITE_P(Outputs, OutputWriteFaultTest,
+                         ::testing::Combine(::testing::Values(Output::SavedView, Output::HtmlReport,
+                                                              Output::Picture),
+                                            ::testing::ValuesIn(test::allWriteFaults())),
                          outputFaultName);

@@ -3,15 +3,9 @@
 
 using namespace tav;
 using tav::test::gedcomText;
+using namespace Qt::StringLiterals;  // "..."_ba keeps embedded NULs
 
 namespace {
-// The bytes of a literal, embedded NULs included.
-template <size_t N>
-QByteArray literalBytes(const char (&text)[N])
-{
-    return QByteArray(text, qsizetype(N - 1));
-}
-
 const QString invalidCall = QStringLiteral("Error no:  5 Invalid procedure call or argument");
 }  // namespace
 
@@ -95,11 +89,10 @@ TEST_F(ReaderFaultTest, BadInputNeverCrashesOrHangs)
     }
     EXPECT_TRUE(load(garbage, "garbage.ged"));
 
-    EXPECT_TRUE(load(literalBytes("          \n\n\r\r\n   "), "blanks.ged"));
+    EXPECT_TRUE(load("          \n\n\r\r\n   "_ba, "blanks.ged"));
     EXPECT_EQ(session.records.individualCount(), 0);
 
-    EXPECT_TRUE(
-        load(literalBytes("0 @I1@ INDI\n1 NAME A\0B /C/\n\0\0\0\n0 @I2\0@ INDI\n"), "nul.ged"));
+    EXPECT_TRUE(load("0 @I1@ INDI\n1 NAME A\0B /C/\n\0\0\0\n0 @I2\0@ INDI\n"_ba, "nul.ged"));
     EXPECT_EQ(session.records.individualCount(), 2);
     EXPECT_EQ(ind(1).name, QString::fromUtf8("A\0B /C/", 7));
 

@@ -6,6 +6,7 @@
 
 using namespace tav;
 using tav::test::gedcomText;
+using tav::test::lineFile;
 
 class IntegrityTest : public tav::test::SessionTest {
 protected:
@@ -182,29 +183,16 @@ TEST_F(IntegrityTest, PeopleWhoAreTheirOwnAncestorAreFoundWithoutLooping)
     EXPECT_TRUE(messages.texts().isEmpty()) << "no report faults";
 }
 
-// A line of `people` generations: P1 the father of P2, and so on.
-QByteArray line(int people)
-{
-    std::vector<QByteArray> names;
-    std::vector<tav::test::FileFamily> families;
-    for (int k = 1; k <= people; ++k) {
-        names.push_back("P" + QByteArray::number(k));
-        if (k < people)
-            families.push_back({k, 0, {k + 1}});
-    }
-    return tav::test::familyFile(names, families);
-}
-
 TEST_F(IntegrityTest, ALineOf101GenerationsIsReportedCalmly)
 {
     // 100 people are the most a descendant count can walk.
-    EXPECT_EQ(problems(line(100)), QStringList{"No problems found."});
+    EXPECT_EQ(problems(lineFile(100)), QStringList{"No problems found."});
     EXPECT_TRUE(
         reportText(session, ReportKind::Basic)
             .endsWith("Most descendants: 99  , P1 (1)\r\nDeepest line: 99 generations  , P1 (1)"));
 
-    EXPECT_EQ(problems(line(101)), QStringList({"Descendant lines deeper than 100 levels: 1",
-                                                "  , P1 (1) @I1@: 101 levels of descendants"}));
+    EXPECT_EQ(problems(lineFile(101)), QStringList({"Descendant lines deeper than 100 levels: 1",
+                                                    "  , P1 (1) @I1@: 101 levels of descendants"}));
     EXPECT_TRUE(reportText(session, ReportKind::Basic)
                     .endsWith("Most descendants: 99  , P2 (2)\r\n"
                               "Deepest line: deeper than 100 levels  , P1 (1)\r\n"

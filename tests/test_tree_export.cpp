@@ -85,30 +85,16 @@ TEST_F(TreeExportTest, TavCliExportsTheTreeAsTheWindowPaintsIt)
                   .status,
               2)
         << "a kind of picture it cannot write";
-    r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"),
-                   dir.filePath(QStringLiteral("no/folder/tree.png"))});
-    EXPECT_EQ(r.status, 1);
-    EXPECT_TRUE(r.err.value(0).startsWith(QStringLiteral("Cannot save")))
-        << r.err.join(' ').toStdString();
     EXPECT_EQ(runTavCli({QStringLiteral("export"), path, QStringLiteral("11"), png}).err,
               QStringList{QStringLiteral("There is no individual 11 in this file.")});
 }
 
-// The issue of a hostile tree: a surname of 25,000 characters is drawn in
-// a box of the shortened label, and a row too wide for any PNG is refused
-// with exit status 1 (the file kept and the message are the export's own).
-TEST_F(TreeExportTest, APngOfAnyTreeIsDrawnOrRefusedWithExitStatusOne)
+// A row too wide for any PNG is refused with exit status 1 (the file kept
+// and the message are the export's own). A PNG of a long name's shortened
+// label is drawn in the long values' test.
+TEST_F(TreeExportTest, ARowTooWideForAPngIsRefusedWithExitStatusOne)
 {
-    const QByteArray longName = "Ann /" + QByteArray(25000, 'A') + "/:F";
-    const QString path =
-        writeFile(tav::test::familyFile({longName, "Bob /Birch/:M", "Cy"}, {FileFamily{2, 1, {3}}}),
-                  "long.ged");
     const QString png = dir.filePath(QStringLiteral("tree.png"));
-    CliResult r = runTavCli({QStringLiteral("export"), path, QStringLiteral("1"), png});
-    EXPECT_EQ(r.status, 0) << r.err.join('\n').toStdString();
-    EXPECT_TRUE(r.err.isEmpty()) << r.err.join('\n').toStdString();
-    EXPECT_LT(QImage(png).width(), 2 * 24 * 500) << "the label is shortened";
-
     std::vector<QByteArray> people = {"Ann /Ash/:F", "Bob /Birch/:M"};
     FileFamily family{2, 1, {}};
     for (int k = 1; k <= 60; ++k) {
@@ -116,7 +102,7 @@ TEST_F(TreeExportTest, APngOfAnyTreeIsDrawnOrRefusedWithExitStatusOne)
         family.children.push_back(k + 2);
     }
     const QString wide = writeFile(tav::test::familyFile(people, {family}), "wide.ged");
-    r = runTavCli({QStringLiteral("export"), wide, QStringLiteral("1"), png});
+    const CliResult r = runTavCli({QStringLiteral("export"), wide, QStringLiteral("1"), png});
     EXPECT_EQ(r.status, 1);
     EXPECT_TRUE(r.out.isEmpty());
     ASSERT_EQ(r.err.size(), 1);

@@ -36,15 +36,8 @@ const QByteArray hanaFile =
 
 }  // namespace
 
-class TreeModelTest : public tav::test::SessionTest {
+class TreeModelTest : public tav::test::TreeModelFixture {
 protected:
-    // A new view of an individual, as the tree window starts one.
-    void top(int32_t individual)
-    {
-        model.clearArrays(1, 1);
-        model.prepareTopPerson(individual, measure);
-    }
-
     Persons persons() const { return tav::test::personRows(model); }
     Families families() const { return tav::test::familyRows(model); }
 
@@ -55,10 +48,6 @@ protected:
             list << model.person(k).label;
         return list;
     }
-
-    tav::test::StubMeasure measure;
-    TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
-                    [this] { return session.today(); }};
 };
 
 TEST_F(TreeModelTest, AWalkWithoutItsStartingFamilyShowsTheTopPersonAlone)
@@ -231,10 +220,7 @@ TEST_F(TreeModelTest, TwoHundredFamiliesFitAndTheNextIsRefusedBeforeAnythingChan
 {
     // A line of 202 people, each the only child of the one before. A
     // most-descendants walk fails first, on the line deeper than 100 levels.
-    std::vector<tav::test::FileFamily> line;
-    for (int g = 1; g <= 201; ++g)
-        line.push_back({g, 0, {g + 1}});
-    ASSERT_TRUE(load(familyFile(std::vector<QByteArray>(202, ":M"), line)));
+    ASSERT_TRUE(load(tav::test::lineFile(202, ":M")));
     top(2);
     model.prepareDescendents(1, 0, 1);
     EXPECT_EQ(model.nTreeFam, 200);

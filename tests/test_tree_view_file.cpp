@@ -36,7 +36,7 @@ QByteArray withNumber(const QByteArray& file, int line, int item, const char* nu
 
 }  // namespace
 
-class TreeViewFileTest : public tav::test::SessionTest {
+class TreeViewFileTest : public tav::test::TreeModelFixture {
 protected:
     void SetUp() override
     {
@@ -48,8 +48,7 @@ protected:
     // A new view from an individual with the best-spouse walk, laid out.
     void build(int32_t individual)
     {
-        model.clearArrays(1, 1);
-        model.prepareTopPerson(individual, measure);
+        top(individual);
         model.prepareDescendents3(1, 0, 0);
         layoutManager(model, measure, generationGap(session.settings.FontSize));
     }
@@ -72,9 +71,6 @@ protected:
 
     QString gedcomPath;
     QString viewPath;
-    tav::test::StubMeasure measure;
-    TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
-                    [this] { return session.today(); }};
 };
 
 TEST_F(TreeViewFileTest, TheFileHoldsTheViewInItsOwnOrders)
@@ -160,8 +156,7 @@ TEST_F(TreeViewFileTest, ADamagedFileSaysWhyAndChangesNothing)
         {"no end marker", good.left(good.indexOf("\"ENDTREEVIEW\"")), endOfFile},
         {"an individual beyond the file", replaced("\r\n4,\"Lea\"", "\r\n8,\"Lea\""), outOfRange},
         {"a family beyond the file", replaced("\r\n2,1,2,", "\r\n4,1,2,"), outOfRange},
-        {"more persons than the tree holds", replaced("\r\n6,2\r\n", "\r\n1001,2\r\n"),
-         outOfRange},
+        {"more persons than the tree holds", replaced("\r\n6,2\r\n", "\r\n1001,2\r\n"), outOfRange},
         {"a head beyond the view", replaced("\r\n2,1,2,", "\r\n2,7,2,"), outOfRange},
         {"children beyond the view", replaced("\r\n3,3,5,", "\r\n3,3,6,"), outOfRange},
         // Places, sizes and counts that no layout makes (lines 4 to 9 are

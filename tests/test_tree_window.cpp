@@ -66,7 +66,6 @@ protected:
     {
         QDir::setCurrent(dir.path());  // temp.gds lies in the test's own folder
     }
-    ~TreeWindowLogicTest() override { QDir::setCurrent(startFolder); }
 
     // A new window showing the tree of an individual.
     TreeWindowLogic& open(int32_t individual)
@@ -110,7 +109,6 @@ protected:
         EXPECT_FALSE(logic->enabled(TreeCommand::GoBack)) << "one level only";
     }
 
-    QString startFolder = QDir::currentPath();
     std::unique_ptr<TreeWindowLogic> logic;
 };
 
@@ -550,11 +548,7 @@ TEST_F(TreeWindowLogicTest, TheTriangleCountsDistinctPeopleAndStopsAtAHundredGen
     EXPECT_EQ(triangle.widest(), 2);
 
     // A line of 120 generations: 100 bands and the note, never a fault.
-    std::vector<QByteArray> people(121, ":M");
-    std::vector<FileFamily> line;
-    for (int g = 1; g <= 120; ++g)
-        line.push_back({g, 0, {g + 1}});
-    ASSERT_TRUE(load(familyFile(people, line)));
+    ASSERT_TRUE(load(tav::test::lineFile(121, ":M")));
     triangle = descendantTriangle(session.records, session.descendantCache, 1);
     EXPECT_FALSE(triangle.counted);
     EXPECT_EQ(triangle.perGeneration, std::vector<int32_t>(100, 1));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "settings/RegistryStore.h"
 #include "tests/AncestorsFixtures.h"
+#include "tests/ui/WindowTestSupport.h"
 #include "ui/WindowManager.h"
 #include "ui/ancestors/AncestorsCanvas.h"
 #include "ui/ancestors/AncestorsWindow.h"
@@ -21,38 +21,9 @@
 
 using namespace tav;
 
-class AncestorsWindowTest : public tav::test::SessionTest {
+class AncestorsWindowTest : public tav::test::WindowTestBase {
 protected:
-    AncestorsWindowTest() : store(dir.filePath(QStringLiteral("config/Tav.reg")))
-    {
-        QDir::setCurrent(dir.path());
-    }
-    ~AncestorsWindowTest() override { QDir::setCurrent(startFolder); }
-
-    // A chart window of its own on an individual, active, its canvas in focus.
-    std::unique_ptr<AncestorsWindow> openChart(int32_t individual)
-    {
-        session.curInd = individual;
-        auto chart = std::make_unique<AncestorsWindow>(session);
-        chart->setAttribute(Qt::WA_DeleteOnClose, false);
-        chart->resize(900, 600);
-        chart->show();
-        chart->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(chart.get()));
-        chart->activateRequest();
-        return chart;
-    }
-
-    // The middle of a place's box in the canvas's viewport.
-    static QPoint boxPoint(AncestorsWindow& chart, int32_t number)
-    {
-        const TreeBox* box = chart.logic().drawing().box(number);
-        EXPECT_NE(box, nullptr) << number;
-        return box ? chart.canvas()->viewportPoint(box->frame.center()).toPoint() : QPoint();
-    }
-
-    QString startFolder = QDir::currentPath();
-    RegistryStore store;
+    AncestorsWindowTest() { QDir::setCurrent(dir.path()); }
 };
 
 TEST_F(AncestorsWindowTest, OpensFromTheSelectorTheBrowserAndTheTreesContextMenu)
@@ -120,7 +91,7 @@ TEST_F(AncestorsWindowTest, OpensFromTheSelectorTheBrowserAndTheTreesContextMenu
 TEST_F(AncestorsWindowTest, KeysClicksAndDoubleClicksMoveThroughTheFamily)
 {
     ASSERT_TRUE(load(tav::test::cousinsWhoMarried()));
-    const auto chart = openChart(9);
+    const auto chart = openActive<AncestorsWindow>(9, {900, 600});
     AncestorsCanvas* canvas = chart->canvas();
     ASSERT_EQ(QApplication::focusWidget(), canvas);
     // The root stands at the left, half way down.
@@ -170,7 +141,7 @@ TEST_F(AncestorsWindowTest, KeysClicksAndDoubleClicksMoveThroughTheFamily)
 TEST_F(AncestorsWindowTest, PicturesAndTheReportAreTheWholeChart)
 {
     ASSERT_TRUE(load(tav::test::cousinsWhoMarried()));
-    const auto chart = openChart(9);
+    const auto chart = openActive<AncestorsWindow>(9, {900, 600});
     chart->select(5);
     ASSERT_TRUE(chart->exportAction()->isEnabled());
     ASSERT_TRUE(chart->printAction()->isEnabled());

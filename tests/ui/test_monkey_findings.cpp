@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the monkey (tests/monkey) found, each kept as the steps that showed
 // it, so the fault stays fixed.
-#include "settings/RegistryStore.h"
-#include "tests/TestSupport.h"
+#include "tests/ui/WindowTestSupport.h"
 #include "ui/WindowManager.h"
 #include "ui/browser/BrowserWindow.h"
 #include "ui/main/MainWindow.h"
@@ -14,14 +13,7 @@
 using namespace tav;
 using tav::test::gedcomText;
 
-class MonkeyFindingTest : public test::SessionTest {
-protected:
-    MonkeyFindingTest() : store(dir.filePath(QStringLiteral("config/Tav.reg"))) {}
-    ~MonkeyFindingTest() override { QDir::setCurrent(startFolder); }
-
-    QString startFolder = QDir::currentPath();
-    RegistryStore store;
-};
+class MonkeyFindingTest : public test::WindowTestBase {};
 
 // A file opened while the record browser was up closed the browser (it
 // deletes itself once the event loop runs); asked for again at once, the

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "settings/RegistryStore.h"
-#include "tests/TestSupport.h"
+#include "tests/ui/WindowTestSupport.h"
 #include "ui/WindowManager.h"
 #include "ui/find/FindWindow.h"
 #include "ui/main/MainWindow.h"
@@ -13,14 +12,7 @@
 
 using namespace tav;
 
-class ReportMenuTest : public tav::test::SessionTest {
-protected:
-    ReportMenuTest() : store(dir.filePath(QStringLiteral("config/Tav.reg"))) {}
-    ~ReportMenuTest() override { QDir::setCurrent(startFolder); }
-
-    QString startFolder = QDir::currentPath();
-    RegistryStore store;
-};
+class ReportMenuTest : public tav::test::WindowTestBase {};
 
 TEST_F(ReportMenuTest, ReportsOpenInTheTextViewerOnceAFileIsOpen)
 {

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "draw/TreePainter.h"
-#include "settings/RegistryStore.h"
-#include "tests/TestSupport.h"
 #include "tests/TreeTestSupport.h"
+#include "tests/ui/WindowTestSupport.h"
 #include "tree/TreeLayout.h"
 #include "ui/WindowManager.h"
 #include "ui/browser/BrowserWindow.h"
@@ -40,41 +39,15 @@ const QByteArray grayFile =
 
 }  // namespace
 
-class TreeWindowTest : public tav::test::SessionTest {
+class TreeWindowTest : public tav::test::WindowTestBase {
 protected:
-    TreeWindowTest() : store(dir.filePath(QStringLiteral("config/Tav.reg")))
-    {
-        QDir::setCurrent(dir.path());
-    }
-    ~TreeWindowTest() override { QDir::setCurrent(startFolder); }
+    TreeWindowTest() { QDir::setCurrent(dir.path()); }
 
-    // A tree window of its own on an individual, active, its canvas in focus.
+    // A tree window of its own on an individual, built anew.
     std::unique_ptr<TreeWindow> openTree(int32_t individual)
     {
-        session.curInd = individual;
         session.tree.treeBuilt = false;
-        auto tree = std::make_unique<TreeWindow>(session);
-        tree->setAttribute(Qt::WA_DeleteOnClose, false);
-        tree->show();
-        tree->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(tree.get()));
-        tree->activateRequest();
-        return tree;
-    }
-
-    // A point of a person's box in the canvas's viewport: its middle, or in
-    // its fill, between its frame and its label.
-    static QPoint boxPoint(TreeWindow& tree, int32_t slot, bool inFill = false)
-    {
-        const TreeBox* box = tree.logic().drawing().box(slot);
-        EXPECT_NE(box, nullptr) << slot;
-        if (!box)
-            return QPoint();
-        const QRectF frame = box->frame;
-        return tree.canvas()
-            ->viewportPoint(inFill ? QPointF(frame.left() + 1.5, frame.center().y())
-                                   : frame.center())
-            .toPoint();
+        return openActive<TreeWindow>(individual);
     }
 
     // Which person commands the context menu offers for a box.
@@ -90,9 +63,6 @@ protected:
         tree.contextMenu()->hide();
         return enabled;
     }
-
-    QString startFolder = QDir::currentPath();
-    RegistryStore store;
 };
 
 TEST_F(TreeWindowTest, TheSelectorOpensTheTreeOfTheNumberOrOfTheTop)

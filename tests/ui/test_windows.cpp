@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "settings/RegistryStore.h"
+#include "core/Fault.h"
 #include "settings/Settings.h"
 #include "settings/SettingsPersistence.h"
-#include "core/Fault.h"
-#include "tests/TestSupport.h"
+#include "tests/ui/WindowTestSupport.h"
 #include "ui/FaultCatchingApplication.h"
 #include "ui/WindowManager.h"
 #include "ui/browser/BrowserWindow.h"
@@ -38,11 +37,8 @@
 using namespace tav;
 using tav::test::gedcomText;
 
-class WindowTest : public tav::test::SessionTest {
+class WindowTest : public tav::test::WindowTestBase {
 protected:
-    WindowTest() : store(dir.filePath(QStringLiteral("config/Tav.reg"))) {}
-    ~WindowTest() override { QDir::setCurrent(startFolder); }
-
     static QByteArray familyText()
     {
         return gedcomText({"0 HEAD", "1 CHAR UTF-8", "0 @I1@ INDI", "1 NAME Dad /X/", "1 SEX M",
@@ -50,9 +46,6 @@ protected:
                            "0 @F1@ FAM", "1 HUSB @I1@", "1 CHIL @I2@"});
     }
     QString familyFile() { return writeFile(familyText(), "family.ged"); }
-
-    QString startFolder = QDir::currentPath();
-    RegistryStore store;
 };
 
 // A fault that escapes an event handler is shown as a message and the
