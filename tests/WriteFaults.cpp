@@ -218,12 +218,12 @@ const std::vector<WriteFault>& allWriteFaults()
 const char* writeFaultName(WriteFault fault)
 {
     switch (fault) {
-    case WriteFault::DiskFull: return "disk full";
-    case WriteFault::FileSizeLimit: return "file size limit";
-    case WriteFault::ReadOnlyDisk: return "read-only disk";
-    case WriteFault::ReadOnlyFolder: return "read-only folder";
-    case WriteFault::TargetIsFolder: return "target is a folder";
-    case WriteFault::ReadOnlyFile: return "read-only file";
+    case WriteFault::DiskFull: return "DiskFull";
+    case WriteFault::FileSizeLimit: return "FileSizeLimit";
+    case WriteFault::ReadOnlyDisk: return "ReadOnlyDisk";
+    case WriteFault::ReadOnlyFolder: return "ReadOnlyFolder";
+    case WriteFault::TargetIsFolder: return "TargetIsFolder";
+    case WriteFault::ReadOnlyFile: return "ReadOnlyFile";
     }
     return "?";
 }

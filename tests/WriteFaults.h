@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <gtest/gtest.h>
+#include <string>
 #include <vector>
 
 namespace tav::test {
@@ -19,7 +21,12 @@ enum class WriteFault {
     ReadOnlyFile,    // the file itself made read-only by its owner
 };
 const std::vector<WriteFault>& allWriteFaults();
+// The fault's name, as a test's name ("DiskFull").
 const char* writeFaultName(WriteFault fault);
+inline std::string writeFaultTestName(const ::testing::TestParamInfo<WriteFault>& info)
+{
+    return writeFaultName(info.param);
+}
 
 // What a write under a fault left behind.
 struct WriteFaultOutcome {

@@ -87,8 +87,4 @@ TEST_P(AtomicFileFaultTest, AFailedWriteKeepsThePreviousFileAndSaysWhy)
 }
 
 INSTANTIATE_TEST_SUITE_P(Faults, AtomicFileFaultTest, ::testing::ValuesIn(test::allWriteFaults()),
-                         [](const ::testing::TestParamInfo<WriteFault>& info) {
-                             QString name = QString::fromLatin1(test::writeFaultName(info.param));
-                             name.remove(QLatin1Char(' ')).remove(QLatin1Char('-'));
-                             return name.toStdString();
-                         });
+                         test::writeFaultTestName);

@@ -81,11 +81,9 @@ TEST(HelpTopicText, TopicsRunToTheNextMarkerLessItsLineBreak)
 class MainWindowLogicTest : public tav::test::SessionTest {
 protected:
     MainWindowLogicTest() : store(dir.filePath(QStringLiteral("config/Tav.reg"))) {}
-    ~MainWindowLogicTest() override { QDir::setCurrent(startFolder); }
 
     MainWindowLogic logic() { return MainWindowLogic(session, store, dir.path()); }
 
-    QString startFolder = QDir::currentPath();
     RegistryStore store;
 };
 

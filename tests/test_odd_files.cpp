@@ -59,7 +59,6 @@ void expectEndsWithoutWaiting(const QString& pipe, Work work)
 class OddFilesTest : public CliTest {
 protected:
     OddFilesTest() : store(settingsFile()) {}
-    ~OddFilesTest() override { QDir::setCurrent(startFolder); }
 
     QString makePipe(const char* name) const
     {
@@ -68,7 +67,6 @@ protected:
         return path;
     }
 
-    QString startFolder = QDir::currentPath();
     RegistryStore store;
     TreeModel model{session.records, session.descendantCache, session.settings, session.tree,
                     [this] { return session.today(); }};

@@ -34,10 +34,7 @@ const QByteArray family =
 std::string outputFaultName(const ::testing::TestParamInfo<OutputFault>& info)
 {
     const auto [output, fault] = info.param;
-    QString name = QString::fromLatin1(outputNames[int(output)]) +
-                   QString::fromLatin1(test::writeFaultName(fault));
-    name.remove(QLatin1Char(' ')).remove(QLatin1Char('-'));
-    return name.toStdString();
+    return std::string(outputNames[int(output)]) + test::writeFaultName(fault);
 }
 
 }  // namespace

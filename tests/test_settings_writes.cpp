@@ -67,12 +67,7 @@ TEST_P(SettingsWriteFaultTest, AFailedSaveKeepsTheSettingsFileByteForByte)
 }
 
 INSTANTIATE_TEST_SUITE_P(Faults, SettingsWriteFaultTest,
-                         ::testing::ValuesIn(test::allWriteFaults()),
-                         [](const ::testing::TestParamInfo<WriteFault>& info) {
-                             QString name = QString::fromLatin1(test::writeFaultName(info.param));
-                             name.remove(QLatin1Char(' ')).remove(QLatin1Char('-'));
-                             return name.toStdString();
-                         });
+                         ::testing::ValuesIn(test::allWriteFaults()), test::writeFaultTestName);
 
 // A folder that takes the file's place while the viewer runs: exit and
 // Options OK tell the user, and the viewer goes on.

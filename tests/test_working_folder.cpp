@@ -43,7 +43,6 @@ protected:
     {
         QFile::setPermissions(dir.filePath(QStringLiteral("read-only")),
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        QDir::setCurrent(startFolder);
         restore("HOME", home);
         restore("XDG_DATA_HOME", dataHome);
     }
@@ -55,7 +54,6 @@ protected:
             qputenv(name, value);
     }
 
-    QString startFolder = QDir::currentPath();
     QByteArray home = qgetenv("HOME");
     QByteArray dataHome = qgetenv("XDG_DATA_HOME");
 };
