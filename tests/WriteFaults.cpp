@@ -11,11 +11,8 @@
 #include <QTemporaryDir>
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
-#include <fcntl.h>
 #include <linux/capability.h>
-#include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -72,101 +69,99 @@ void fillDisk(const QString& folder)
     }
 }
 
-struct FaultScope {
-    WriteFault fault;
-    QString folder;
-
-    // Applies the fault; "" when it is in place.
-    QString apply(const QString& target) const
-    {
-        switch (fault) {
-        case WriteFault::DiskFull: fillDisk(folder); return QString();
-        case WriteFault::FileSizeLimit: {
-            const rlimit limit{64, RLIM_INFINITY};
-            return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 ? QString()
-                                                          : QStringLiteral("cannot set ulimit -f");
-        }
-        case WriteFault::ReadOnlyDisk:
-            return ::mount(nullptr, QFile::encodeName(folder).constData(), nullptr,
-                           MS_REMOUNT | MS_RDONLY, nullptr) == 0
-                       ? QString()
-                       : QStringLiteral("cannot mount read-only: %1")
-                             .arg(QString::fromLocal8Bit(std::strerror(errno)));
-        case WriteFault::ReadOnlyFolder:
-            dropPermissionOverrides();
-            QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner |
-                                              QFileDevice::ReadGroup | QFileDevice::ExeGroup);
-            // access() would answer for root as root; only a real attempt tells.
-            if (QFile probe(QDir(folder).filePath(QStringLiteral("probe")));
-                probe.open(QIODevice::WriteOnly)) {
-                probe.remove();
-                return QStringLiteral("the folder stays writable for this user");
-            }
-            return QString();
-        case WriteFault::TargetIsFolder:
-            return QFileInfo(target).isDir() ? QString() : QStringLiteral("no folder in place");
-        case WriteFault::ReadOnlyFile:
-            dropPermissionOverrides();
-            QFile::setPermissions(target, QFileDevice::ReadOwner);
-            if (QFile probe(target); probe.open(QIODevice::Append))
-                return QStringLiteral("the file stays writable for this user");
-            return QString();
+// Applies the fault to the target in `folder`; "" when it is in place.
+QString applyFault(WriteFault fault, const QString& folder, const QString& target)
+{
+    switch (fault) {
+    case WriteFault::DiskFull: fillDisk(folder); return QString();
+    case WriteFault::FileSizeLimit: {
+        const rlimit limit{64, RLIM_INFINITY};
+        return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 ? QString()
+                                                      : QStringLiteral("cannot set ulimit -f");
+    }
+    case WriteFault::ReadOnlyDisk:
+        return ::mount(nullptr, QFile::encodeName(folder).constData(), nullptr,
+                       MS_REMOUNT | MS_RDONLY, nullptr) == 0
+                   ? QString()
+                   : QStringLiteral("cannot mount read-only: %1")
+                         .arg(QString::fromLocal8Bit(std::strerror(errno)));
+    case WriteFault::ReadOnlyFolder:
+        dropPermissionOverrides();
+        QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner |
+                                          QFileDevice::ReadGroup | QFileDevice::ExeGroup);
+        // access() would answer for root as root; only a real attempt tells.
+        if (QFile probe(QDir(folder).filePath(QStringLiteral("probe")));
+            probe.open(QIODevice::WriteOnly)) {
+            probe.remove();
+            return QStringLiteral("the folder stays writable for this user");
         }
         return QString();
+    case WriteFault::TargetIsFolder:
+        return QFileInfo(target).isDir() ? QString() : QStringLiteral("no folder in place");
+    case WriteFault::ReadOnlyFile:
+        dropPermissionOverrides();
+        QFile::setPermissions(target, QFileDevice::ReadOwner);
+        if (QFile probe(target); probe.open(QIODevice::Append))
+            return QStringLiteral("the file stays writable for this user");
+        return QString();
     }
+    return QString();
+}
 
-    void lift(const QString& target) const
-    {
-        switch (fault) {
-        case WriteFault::DiskFull:
-            QFile::remove(QDir(folder).filePath(QStringLiteral("filler")));
-            break;
-        case WriteFault::FileSizeLimit: {
-            const rlimit limit{RLIM_INFINITY, RLIM_INFINITY};
-            ::setrlimit(RLIMIT_FSIZE, &limit);
-            break;
-        }
-        case WriteFault::ReadOnlyDisk:
-            ::mount(nullptr, QFile::encodeName(folder).constData(), nullptr, MS_REMOUNT, nullptr);
-            break;
-        case WriteFault::ReadOnlyFolder:
-            QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                              QFileDevice::ExeOwner);
-            break;
-        case WriteFault::TargetIsFolder: break;
-        case WriteFault::ReadOnlyFile:
-            QFile::setPermissions(target, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-            break;
-        }
+void liftFault(WriteFault fault, const QString& folder, const QString& target)
+{
+    switch (fault) {
+    case WriteFault::DiskFull:
+        QFile::remove(QDir(folder).filePath(QStringLiteral("filler")));
+        break;
+    case WriteFault::FileSizeLimit: {
+        const rlimit limit{RLIM_INFINITY, RLIM_INFINITY};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        break;
     }
-};
+    case WriteFault::ReadOnlyDisk:
+        ::mount(nullptr, QFile::encodeName(folder).constData(), nullptr, MS_REMOUNT, nullptr);
+        break;
+    case WriteFault::ReadOnlyFolder:
+        QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                          QFileDevice::ExeOwner);
+        break;
+    case WriteFault::TargetIsFolder: break;
+    case WriteFault::ReadOnlyFile:
+        QFile::setPermissions(target, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+        break;
+    }
+}
+
+WriteFaultOutcome unavailable(const QString& why)
+{
+    WriteFaultOutcome outcome;
+    outcome.unavailable = why;
+    return outcome;
+}
 
 // The child's part: sets everything up, runs the write and describes the result.
 WriteFaultOutcome runInChild(WriteFault fault, const QString& folder, const QString& fileName,
                              const QByteArray& previous, const PrepareWrite& prepare)
 {
-    WriteFaultOutcome outcome;
-    if (fault == WriteFault::DiskFull || fault == WriteFault::ReadOnlyDisk) {
-        outcome.unavailable = mountSmallDisk(folder);
-        if (!outcome.unavailable.isEmpty())
-            return outcome;
-    }
+    const bool smallDisk = fault == WriteFault::DiskFull || fault == WriteFault::ReadOnlyDisk;
+    if (const QString why = smallDisk ? mountSmallDisk(folder) : QString(); !why.isEmpty())
+        return unavailable(why);
     const QString target = QDir(folder).filePath(fileName);
     if (fault == WriteFault::TargetIsFolder) {
         QDir().mkpath(target);
         writeBytes(QDir(target).filePath(QStringLiteral("inside")), previous);
     } else if (!writeBytes(target, previous)) {
-        outcome.unavailable = QStringLiteral("cannot write the previous file");
-        return outcome;
+        return unavailable(QStringLiteral("cannot write the previous file"));
     }
     const PreparedWrite write = prepare(target);
-    const FaultScope scope{fault, folder};
-    outcome.unavailable = scope.apply(target);
+    WriteFaultOutcome outcome;
+    outcome.unavailable = applyFault(fault, folder, target);
     if (!outcome.unavailable.isEmpty())
         return outcome;
     outcome.ran = true;
     outcome.message = write();
-    scope.lift(target);
+    liftFault(fault, folder, target);
     outcome.targetIsFolder = QFileInfo(target).isDir();
     outcome.after = outcome.targetIsFolder
                         ? fileBytes(QDir(target).filePath(QStringLiteral("inside")))
@@ -177,13 +172,6 @@ WriteFaultOutcome runInChild(WriteFault fault, const QString& folder, const QStr
         outcome.retried = write();
         outcome.afterRetry = fileBytes(target);
     }
-    return outcome;
-}
-
-WriteFaultOutcome unavailable(const QString& why)
-{
-    WriteFaultOutcome outcome;
-    outcome.unavailable = why;
     return outcome;
 }
 
@@ -242,36 +230,24 @@ WriteFaultOutcome underWriteFault(WriteFault fault, const QString& fileName,
         ::close(channel[0]);
         const QByteArray report =
             serialized(runInChild(fault, folder, fileName, previous, prepare));
-        const qint64 size = report.size();
-        bool sent = ::write(channel[1], &size, sizeof size) == sizeof size;
-        for (qint64 done = 0; sent && done < size;) {
-            const ssize_t n = ::write(channel[1], report.constData() + done, size_t(size - done));
-            sent = n > 0;
-            done += n;
-        }
+        QFile out;
+        const bool sent = out.open(channel[1], QIODevice::WriteOnly) &&
+                          out.write(report) == report.size() && out.flush();
         ::_exit(sent ? 0 : 1);
     }
     ::close(channel[1]);
-    QByteArray report;
-    qint64 size = 0;
-    if (child > 0 && ::read(channel[0], &size, sizeof size) == sizeof size) {
-        report.resize(qsizetype(size));
-        for (qint64 done = 0; done < size;) {
-            const ssize_t n = ::read(channel[0], report.data() + done, size_t(size - done));
-            if (n <= 0)
-                break;
-            done += n;
-        }
-    }
+    // The whole report, up to the end that the child's exit makes.
+    QFile in;
+    const QByteArray report =
+        in.open(channel[0], QIODevice::ReadOnly) ? in.readAll() : QByteArray();
     ::close(channel[0]);
+    if (child < 0)
+        return unavailable(QStringLiteral("cannot start a child process"));
     int status = 0;
-    if (child > 0)
-        ::waitpid(child, &status, 0);
+    ::waitpid(child, &status, 0);
     // The child may have left the folder without write permission.
     QFile::setPermissions(folder,
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    if (child <= 0)
-        return unavailable(QStringLiteral("cannot start a child process"));
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
         // The write under test ended the process: a failure, not a skip.
         WriteFaultOutcome crashed;

@@ -95,6 +95,13 @@ protected:
         return 0;
     }
     int32_t individualSelected() const { return model().person(logic->selected()).indIdx; }
+    void expectDisabledOn(std::initializer_list<int32_t> individuals, TreeCommand command)
+    {
+        for (const int32_t individual : individuals) {
+            logic->select(slotOf(individual));
+            EXPECT_FALSE(logic->enabled(command)) << individual;
+        }
+    }
 
     const TreeModel& model() const { return logic->model(); }
     Persons persons() const { return tav::test::personRows(model()); }
@@ -164,10 +171,7 @@ TEST_F(TreeWindowLogicTest, NextSpouseCyclesThroughThreeFamilies)
     EXPECT_EQ(families(), gusFamilies);
 
     // Who has fewer than two families, or is a spouse, has no next one.
-    logic->select(slotOf(10));
-    EXPECT_FALSE(logic->enabled(TreeCommand::NextSpouse));
-    logic->select(slotOf(6));
-    EXPECT_FALSE(logic->enabled(TreeCommand::NextSpouse));
+    expectDisabledOn({10, 6}, TreeCommand::NextSpouse);
 }
 
 TEST_F(TreeWindowLogicTest, ShowDescendantsOnAChildThatDidNotCarryTheLine)
@@ -184,11 +188,8 @@ TEST_F(TreeWindowLogicTest, ShowDescendantsOnAChildThatDidNotCarryTheLine)
     expectGoBackTo(gusPersons, gusFamilies);
 
     // Childless people and spouses have no descendants to show.
-    for (const int32_t individual : {9, 6}) {
-        logic->select(slotOf(individual));
-        EXPECT_FALSE(logic->enabled(TreeCommand::ShowDescendantsMost)) << individual;
-        EXPECT_FALSE(logic->enabled(TreeCommand::ShowDescendantsEldest)) << individual;
-    }
+    expectDisabledOn({9, 6}, TreeCommand::ShowDescendantsMost);
+    expectDisabledOn({9, 6}, TreeCommand::ShowDescendantsEldest);
 }
 
 TEST_F(TreeWindowLogicTest, ShowParentsOnTheTopAndOnALowerDescendantAndSetTop)
@@ -233,11 +234,8 @@ TEST_F(TreeWindowLogicTest, ShowParentsOnTheTopAndOnALowerDescendantAndSetTop)
     EXPECT_FALSE(logic->enabled(TreeCommand::SetTop)) << "already the top";
     expectGoBackTo(underRex, underRexFamilies);
 
-    // Gus has no parents; a spouse's parents are not the line's.
-    logic->select(1);
-    EXPECT_FALSE(logic->enabled(TreeCommand::ShowParents));
-    logic->select(2);
-    EXPECT_FALSE(logic->enabled(TreeCommand::ShowParents));
+    // Rex, the top, has no parents; a spouse's (Uma's) are not the line's.
+    expectDisabledOn({14, 4}, TreeCommand::ShowParents);
 }
 
 TEST_F(TreeWindowLogicTest, ParentsWithoutAFatherPutTheMotherOnTop)
@@ -515,23 +513,22 @@ TEST_F(TreeWindowLogicTest, ArrowKeysMoveAlongRowsUpToTheHeadAndDownTheLine)
 {
     ASSERT_TRUE(load(gusFile));
     open(1);
-    const auto press = [&](TreeMove move) {
-        logic->move(move);
-        return individualSelected();
-    };
-    EXPECT_EQ(press(TreeMove::Down), 3) << "Gus to Dan, the line child";
-    EXPECT_EQ(press(TreeMove::Right), 4);
-    EXPECT_FALSE(logic->move(TreeMove::Right)) << "Uma ends the row";
-    EXPECT_EQ(press(TreeMove::Left), 3);
-    EXPECT_EQ(press(TreeMove::Down), 10);
-    EXPECT_EQ(press(TreeMove::Left), 9);
-    EXPECT_EQ(press(TreeMove::Up), 3);
-    EXPECT_EQ(press(TreeMove::Up), 1);
-    EXPECT_FALSE(logic->move(TreeMove::Up));
-    logic->select(slotOf(16));  // Tia, a spouse: up to Max, down to Val
-    EXPECT_EQ(press(TreeMove::Up), 10);
-    logic->select(slotOf(16));
-    EXPECT_EQ(press(TreeMove::Down), 17);
+    // Gus down to Dan, the line child; right to Uma, who ends the row (0: no
+    // move, the selection stays); back, down to Max, left to Lou; up to Dan
+    // and Gus, who has no one above; Tia, a spouse: up to Max, down to Val.
+    const struct {
+        int32_t from;
+        TreeMove move;
+        int32_t to;
+    } presses[] = {{1, TreeMove::Down, 3}, {3, TreeMove::Right, 4}, {4, TreeMove::Right, 0},
+                   {4, TreeMove::Left, 3}, {3, TreeMove::Down, 10}, {10, TreeMove::Left, 9},
+                   {9, TreeMove::Up, 3},   {3, TreeMove::Up, 1},    {1, TreeMove::Up, 0},
+                   {16, TreeMove::Up, 10}, {16, TreeMove::Down, 17}};
+    for (const auto& p : presses) {
+        logic->select(slotOf(p.from));
+        EXPECT_EQ(logic->move(p.move), p.to != 0) << p.from;
+        EXPECT_EQ(individualSelected(), p.to ? p.to : p.from) << p.from;
+    }
 }
 
 TEST_F(TreeWindowLogicTest, TheTriangleCountsDistinctPeopleAndStopsAtAHundredGenerations)

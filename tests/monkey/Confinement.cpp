@@ -3,12 +3,9 @@
 
 #include "tests/MountNamespace.h"
 
-#include <QByteArray>
-
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <sched.h>
 #include <sys/mount.h>
 #include <unistd.h>
 

@@ -30,33 +30,14 @@ constexpr int recentKept = 40;
 char recentBytes[recentKept][200];
 int recentNext = 0;
 
-struct KeyChoice {
-    Qt::Key key;
-    Qt::KeyboardModifiers modifiers;
-};
-
 // Keys a user presses: moving, confirming and cancelling, editing, and the
 // shortcuts of the windows' menus.
-const KeyChoice keyChoices[] = {
-    {Qt::Key_Return, Qt::NoModifier},    {Qt::Key_Escape, Qt::NoModifier},
-    {Qt::Key_Tab, Qt::NoModifier},       {Qt::Key_Backtab, Qt::ShiftModifier},
-    {Qt::Key_Up, Qt::NoModifier},        {Qt::Key_Down, Qt::NoModifier},
-    {Qt::Key_Left, Qt::NoModifier},      {Qt::Key_Right, Qt::NoModifier},
-    {Qt::Key_PageUp, Qt::NoModifier},    {Qt::Key_PageDown, Qt::NoModifier},
-    {Qt::Key_Home, Qt::NoModifier},      {Qt::Key_End, Qt::NoModifier},
-    {Qt::Key_Backspace, Qt::NoModifier}, {Qt::Key_Delete, Qt::NoModifier},
-    {Qt::Key_Space, Qt::NoModifier},     {Qt::Key_F1, Qt::NoModifier},
-    {Qt::Key_F, Qt::ControlModifier},    {Qt::Key_R, Qt::ControlModifier},
-    {Qt::Key_O, Qt::ControlModifier},    {Qt::Key_Comma, Qt::ControlModifier},
-    {Qt::Key_C, Qt::ControlModifier},    {Qt::Key_A, Qt::ControlModifier},
-    {Qt::Key_T, Qt::ControlModifier},    {Qt::Key_S, Qt::ControlModifier},
-    {Qt::Key_P, Qt::ControlModifier},    {Qt::Key_G, Qt::ControlModifier},
-    {Qt::Key_Plus, Qt::ControlModifier}, {Qt::Key_Minus, Qt::ControlModifier},
-    {Qt::Key_0, Qt::ControlModifier},    {Qt::Key_Left, Qt::AltModifier},
-    {Qt::Key_Right, Qt::AltModifier},    {Qt::Key_F, Qt::AltModifier},
-    {Qt::Key_V, Qt::AltModifier},        {Qt::Key_H, Qt::AltModifier},
-    {Qt::Key_Q, Qt::ControlModifier},
-};
+const char* const keyChoices[] = {
+    "Return", "Esc",      "Tab",       "Shift+Backtab", "Up",     "Down",      "Left",
+    "Right",  "PgUp",     "PgDown",    "Home",          "End",    "Backspace", "Del",
+    "Space",  "F1",       "Ctrl+F",    "Ctrl+R",        "Ctrl+O", "Ctrl+,",    "Ctrl+C",
+    "Ctrl+A", "Ctrl+T",   "Ctrl+S",    "Ctrl+P",        "Ctrl+G", "Ctrl++",    "Ctrl+-",
+    "Ctrl+0", "Alt+Left", "Alt+Right", "Alt+F",         "Alt+V",  "Alt+H",     "Ctrl+Q"};
 
 // Characters typed into boxes: digits for record numbers, letters and
 // blanks for searches.
@@ -121,6 +102,19 @@ QList<QWidget*> visibleWindows()
     return windows;
 }
 
+// Qt's own dialogs (the file, print and page set-up dialogs) check what is
+// typed into them with boxes of their own ("file not found", "not
+// writable"); those are theirs, not the viewer's.
+bool askedByQtDialog(const QMessageBox* box)
+{
+    for (const QWidget* w = box->parentWidget(); w; w = w->parentWidget()) {
+        if (qobject_cast<const QDialog*>(w) &&
+            !QByteArray(w->metaObject()->className()).startsWith("tav::"))
+            return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 Monkey::Monkey(Session& session, QWidget* mainWindow, std::vector<WindowOpener> windows,
@@ -154,8 +148,6 @@ QStringList Monkey::run()
     return problems_;
 }
 
-QStringList Monkey::lastActions() const { return recent_; }
-
 void Monkey::writeLastActions()
 {
     const auto put = [](const char* text) {
@@ -176,32 +168,26 @@ void Monkey::writeLastActions()
 void Monkey::note(const QString& action, QWidget* window)
 {
     const QString where = window ? nameOf(window) : QStringLiteral("-");
-    ++actions_;
     ++actionsByWindow_[where];
-    recent_ << QStringLiteral("%1: %2 in %3").arg(actions_).arg(action, where);
-    if (recent_.size() > recentKept)
-        recent_.removeFirst();
-    std::snprintf(recentBytes[recentNext], sizeof recentBytes[0], "%s",
-                  recent_.last().toUtf8().constData());
+    const QByteArray line =
+        QStringLiteral("%1: %2 in %3").arg(++actions_).arg(action, where).toUtf8();
+    std::snprintf(recentBytes[recentNext], sizeof recentBytes[0], "%s", line.constData());
     recentNext = (recentNext + 1) % recentKept;
     if (qEnvironmentVariableIsSet("TAV_MONKEY_VERBOSE"))
-        std::fprintf(stderr, "%s\n", qPrintable(recent_.last()));
+        std::fprintf(stderr, "%s\n", line.constData());
 }
 
 bool Monkey::closeOneModal()
 {
-    if (QWidget* popup = QApplication::activePopupWidget()) {
+    if (QWidget* popup = QApplication::activePopupWidget())
         popup->close();
-        return true;
-    }
-    if (QWidget* modal = QApplication::activeModalWidget()) {
-        if (auto* dialog = qobject_cast<QDialog*>(modal))
-            dialog->reject();
-        else
-            modal->close();
-        return true;
-    }
-    return false;
+    else if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+        dialog->reject();
+    else if (QWidget* modal = QApplication::activeModalWidget())
+        modal->close();
+    else
+        return false;
+    return true;
 }
 
 void Monkey::step()
@@ -228,16 +214,15 @@ void Monkey::step()
         return;
     }
     postStep();
-    QWidget* modal = QApplication::activePopupWidget();
-    if (!modal)
-        modal = QApplication::activeModalWidget();
+    // A menu or modal dialog takes every event while it is up.
+    QWidget* popup = QApplication::activePopupWidget();
+    QWidget* dialog = QApplication::activeModalWidget();
+    QWidget* modal = popup ? popup : dialog;
     if (modal && inFileDialog(modal)) {
         answerFileDialog(modal);
         return;
     }
     // Menus and lists come and go over a dialog; each has its own patience.
-    QWidget* popup = QApplication::activePopupWidget();
-    QWidget* dialog = QApplication::activeModalWidget();
     popupTurns_ = popup && popup == popup_ ? popupTurns_ + 1 : 0;
     popup_ = popup;
     modalTurns_ = dialog && dialog == modal_ ? modalTurns_ + 1 : 0;
@@ -254,28 +239,14 @@ void Monkey::step()
         note(QStringLiteral("showed the main window again"), main_);
         return;
     }
-    if (!modal && random_.bounded(40) == 0) {
-        const int outer = std::exchange(actingLevel_, level);
+    const int outer = std::exchange(actingLevel_, level);
+    if (modal)
+        act(modal);
+    else if (random_.bounded(40) == 0)
         openWindow();
-        actingLevel_ = outer;
-        return;
-    }
-    if (QWidget* window = targetWindow()) {
-        const int outer = std::exchange(actingLevel_, level);
-        act(window);
-        actingLevel_ = outer;
-    }
-}
-
-QWidget* Monkey::targetWindow()
-{
-    // A menu or modal dialog takes every event while it is up.
-    if (QWidget* popup = QApplication::activePopupWidget())
-        return popup;
-    if (QWidget* modal = QApplication::activeModalWidget())
-        return modal;
-    const QList<QWidget*> windows = visibleWindows();
-    return windows.isEmpty() ? nullptr : windows[random_.bounded(int(windows.size()))];
+    else if (const QList<QWidget*> windows = visibleWindows(); !windows.isEmpty())
+        act(windows[random_.bounded(int(windows.size()))]);
+    actingLevel_ = outer;
 }
 
 void Monkey::act(QWidget* window)
@@ -300,10 +271,9 @@ void Monkey::click(QWidget* window)
     const int kind = random_.bounded(10);
     const Qt::MouseButton button = kind < 7 ? Qt::LeftButton : Qt::RightButton;
     note(QStringLiteral("%1 %2 at %3,%4")
-             .arg(kind == 6 ? QStringLiteral("double click") : QStringLiteral("click"))
-             .arg(button == Qt::LeftButton ? QStringLiteral("left") : QStringLiteral("right"))
-             .arg(at.x())
-             .arg(at.y()),
+             .arg(QLatin1String(kind == 6 ? "double click" : "click"),
+                  QLatin1String(kind < 7 ? "left" : "right"), QString::number(at.x()),
+                  QString::number(at.y())),
          window);
     sendClicks(window->windowHandle(), button, at, kind == 6 ? 2 : 1);
 }
@@ -318,9 +288,11 @@ void Monkey::key(QWidget* window)
         sendKey(handle, code, Qt::NoModifier, QString(QLatin1Char(c)));
         return;
     }
-    const KeyChoice& k = keyChoices[random_.bounded(int(std::size(keyChoices)))];
-    note(QStringLiteral("key %1").arg(QKeySequence(k.key | k.modifiers).toString()), window);
-    sendKey(handle, k.key, k.modifiers, QString());
+    const QKeyCombination k = QKeySequence::fromString(
+        QLatin1String(keyChoices[random_.bounded(int(std::size(keyChoices)))]),
+        QKeySequence::PortableText)[0];
+    note(QStringLiteral("key %1").arg(QKeySequence(k).toString()), window);
+    sendKey(handle, k.key(), k.keyboardModifiers(), QString());
 }
 
 void Monkey::wheel(QWidget* window)
@@ -387,23 +359,6 @@ void Monkey::openWindow()
     note(QStringLiteral("opened the %1").arg(QLatin1String(window.name)), nullptr);
     window.open(session_);
 }
-
-namespace {
-
-// Qt's own dialogs (the file, print and page set-up dialogs) check what is
-// typed into them with boxes of their own ("file not found", "not
-// writable"); those are theirs, not the viewer's.
-bool askedByQtDialog(const QMessageBox* box)
-{
-    for (const QWidget* w = box->parentWidget(); w; w = w->parentWidget()) {
-        if (qobject_cast<const QDialog*>(w) &&
-            !QByteArray(w->metaObject()->className()).startsWith("tav::"))
-            return true;
-    }
-    return false;
-}
-
-}  // namespace
 
 // Every message of the viewer goes through the session's messages, which
 // the monkey's session answers; a box of its own would wait for a user.

@@ -11,7 +11,6 @@
 #include <vector>
 
 class QWidget;
-class QWindow;
 
 namespace tav {
 
@@ -45,10 +44,9 @@ public:
     // How many actions went to each kind of window.
     const QMap<QString, int>& actionsByWindow() const { return actionsByWindow_; }
     int actions() const { return actions_; }
-    // The last actions, newest last.
-    QStringList lastActions() const;
-    // The same, written to standard error with nothing but write(): safe in
-    // a signal handler, after a crash, when the heap may be broken.
+    // The last actions, newest last, written to standard error with nothing
+    // but write(): safe in a signal handler, after a crash, when the heap may
+    // be broken.
     static void writeLastActions();
 
 private:
@@ -56,7 +54,6 @@ private:
     void step();
     // Closes one popup or modal dialog; false when there was none.
     bool closeOneModal();
-    QWidget* targetWindow();
     void act(QWidget* window);
     void click(QWidget* window);
     void key(QWidget* window);
@@ -84,7 +81,6 @@ private:
     size_t nextWindow_ = 0;
     QMap<QString, int> actionsByWindow_;
     QStringList problems_;
-    QStringList recent_;
 };
 
 }  // namespace tav

@@ -77,14 +77,6 @@ std::vector<tav::Monkey::WindowOpener> viewerWindows()
     };
 }
 
-// The file the monkey opens: a real one when the shared files are there,
-// else the demo file.
-QString realFile()
-{
-    const QString shared = QStringLiteral(TAV_SHARED_GEDCOM_DIR "/royal92.ged");
-    return QFileInfo::exists(shared) ? shared : QStringLiteral(TAV_DEMO_FILE);
-}
-
 // QTest's notes on events no widget took are the monkey's everyday life.
 void quietHandler(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
@@ -121,12 +113,11 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
 
-    const quint32 seed = qEnvironmentVariableIsSet("TAV_MONKEY_SEED")
-                             ? quint32(qEnvironmentVariableIntValue("TAV_MONKEY_SEED"))
-                             : 20261121u;
-    const int seconds = qEnvironmentVariableIsSet("TAV_MONKEY_SECONDS")
-                            ? qEnvironmentVariableIntValue("TAV_MONKEY_SECONDS")
-                            : 20;
+    const auto setting = [](const char* name, int fallback) {
+        return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : fallback;
+    };
+    const quint32 seed = quint32(setting("TAV_MONKEY_SEED", 20261121));
+    const int seconds = setting("TAV_MONKEY_SECONDS", 20);
 
     // The working folder, where the file dialogs open: a file to open and
     // the help topics.
@@ -138,7 +129,10 @@ int main(int argc, char* argv[])
         return 2;
     generated.close();
 
-    const QString file = realFile();
+    // The file the monkey opens: a real one when the shared files are there,
+    // else the demo file.
+    const QString shared = QStringLiteral(TAV_SHARED_GEDCOM_DIR "/royal92.ged");
+    const QString file = QFileInfo::exists(shared) ? shared : QStringLiteral(TAV_DEMO_FILE);
     std::fprintf(stderr, "tav-monkey: seed %u, %d s, on %s (replay: TAV_MONKEY_SEED=%u)\n", seed,
                  seconds, qPrintable(file), seed);
 

@@ -21,15 +21,12 @@ int main(int argc, char* argv[])
         return 2;
     }
     QFile source(QString::fromLocal8Bit(argv[1]));
-    if (!source.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "cannot read %s\n", argv[1]);
+    const int fd = ::open(argv[1], O_WRONLY);
+    if (!source.open(QIODevice::ReadOnly) || fd < 0) {
+        std::fprintf(stderr, "cannot read and write %s\n", argv[1]);
         return 1;
     }
     const QByteArray bytes = source.readAll();
-    source.close();
-    const int fd = ::open(argv[1], O_WRONLY);
-    if (fd < 0)
-        return 1;
 
     std::atomic<bool> stop = false;
     std::thread watch([&stop] {
