@@ -84,7 +84,7 @@ TEST_F(AncestorsReportTest, RepeatedAncestorsLinkBothWaysAndAreWrittenOnce)
     EXPECT_TRUE(html.contains("where cousins married"));
 }
 
-TEST_F(AncestorsReportTest, TavCliPrintsTheChartPlaceByPlace)
+TEST_F(AncestorsReportTest, TavCliPrintsTheChartAndWritesItsReportAndPicture)
 {
     ASSERT_TRUE(load(tav::test::fourGenerations()));
     const QString path = dir.filePath("test.ged");
@@ -103,7 +103,6 @@ TEST_F(AncestorsReportTest, TavCliPrintsTheChartPlaceByPlace)
     EXPECT_EQ(r.out.mid(9), QStringList({"14\t= 8", "15\t= 9", "16\tHART, Old\t10"}));
 
     for (const QStringList& wrong : {QStringList{"ancestors", path, "9", "--generations", "11"},
-                                     QStringList{"ancestors", path, "9", "--generations", "x"},
                                      QStringList{"ancestors", path, "9", "--depth", "3"}}) {
         r = runTavCli(wrong);
         EXPECT_EQ(r.status, 2) << wrong.join(' ').toStdString();
@@ -111,14 +110,10 @@ TEST_F(AncestorsReportTest, TavCliPrintsTheChartPlaceByPlace)
     }
     EXPECT_EQ(runTavCli({"ancestors", path, "9", "--generations", "1"}).err.value(0),
               "tav-cli: --generations takes 2 to 10");
-}
 
-TEST_F(AncestorsReportTest, TavCliWritesTheChartsReportAndPicture)
-{
-    ASSERT_TRUE(load(tav::test::cousinsWhoMarried()));
-    const QString path = dir.filePath("test.ged");
+    // The report and the picture of the chart.
     QDir::setCurrent(dir.path());
-    CliResult r = runTavCli({"html", path, "9", "--ancestors"});
+    r = runTavCli({"html", path, "9", "--ancestors"});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, QStringList{dir.filePath("tav-ancestors.htm")});
     EXPECT_TRUE(test::fileBytes(dir.filePath("tav-ancestors.htm"))
@@ -127,8 +122,9 @@ TEST_F(AncestorsReportTest, TavCliWritesTheChartsReportAndPicture)
     const QString out = dir.filePath("three.htm");
     r = runTavCli({"html", path, "9", out, "--ancestors", "--generations", "3"});
     EXPECT_EQ(r.out, QStringList{out});
-    EXPECT_EQ(test::fileBytes(out),
-              htmlAncestorsReport(session.records, session.nameStyle(), QDate(2026, 11, 21), 9, 3));
+    // Kid's parents and grandparents, all known.
+    EXPECT_TRUE(test::fileBytes(out).contains("<dt>Generations</dt><dd>3</dd></div>\n"
+                                              "<div><dt>Ancestors</dt><dd>6</dd>"));
     EXPECT_EQ(runTavCli({"html", path, "9", "--generations", "3"}).status, 2);
     EXPECT_EQ(runTavCli({"html", path, "9", out, "other.htm"}).status, 2);
 

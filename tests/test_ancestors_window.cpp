@@ -52,8 +52,7 @@ TEST_F(AncestorsWindowLogicTest, KeysFollowTheLinesAndBackRetracesEveryRoot)
     EXPECT_EQ(after(M::Parent, false), 5);
     EXPECT_EQ(after(M::Child), 2);
     EXPECT_EQ(after(M::Parent), 4) << "Right: the father";
-    EXPECT_EQ(after(M::Child), 2);
-    EXPECT_EQ(after(M::Child), 1);
+    logic->select(1);
     EXPECT_EQ(after(M::Child, false), 1) << "the root has no child in the chart";
     logic->select(8);
     EXPECT_EQ(logic->statusText(), "HART, Gus (1) - number 8, father's father's father");
@@ -90,10 +89,8 @@ TEST_F(AncestorsWindowLogicTest, KeysFollowTheLinesAndBackRetracesEveryRoot)
     logic->run(AncestorsCommand::Back);
     EXPECT_EQ(logic->chart().root(), 9);
     EXPECT_FALSE(logic->enabled(AncestorsCommand::Back));
-}
 
-TEST_F(AncestorsWindowLogicTest, RightTakesTheMotherWhenNoFatherIsKnown)
-{
+    // Right takes the mother when no father is known.
     ASSERT_TRUE(load(tav::test::fourGenerations()));
     open(1);
     logic->select(3);
@@ -131,7 +128,7 @@ TEST_F(AncestorsWindowLogicTest, GenerationsAndOptionsRedrawTheChartKeepingTheSe
     EXPECT_EQ(session.settings.ancestorGenerations, 3);
     EXPECT_TRUE(logic->drawing().box(4)->selected);
     logic->setGenerations(99);
-    EXPECT_EQ(logic->generations(), 10);
+    EXPECT_EQ(session.settings.ancestorGenerations, 10) << "the setting too is kept to 2 to 10";
     EXPECT_EQ(logic->selected(), 4);
 
     EXPECT_EQ(logic->drawing().box(8)->label, "Gus");

@@ -59,8 +59,7 @@ TEST_F(FuzzFindingTest, ADateBeyondThirtyTwoBitsIsUnreadableInTheReportsNotAFaul
                                  "2 DATE 12 MAR 1850", "1 DEAT", "2 DATE 3 APR 99999999999"})));
     for (ReportKind kind : {ReportKind::Basic, ReportKind::GivenNames, ReportKind::ChildNaming,
                             ReportKind::GedcomIntegrity})
-        EXPECT_EQ(faultOf([&] { reportText(session, kind); }), RuntimeFault::Number(0))
-            << reportKindText(kind).toStdString();
+        EXPECT_NO_THROW(reportText(session, kind)) << reportKindText(kind).toStdString();
     const QString integrity = reportText(session, ReportKind::GedcomIntegrity);
     EXPECT_TRUE(integrity.contains(QStringLiteral("Dates that are not GEDCOM dates: 2\r\n"
                                                   "  LONG, Ann (1) @I1@: birth date "
@@ -71,11 +70,8 @@ TEST_F(FuzzFindingTest, ADateBeyondThirtyTwoBitsIsUnreadableInTheReportsNotAFaul
     EXPECT_EQ(personYears(session.records, 1, session.today()), QStringLiteral("(d.1990)"));
     EXPECT_EQ(personYears(session.records, 2, session.today()), QStringLiteral("(b.1850)"));
     // The record browser's age reports the Overflow, as 32-bit arithmetic does.
-    EXPECT_EQ(faultOf([&] {
-                  QString label;
-                  calcAge(session.records.individual(1).birthDate, QString(), label,
-                          session.today());
-              }),
+    QString label;
+    EXPECT_EQ(faultOf([&] { calcAge(ind(1).birthDate, QString(), label, session.today()); }),
               RuntimeFault::Overflow);
 }
 
@@ -92,16 +88,10 @@ TEST_F(FuzzFindingTest, ADateBeyondThirtyTwoBitsIsNoYearOnTheHtmlPages)
                                  "1 FAMS @F1@", "0 @F1@ FAM", "1 HUSB @I2@", "1 WIFE @I3@",
                                  "1 CHIL @I1@", "1 MARR", "2 DATE 1990"})));
     QByteArray ancestors, descendants;
-    EXPECT_EQ(faultOf([&] {
-                  ancestors = htmlAncestorsReport(session.records, session.nameStyle(),
-                                                  session.today(), 1, 3);
-              }),
-              RuntimeFault::Number(0));
-    EXPECT_EQ(faultOf([&] {
-                  descendants = htmlDescendantsReport(session.records, session.descendantCache,
-                                                      session.nameStyle(), session.today(), 2);
-              }),
-              RuntimeFault::Number(0));
+    EXPECT_NO_THROW(ancestors = htmlAncestorsReport(session.records, session.nameStyle(),
+                                                    session.today(), 1, 3));
+    EXPECT_NO_THROW(descendants = htmlDescendantsReport(session.records, session.descendantCache,
+                                                        session.nameStyle(), session.today(), 2));
     for (const QByteArray& page : {ancestors, descendants}) {
         EXPECT_TRUE(page.contains("SMITH, Old")) << page.toStdString();
         EXPECT_FALSE(page.contains("99999999999")) << page.toStdString();

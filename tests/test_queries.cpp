@@ -81,7 +81,6 @@ TEST_F(QueryTest, BirthsAndDeaths)
     EXPECT_EQ(query(1), Slots{8});
     EXPECT_EQ(shown, std::vector<AppWindow>{AppWindow::List})
         << "a single result opens the browser";
-    EXPECT_EQ(session.browser.caller, BrowserCaller::FindWindow);
     EXPECT_EQ(query(2), (Slots{1, 2}));
     EXPECT_EQ(query(3), Slots{3}) << "a death in the first year never counts";
     EXPECT_EQ(session.findResults.selected, 1);

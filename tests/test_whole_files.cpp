@@ -43,18 +43,6 @@ protected:
         return std::vector<int32_t>(table.entries.begin() + 1,
                                     table.entries.begin() + 1 + table.count);
     }
-    // The tree window's logic on an individual, measuring with a stub.
-    TreeWindowLogic& openTree(int32_t individual)
-    {
-        session.curInd = individual;
-        session.tree.treeBuilt = false;
-        tree = std::make_unique<TreeWindowLogic>(
-            session, [](int) { return std::make_unique<test::StubMeasure>(); });
-        tree->activate();
-        return *tree;
-    }
-
-    std::unique_ptr<TreeWindowLogic> tree;
 };
 
 // A large website numbers its people with twelve digits: every link holds,
@@ -76,45 +64,31 @@ TEST_F(WholeFileTest, TwelveDigitIdsLinkAndRelate)
     EXPECT_EQ(found(QStringLiteral("I152733931769")), std::vector<int32_t>{3});
 }
 
-// A desktop program writes the kind after the number (@3I@, @1U@): records
-// are known by their tag, links by their whole text.
-TEST_F(WholeFileTest, IdsThatDoNotBeginWithTheirKindLetter)
+// Ids of any shape: a desktop program writes the kind after the number
+// (@2I@, @181U@), hand-written files name records in words. Records are
+// known by their tag, links by their whole text, and words that begin with
+// a kind letter read no wrong kind.
+TEST_F(WholeFileTest, IdsOfAnyShapeLinkExactly)
 {
-    ASSERT_TRUE(
-        load(gedcomText({"0 @1I@ INDI", "1 NAME Dad /Doe/", "1 SEX M", "1 FAMS @1U@", "0 @2I@ INDI",
-                         "1 NAME Mum /Doe/", "1 SEX F", "1 FAMS @1U@", "0 @3I@ INDI",
-                         "1 NAME Kid /Doe/", "1 SEX F", "1 FAMC @1U@", "0 @1U@ FAM", "1 HUSB @1I@",
-                         "1 WIFE @2I@", "1 CHIL @3I@", "0 @181U@ FAM", "1 HUSB @3I@"})));
-    EXPECT_EQ(session.records.individualCount(), 3);
-    EXPECT_EQ(session.records.familyCount(), 2);
-    EXPECT_EQ(relate(1, 3), QStringLiteral("Dad /Doe/ is father of Kid /Doe/\n\n"
-                                           "Kid /Doe/ is daughter of Dad /Doe/)\n\n"
-                                           "(Blood relations only)"));
-    EXPECT_EQ(totals(2).descendants, 1);
-    EXPECT_EQ(ind(2).id, 2);
-    EXPECT_EQ(fam(2).id, 181);
-}
-
-// Hand-written files name records in words: each is found by its text, and
-// words that begin with a kind letter read no wrong kind.
-TEST_F(WholeFileTest, TextIdsLinkExactly)
-{
-    ASSERT_TRUE(load(gedcomText({"0 @Abraham_Simpson@ INDI\n1 NAME Abraham /Simpson/",
-                                 "1 SEX M\n1 FAMS @FAMILY@",
-                                 "0 @FATHER@ INDI\n1 NAME Homer /Simpson/\n1 SEX M",
-                                 "1 FAMC @FAMILY@\n1 FAMS @F@",
-                                 "0 @MOTHER@ INDI\n1 NAME Marge /Bouvier/\n1 SEX F\n1 FAMS @F@",
-                                 "0 @CHILD1@ INDI\n1 NAME Bart /Simpson/\n1 SEX M\n1 FAMC @F@",
-                                 "0 @CHILD10@ INDI\n1 NAME Lisa /Simpson/\n1 SEX F\n1 FAMC @F@",
-                                 "0 @FAMILY@ FAM\n1 HUSB @Abraham_Simpson@\n1 CHIL @FATHER@",
-                                 "0 @F@ FAM\n1 HUSB @FATHER@\n1 WIFE @MOTHER@",
-                                 "1 CHIL @CHILD1@\n1 CHIL @CHILD10@"})));
-    EXPECT_EQ(session.records.individualCount(), 5) << "FATHER is a person, not a family";
-    EXPECT_EQ(session.records.familyCount(), 2);
+    ASSERT_TRUE(load(gedcomText(
+        {"0 @Abraham_Simpson@ INDI\n1 NAME Abraham /Simpson/", "1 SEX M\n1 FAMS @FAMILY@",
+         "0 @FATHER@ INDI\n1 NAME Homer /Simpson/\n1 SEX M", "1 FAMC @FAMILY@\n1 FAMS @F@",
+         "0 @MOTHER@ INDI\n1 NAME Marge /Bouvier/\n1 SEX F\n1 FAMS @F@",
+         "0 @CHILD1@ INDI\n1 NAME Bart /Simpson/\n1 SEX M\n1 FAMC @F@",
+         "0 @CHILD10@ INDI\n1 NAME Lisa /Simpson/\n1 SEX F\n1 FAMC @F@",
+         "0 @FAMILY@ FAM\n1 HUSB @Abraham_Simpson@\n1 CHIL @FATHER@",
+         "0 @F@ FAM\n1 HUSB @FATHER@\n1 WIFE @MOTHER@", "1 CHIL @CHILD1@\n1 CHIL @CHILD10@",
+         "0 @2I@ INDI\n1 NAME Dad /Doe/\n1 FAMS @181U@", "0 @181U@ FAM\n1 HUSB @2I@"})));
+    EXPECT_EQ(session.records.individualCount(), 6) << "FATHER is a person, not a family";
+    EXPECT_EQ(session.records.familyCount(), 3);
     EXPECT_EQ(fam(2).husband.slot, 2);
     EXPECT_EQ(child(2, 1), 4);
     EXPECT_EQ(child(2, 2), 5) << "CHILD10 is not CHILD1";
     EXPECT_EQ(totals(1).descendants, 3);
+    EXPECT_EQ(ind(6).id, 2);
+    EXPECT_EQ(fam(3).id, 181);
+    EXPECT_EQ(fam(3).husband.slot, 6);
+    EXPECT_EQ(spouseFamily(6, 1), 3);
 }
 
 // A company with its acquisitions and a family of 45 children: every spouse
@@ -150,17 +124,18 @@ TEST_F(WholeFileTest, TwentyFiveSpouseFamiliesAndFortyFiveChildren)
     EXPECT_EQ(pat.descendants, 45 + 24);
     EXPECT_EQ(pat.spouses, 25);
     EXPECT_EQ(pat.generations, 1);
-    EXPECT_EQ(largestFamilySlot(session.records, session.descendantCache, 1), 1);
 
     // The tree shows the first family with all 45 children; Next spouse goes
     // through every other family and round to the first.
-    openTree(1);
-    EXPECT_EQ(tree->model().nTreeInd, 1 + 1 + 45);
+    session.curInd = 1;
+    TreeWindowLogic tree(session, [](int) { return std::make_unique<test::StubMeasure>(); });
+    tree.activate();
+    EXPECT_EQ(tree.model().nTreeInd, 1 + 1 + 45);
     for (int next = 2; next <= 26; ++next) {
-        tree->select(1);
-        ASSERT_TRUE(tree->enabled(TreeCommand::NextSpouse));
-        tree->run(TreeCommand::NextSpouse);
-        const TreeFamily& shown = tree->model().family(1);
+        tree.select(1);
+        ASSERT_TRUE(tree.enabled(TreeCommand::NextSpouse));
+        tree.run(TreeCommand::NextSpouse);
+        const TreeFamily& shown = tree.model().family(1);
         EXPECT_EQ(shown.spouseNo, (next - 1) % 25 + 1);
         EXPECT_EQ(shown.famIdx, (next - 1) % 25 + 1);
         EXPECT_EQ(shown.nChildren, next == 26 ? 45 : 1);
@@ -180,7 +155,6 @@ TEST_F(WholeFileTest, TheFirstNameIsTheNameAndLaterOnesAreAlsoKnownAs)
     EXPECT_EQ(rows.mid(1, 5),
               QStringList({"No.| 1", "Name|SMITH, John William", "Also known as|, Jack",
                            "Also known as|SCHMIDT, Johann", "Sex|M"}));
-    EXPECT_EQ(found(QStringLiteral("Jack")), std::vector<int32_t>{1});
     EXPECT_EQ(found(QStringLiteral("Schmidt")), std::vector<int32_t>{1});
     EXPECT_EQ(treeLabel(session.records, 1, TreeLabelRole::TopOrSpouse, session.settings,
                         session.today()),
@@ -200,10 +174,7 @@ TEST_F(WholeFileTest, SharedNotesAndVoidLinks)
     EXPECT_TRUE(ind(1).hasChildFamily());
     EXPECT_EQ(childFamily(1), 0);
     EXPECT_EQ(fam(1).childCount, 2);
-    EXPECT_EQ(child(1, 1), 0);
-    EXPECT_EQ(child(1, 2), 2);
     EXPECT_TRUE(fam(1).wife.written());
-    EXPECT_EQ(fam(1).wife.slot, 0);
     EXPECT_EQ(totals(1).descendants, 2) << "the void child counts as a child";
     EXPECT_EQ(gridRows(familyGrid(session, 1)).mid(3, 3),
               QStringList({"Wife|?|0", "Child 1|?|0", "Child 2|?|2"}));
